@@ -1,0 +1,24 @@
+#pragma once
+// A run-time error as the program's error handlers see it: a number and a description. Procedures
+// throw it (or let the data layer throw it) and catch it in their own handler, which hands it to
+// ReportDBError with the procedure's name and container.
+#include <QString>
+#include <stdexcept>
+
+struct VbError : std::runtime_error {
+    VbError(long number, const QString& description)
+        : std::runtime_error(description.toStdString()), number(number), description(description) {}
+    long number;
+    QString description;
+};
+
+// Run-time error numbers the program raises itself.
+namespace vberr {
+constexpr long OutOfStackSpace = 28;
+constexpr long FileNotFound = 53;
+constexpr long PermissionDenied = 70;
+constexpr long PathNotFound = 76;
+constexpr long InvalidUseOfNull = 94;
+constexpr long ObjectRequired = 424;
+constexpr long CancelError = 32755; // a common dialog cancelled where cancelling is an error
+} // namespace vberr

@@ -1,0 +1,79 @@
+#pragma once
+// The one shared connection. All SQL handed to it is written in the program's own dialect (text
+// joined with &, IIF, TRUE/FALSE, the column CHECK) and translated once for SQLite. One call runs one
+// statement: a second statement in the text is an error and is not run.
+#include "core/vberror.h"
+
+#include <QList>
+#include <QString>
+
+struct sqlite3;
+struct sqlite3_stmt;
+
+// One error record of the last failed operation, as the error reporter reads them.
+struct ErrorRecord {
+    long Number = 0;       // the provider's error number (an HRESULT, negative)
+    QString Description;   // the engine's message
+    QString Source;        // "VOSK SQLite Provider"
+    QString SQLState;      // five characters
+    long NativeError = 0;  // the engine's own code (SQLite's extended result code)
+    QString HelpFile;      // always empty
+    long HelpContext = 0;
+};
+
+// HRESULTs that the error records carry.
+namespace hr {
+constexpr long Fail = -2147467259;          // 0x80004005, any engine failure
+constexpr long MissingValue = -2147217904;  // 0x80040E10, a name the engine cannot resolve to a column
+} // namespace hr
+
+class Database {
+public:
+    enum State { StateClosed = 0, StateOpen = 1 };
+
+    Database() = default;
+    ~Database();
+    Database(const Database&) = delete;
+    Database& operator=(const Database&) = delete;
+
+    // connectionText: a provider prefix, then "Data Source=<file>;". The file must exist: nothing is
+    // created. Throws VbError (and fills errors()) when it cannot be opened as a database.
+    void open(const QString& connectionText);
+    void close();
+    int state() const { return m_db ? StateOpen : StateClosed; }
+    bool isOpen() const { return m_db != nullptr; }
+    QString connectionString() const { return m_connectionText; }
+    QString fileName() const { return m_file; }
+
+    // Runs one INSERT, UPDATE or DELETE. Throws VbError on failure. Returns the rows affected.
+    long execute(const QString& sql);
+
+    void beginTrans();
+    void commitTrans();
+    void rollbackTrans();
+    bool inTransaction() const;
+
+    const QList<ErrorRecord>& errors() const { return m_errors; }
+    void clearErrors() { m_errors.clear(); }
+
+    sqlite3* handle() const { return m_db; }
+
+    // For the recordsets: a prepared statement for the SQL with its literals bound, taken from a pool
+    // of statements of the same shape (so recursive readers reuse them). Throws VbError.
+    sqlite3_stmt* acquire(const QString& sql);
+    void release(sqlite3_stmt* stmt);
+
+    // Records the engine's last error as the error collection and throws it as a VbError.
+    [[noreturn]] void raise(int code, const QString& context = QString());
+
+private:
+    struct Pool;
+    sqlite3* m_db = nullptr;
+    QString m_connectionText;
+    QString m_file;
+    QList<ErrorRecord> m_errors;
+    Pool* m_pool = nullptr;
+};
+
+// The shared connection of the program.
+Database& db();

@@ -1,0 +1,64 @@
+#pragma once
+// A result set over the shared connection. ForwardOnly reads rows as they come (the common case,
+// read-only); Dynamic holds the rows and is updatable: add a row, set fields by name, update, delete,
+// over one table or over a join whose columns come from several tables (each field is written back
+// to its base table and column).
+#include "data/database.h"
+#include "data/fieldkind.h"
+
+#include <QVariant>
+#include <memory>
+
+class Recordset {
+public:
+    enum CursorType { ForwardOnly, Dynamic };
+
+    Recordset();
+    ~Recordset();
+    Recordset(const Recordset&) = delete;
+    Recordset& operator=(const Recordset&) = delete;
+    Recordset(Recordset&&) noexcept;
+    Recordset& operator=(Recordset&&) noexcept;
+
+    // Throws VbError (with the connection's error records filled) when the SQL fails.
+    void open(const QString& sql, Database& cn = db(), CursorType cursor = ForwardOnly);
+    void close();
+    bool isOpen() const;
+
+    bool eof() const;
+    bool bof() const;
+    void moveNext();
+    void moveFirst(); // Dynamic, or ForwardOnly while still on the first row
+    long recordCount() const; // Dynamic only; -1 for ForwardOnly
+
+    int fieldCount() const;
+    QString fieldName(int i) const;      // the result column's name (its alias when it has one)
+    QString baseColumnName(int i) const; // the column of its base table; empty for a computed column
+    QString baseTableName(int i) const;
+    FieldKind fieldKind(int i) const;
+    int definedSize(int i) const;        // characters for text, bytes for numbers
+    // Accepts a result name or "TABLE.COLUMN"; -1 when there is none.
+    int fieldIndex(const QString& name) const;
+
+    // A null QVariant for NULL. By name throws VbError 3265 when there is no such field.
+    QVariant value(int i) const;
+    QVariant value(const QString& name) const;
+    bool isNull(int i) const;
+
+    // Fast typed reads of the current row for the list (ForwardOnly): no QVariant.
+    int storageClass(int i) const; // SQLITE_INTEGER, SQLITE_FLOAT, SQLITE_TEXT, SQLITE_BLOB, SQLITE_NULL
+    qint64 intValue(int i) const;
+    double doubleValue(int i) const;
+    QString textValue(int i) const;
+
+    // Dynamic only. Throws VbError on a failed write.
+    void addNew();
+    void setValue(const QString& name, const QVariant& v);
+    void setValue(int i, const QVariant& v);
+    void update();
+    void deleteCurrent();
+
+private:
+    struct Impl;
+    std::unique_ptr<Impl> d;
+};
