@@ -1,0 +1,20 @@
+#pragma once
+// Opening the record windows by name. Every view is read-only, filled once when opened; the
+// equipment, build and other record views bring an open window with the same caption forward instead
+// of opening a second one, the MOB view opens a new window on every call.
+#include <QString>
+
+class QWidget;
+
+void ViewEquipDetails(const QString& name, int typeIndex, const QString& typeName);
+void ShowBuildView(const QString& name, const QString& kind); // "Equipment", "Components", "Raw Materials"
+void ViewMOBInfo(const QString& name);
+void ViewComponent(const QString& name);
+void ViewRawMaterial(const QString& name);
+void ViewItem(const QString& name);
+void ViewStation(const QString& name);
+
+// Where a view's Edit button leads. Until the editors exist this is empty and Edit is disabled.
+using EditorOpener = void (*)(const QString& kind, const QString& name);
+void setEditorOpener(EditorOpener opener);
+EditorOpener editorOpener();
