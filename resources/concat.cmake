@@ -1,0 +1,5 @@
+file(WRITE ${OUT} "")
+foreach(part ${PARTS})
+  file(READ ${part} text)
+  file(APPEND ${OUT} "${text}\n")
+endforeach()
