@@ -1,0 +1,4 @@
+# The main window: list statements and stored layout (vosk_app), the window itself (vosk_app_ui).
+target_sources(vosk_app PRIVATE
+  ${CMAKE_CURRENT_LIST_DIR}/liststatements.h ${CMAKE_CURRENT_LIST_DIR}/liststatements.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/mainsettings.h ${CMAKE_CURRENT_LIST_DIR}/mainsettings.cpp)
