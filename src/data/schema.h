@@ -1,1 +1,70 @@
 #pragma once
+// The database layout: every table and column of a version-6 database, and the creation of a new,
+// empty database file with them. Column types are declared so that the program can read back each
+// field's kind (see fieldkind.h): INTEGER, SMALLINT, FLOAT, DOUBLE, CURRENCY, VARCHAR(n), TEXT,
+// BOOLEAN, DATETIME.
+//
+// Constraint failures carry names that tell the error reporter which situation it is:
+//   TOO_LARGE_<table>_<column>  text longer than its size, number outside its 16/32-bit range
+//   EMPTY_<table>_<column>      a name or lookup value that is '' (NOT NULL covers a missing one)
+//   INVALID_<table>_<column>    a number column given text, a yes/no column given other than 0/1
+// Names and lookup values are unique without regard to case (a UNIQUE failure: duplicate record).
+// A lookup value that a record uses cannot be deleted or renamed: a trigger aborts with
+// "<LOOKUP> value is in use by <TABLE>".
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+struct sqlite3;
+
+namespace schema {
+
+constexpr int Version = 6;
+
+struct Column {
+    QString name;
+    QString type;       // the declared type: "INTEGER", "VARCHAR(100)", "BOOLEAN", ...
+    bool required = false; // NOT NULL, never '' (record names, lookup values)
+};
+
+struct Table {
+    QString name;
+    QList<Column> columns;
+    QStringList unique;   // columns that are unique together (empty: none)
+    bool lookup = false;  // a drop-down list table
+    bool ordered = false; // read in the order its rows were written (no sorting index used)
+};
+
+// Every table, in creation order.
+const QList<Table>& tables();
+const Table* findTable(const QString& name); // case-insensitive; nullptr when there is none
+QStringList tableNames();
+QStringList columnNames(const QString& table); // empty when there is no such table
+
+// Text size of a VARCHAR(n) column; 0 for any other type.
+int textSize(const QString& declaredType);
+
+// Lookup tables and the record columns that hold their values; those values cannot be deleted or
+// renamed while in use.
+struct LookupUse {
+    QString lookupTable, lookupColumn;
+    QString usingTable, usingColumn;
+    // A second column pair that must match too (a subtype is in use only under its own type).
+    QString lookupPartner, usingPartner;
+};
+const QList<LookupUse>& lookupUses();
+
+// Name sizes shared by all tables.
+constexpr int NameSize = 100;   // record names and the relationship columns that hold them
+constexpr int LookupSize = 50;  // lookup values and the columns that hold them
+constexpr int CustomSize = 255; // the three custom equipment fields
+
+// Runs the DDL on an open, empty connection and writes the version row and the one options row.
+// Returns false with a message in *error when a statement fails.
+bool CreateSchema(sqlite3* db, QString* error = nullptr);
+
+} // namespace schema
+
+// Creates a new, empty version-6 database file at path. Refuses to overwrite an existing file.
+// Returns false with a message in *error (and leaves no file behind) on failure.
+bool CreateDatabase(const QString& path, QString* error = nullptr);

@@ -1,0 +1,157 @@
+// The DDL of a new database, generated from the table list so that the constraint names follow one
+// pattern the error reporter can rely on. This is SQLite's own dialect, run directly.
+#include "data/schema.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <sqlite3.h>
+
+namespace schema {
+namespace {
+
+QString q(const QString& ident) { return QLatin1Char('"') + ident + QLatin1Char('"'); }
+
+bool isWholeType(const QString& t) { return t == QLatin1String("INTEGER") || t == QLatin1String("SMALLINT"); }
+bool isFractionType(const QString& t)
+{
+    return t == QLatin1String("FLOAT") || t == QLatin1String("DOUBLE") || t == QLatin1String("CURRENCY");
+}
+bool isTextType(const QString& t) { return t == QLatin1String("TEXT") || textSize(t) > 0; }
+
+QString columnDdl(const Table& table, const Column& c)
+{
+    const QString col = q(c.name);
+    const QString tag = table.name + QLatin1Char('_') + c.name;
+    QString s = col + QLatin1Char(' ') + c.type;
+    if (c.required) s += QStringLiteral(" NOT NULL");
+    if (c.type == QLatin1String("BOOLEAN")) s += QStringLiteral(" DEFAULT 0");
+    if (isTextType(c.type)) s += QStringLiteral(" COLLATE NOCASE");
+
+    if (const int n = textSize(c.type))
+        s += QStringLiteral(" CONSTRAINT TOO_LARGE_%1 CHECK (length(%2) <= %3)").arg(tag, col).arg(n);
+    if (c.required && isTextType(c.type))
+        s += QStringLiteral(" CONSTRAINT EMPTY_%1 CHECK (%2 <> '')").arg(tag, col);
+    if (isWholeType(c.type)) {
+        const bool small = c.type == QLatin1String("SMALLINT");
+        // A fraction too big to become a whole number is still "too large", not "invalid".
+        s += QStringLiteral(" CONSTRAINT TOO_LARGE_%1 CHECK (typeof(%2) NOT IN ('integer','real') OR "
+                            "%2 BETWEEN %3 AND %4)")
+                 .arg(tag, col, small ? QStringLiteral("-32768") : QStringLiteral("-2147483648"),
+                      small ? QStringLiteral("32767") : QStringLiteral("2147483647"));
+        s += QStringLiteral(" CONSTRAINT INVALID_%1 CHECK (typeof(%2) IN ('integer','null'))").arg(tag, col);
+    } else if (isFractionType(c.type)) {
+        s += QStringLiteral(" CONSTRAINT INVALID_%1 CHECK (typeof(%2) IN ('integer','real','null'))").arg(tag, col);
+    } else if (c.type == QLatin1String("BOOLEAN")) {
+        s += QStringLiteral(" CONSTRAINT INVALID_%1 CHECK (%2 IN (0,1))").arg(tag, col);
+    }
+    return s;
+}
+
+QStringList tableDdl(const Table& t)
+{
+    QStringList parts;
+    for (const Column& c : t.columns) parts << columnDdl(t, c);
+    QStringList quoted;
+    for (const QString& u : t.unique) quoted << q(u);
+    // Lists kept in table order must not be read through a sorted index: a partial index keeps the
+    // values unique but is never chosen for a plain scan.
+    if (!t.unique.isEmpty() && !t.ordered) parts << QStringLiteral("UNIQUE (%1)").arg(quoted.join(QStringLiteral(", ")));
+
+    QStringList out;
+    out << QStringLiteral("CREATE TABLE %1 (\n  %2\n)").arg(q(t.name), parts.join(QStringLiteral(",\n  ")));
+    if (t.ordered)
+        out << QStringLiteral("CREATE UNIQUE INDEX %1 ON %2 (%3) WHERE %4 IS NOT NULL")
+                   .arg(q(QStringLiteral("UX_") + t.name), q(t.name), quoted.join(QStringLiteral(", ")), quoted.first());
+
+    // The build trees and drop lists look records up by the names held in relationship tables.
+    if (t.unique.isEmpty() && !t.lookup) {
+        for (const Column& c : t.columns) {
+            if (textSize(c.type) == NameSize)
+                out << QStringLiteral("CREATE INDEX %1 ON %2 (%3)")
+                           .arg(q(QStringLiteral("IX_") + t.name + QLatin1Char('_') + c.name), q(t.name), q(c.name));
+        }
+    }
+    return out;
+}
+
+QStringList triggerDdl(const LookupUse& u)
+{
+    QString match = QStringLiteral("%1.%2 = OLD.%3").arg(q(u.usingTable), q(u.usingColumn), q(u.lookupColumn));
+    if (!u.lookupPartner.isEmpty())
+        match += QStringLiteral(" AND %1.%2 = OLD.%3").arg(q(u.usingTable), q(u.usingPartner), q(u.lookupPartner));
+    const QString inUse = QStringLiteral("EXISTS (SELECT 1 FROM %1 WHERE %2)").arg(q(u.usingTable), match);
+    const QString raise = QStringLiteral("BEGIN SELECT RAISE(ABORT, '%1 value is in use by %2'); END")
+                              .arg(u.lookupTable, u.usingTable);
+    const QString name = u.lookupTable + QLatin1Char('_') + u.usingTable + QLatin1Char('_') + u.usingColumn;
+
+    QString changed = QStringLiteral("NEW.%1 IS NOT OLD.%1").arg(q(u.lookupColumn));
+    QString columns = q(u.lookupColumn);
+    if (!u.lookupPartner.isEmpty()) {
+        changed = QStringLiteral("(%1 OR NEW.%2 IS NOT OLD.%2)").arg(changed, q(u.lookupPartner));
+        columns += QStringLiteral(", ") + q(u.lookupPartner);
+    }
+    return {
+        QStringLiteral("CREATE TRIGGER %1 BEFORE DELETE ON %2 FOR EACH ROW WHEN %3 %4")
+            .arg(q(QStringLiteral("IN_USE_DEL_") + name), q(u.lookupTable), inUse, raise),
+        QStringLiteral("CREATE TRIGGER %1 BEFORE UPDATE OF %2 ON %3 FOR EACH ROW WHEN %4 AND %5 %6")
+            .arg(q(QStringLiteral("IN_USE_UPD_") + name), columns, q(u.lookupTable), changed, inUse, raise),
+    };
+}
+
+bool exec(sqlite3* db, const QString& sql, QString* error)
+{
+    char* msg = nullptr;
+    if (sqlite3_exec(db, sql.toUtf8().constData(), nullptr, nullptr, &msg) == SQLITE_OK) return true;
+    if (error) *error = QStringLiteral("%1\nin: %2").arg(QString::fromUtf8(msg ? msg : "unknown error"), sql);
+    sqlite3_free(msg);
+    return false;
+}
+
+} // namespace
+
+bool CreateSchema(sqlite3* db, QString* error)
+{
+    QStringList statements;
+    for (const Table& t : tables()) statements << tableDdl(t);
+    for (const LookupUse& u : lookupUses()) statements << triggerDdl(u);
+    statements << QStringLiteral("INSERT INTO DB_VERSION (VERSION) VALUES (%1)").arg(Version);
+    statements << QStringLiteral("INSERT INTO DB_OPTIONS (CUSTOM_FIELDS_ON, FIELD_01_CAPTION, FIELD_02_CAPTION, "
+                                 "FIELD_03_CAPTION) VALUES (0, '', '', '')");
+
+    if (!exec(db, QStringLiteral("BEGIN"), error)) return false;
+    for (const QString& s : statements) {
+        if (!exec(db, s, error)) {
+            exec(db, QStringLiteral("ROLLBACK"), nullptr);
+            return false;
+        }
+    }
+    return exec(db, QStringLiteral("COMMIT"), error);
+}
+
+} // namespace schema
+
+bool CreateDatabase(const QString& path, QString* error)
+{
+    if (QFileInfo::exists(path)) {
+        if (error) *error = QStringLiteral("The file \"%1\" already exists.").arg(path);
+        return false;
+    }
+    sqlite3* db = nullptr;
+    const int rc = sqlite3_open_v2(path.toUtf8().constData(), &db, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, nullptr);
+    if (rc != SQLITE_OK) {
+        if (error)
+            *error = QStringLiteral("Cannot create \"%1\": %2")
+                         .arg(path, QString::fromUtf8(db ? sqlite3_errmsg(db) : sqlite3_errstr(rc)));
+        sqlite3_close(db);
+        QFile::remove(path);
+        return false;
+    }
+    QString why;
+    const bool ok = schema::CreateSchema(db, &why);
+    sqlite3_close(db);
+    if (!ok) {
+        QFile::remove(path);
+        if (error) *error = QStringLiteral("Cannot create \"%1\": %2").arg(path, why);
+    }
+    return ok;
+}
