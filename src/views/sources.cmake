@@ -2,4 +2,6 @@
 # vosk_views; the windows in vosk_views_ui.
 target_sources(vosk_views PRIVATE
   equiptypes.h equiptypes.cpp
-  modmain.h modmain.cpp)
+  modmain.h modmain.cpp
+  buildtree.h buildtree.cpp
+  mobtrees.h mobtrees.cpp)
