@@ -1,6 +1,20 @@
 #pragma once
 // The program's one main window: categories, filters, the record list, status bar and menus.
+#include "app/liststatements.h"
+
 #include <QMainWindow>
+#include <QString>
+#include <functional>
+
+class QAction;
+class QComboBox;
+class QMenu;
+class QStatusBar;
+class QTreeView;
+class QUrl;
+class ListModel;
+class Recordset;
+class frmFind;
 
 class frmMain : public QMainWindow {
     Q_OBJECT
@@ -13,9 +27,84 @@ public:
     void CheckCharacters();
     void RefreshGrid();
 
+    // Settings of the window (section "Settings") and of the list's columns per category.
+    void SaveSettings();
+    void LoadSettings();
+    void SaveColumnInfo();
+    void LoadColumnInfo();
+
+    // The category shown, the filters as chosen, the selected row's name (empty when none).
+    QString category() const;
+    ListFilters currentFilters() const;
+    QString selectedName() const;
+    ListModel* model() const;
+
+    // The status bar's keyed panels: "Status", "ItemCount", "LoadTime", "Interaction".
+    QString panelText(const QString& key) const;
+    void setPanelText(const QString& key, const QString& text);
+    // The "Interaction" panel after the game-interaction option.
+    void setInteractionPanel(bool on);
+    // Shows or removes the list's background picture (the option "Background").
+    void setBackgroundShown(bool shown);
+    bool backgroundShown() const;
+
+    // A menu entry by its object name ("mnuEditFind"); nullptr when there is none.
+    QAction* menuEntry(const QString& objectName) const;
+    // Windows built later hand their action to the menu entry here; an entry without a handler
+    // stays disabled. Entries that act on a record read category() and selectedName().
+    void setMenuHandler(const QString& objectName, std::function<void()> handler);
+    // How an address is opened (the browser by default; tests record instead).
+    static void setUrlOpener(std::function<bool(const QUrl&)> opener);
+    frmFind* findDialog() const;
+
+    // Widgets, named as the rest of the program knows them.
+    QComboBox* cmbData = nullptr;
+    QComboBox* cmbEquipType = nullptr;
+    QComboBox* cmbLevel = nullptr;
+    QComboBox* cmbChecked = nullptr;
+    QComboBox* cmbCompType = nullptr;
+    QComboBox* cmbSubType = nullptr;
+    QComboBox* cmbCL = nullptr;
+    QComboBox* cmbRace = nullptr;
+    QTreeView* lstItems = nullptr;
+    QStatusBar* statBar = nullptr;
+    QMenu* mnuPopup = nullptr;
+
+    // Event handlers, callable as the menu and the list call them.
+    void cmbData_Click();
+    void cmbCompType_Click();
+    void filter_Click();
+    void lstItems_DblClick();
+    void lstItems_ItemCheck(int row, const QString& name, bool checked);
+    void mnuPopupView_Click();
+    void mnuEditEditItem_Click();
+    void mnuEditFind_Click();
+    void mnuEditCopy_Click();
+    void mnuEditRename_Click();
+    void mnuViewBuidView_Click();
+    void mnuHelpForum_Click();
+    void mnuHelpWebsite_Click();
+    void mnuHelpAbout_Click();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
 private:
     struct Impl;
     Impl* d = nullptr;
+
+    void buildWidgets();
+    void buildMenus();
+    void updateMenuState();
+    void fillFilterLists();
+    void fillSubTypes();
+    void showFiltersFor(const QString& category);
+    void setToolTips();
+    void SetRStoList(Recordset& rs);
+    void openRecord(bool editor);
+    void openUrlOf(const QString& section);
+    void openProgramFile(const QString& fileName);
+    void runHandler(const QString& objectName);
 };
 
 // The main window while it exists (the owner of the splash and of the views), else nullptr.

@@ -1,0 +1,140 @@
+// The main window's list: refreshing it from the category's statement, ticking rows and opening them.
+#include "app/frmmain_p.h"
+
+#include "app/mainsettings.h"
+#include "core/inifile.h"
+#include "core/prompt.h"
+#include "core/settings.h"
+#include "data/database.h"
+#include "data/errorreport.h"
+#include "data/recordset.h"
+#include "lists/listmodel.h"
+#include "views/equiptypes.h"
+#include "views/modmain.h"
+#include "views/openviews.h"
+
+#include <QElapsedTimer>
+#include <QHeaderView>
+#include <QItemSelectionModel>
+
+namespace {
+const QString Container = QStringLiteral("Form frmMain");
+} // namespace
+
+void frmMain::RefreshGrid() {
+    const QString cat = category();
+    QElapsedTimer timer;
+    try {
+        const QModelIndex current = lstItems->currentIndex();
+        if (current.isValid())
+            d->rememberedRow = current.row();
+        setPanelText(QStringLiteral("Status"), QStringLiteral("Refreshing Grid"));
+        timer.start();
+        // The layout of the list as the user left it belongs to the category it was made for.
+        if (!d->listCategory.isEmpty() && d->model->columnCount() > 0)
+            SaveColumnInfo();
+
+        const QString sql = ListStatement(cat, currentFilters());
+        Recordset rs;
+        d->model->clear();
+        d->listCategory.clear();
+        rs.open(sql);
+        SetRStoList(rs);
+        rs.close();
+        d->listCategory = cat;
+
+        setPanelText(QStringLiteral("ItemCount"), QStringLiteral("Items: ") + QString::number(d->model->rowCount()));
+        setPanelText(QStringLiteral("Status"), QStringLiteral("Ready"));
+        LoadColumnInfo();
+        const int row = d->rememberedRow;
+        if (row >= 0 && row < d->model->rowCount()) {
+            const QModelIndex index = d->model->index(row, 0);
+            lstItems->setCurrentIndex(index);
+            lstItems->scrollTo(index, QAbstractItemView::PositionAtCenter);
+        }
+        setPanelText(QStringLiteral("LoadTime"),
+                     QString::number(timer.nsecsElapsed() / 1e9, 'f', 2) + QStringLiteral(" Seconds"));
+    } catch (const VbError& e) {
+        setPanelText(QStringLiteral("Status"), QStringLiteral("Ready"));
+        setPanelText(QStringLiteral("ItemCount"), QStringLiteral("Items: ") + QString::number(d->model->rowCount()));
+        ReportDBError(e, QStringLiteral("RefreshGrid"), Container);
+    } catch (const std::exception& e) {
+        setPanelText(QStringLiteral("Status"), QStringLiteral("Ready"));
+        ReportDBError(e, QStringLiteral("RefreshGrid"), Container);
+    }
+    updateMenuState();
+}
+
+void frmMain::SetRStoList(Recordset& rs) {
+    ListColors colors;
+    colors.updated = colorFromVbColorText(ReadVoskIni(QStringLiteral("COLORS"), QStringLiteral("UPDATED")));
+    colors.personal = colorFromVbColorText(ReadVoskIni(QStringLiteral("COLORS"), QStringLiteral("PERSONAL")));
+    d->model->load(rs, colors);
+    for (int c = 0; c < d->model->columnCount(); ++c)
+        d->model->setHeaderText(c, FormatFieldName(d->model->columnName(c)));
+}
+
+void frmMain::lstItems_ItemCheck(int row, const QString& name, bool checked) {
+    const QString sql = CheckStatement(category(), name, checked);
+    if (sql.isEmpty()) {
+        d->model->setChecked(row, !checked);
+        return;
+    }
+    try {
+        db().execute(sql);
+    } catch (const VbError& e) {
+        // The box goes back so that the list never shows a tick the database does not hold.
+        d->model->setChecked(row, !checked);
+        ReportDBError(e, QStringLiteral("lstItems_ItemCheck"), Container);
+    }
+}
+
+void frmMain::lstItems_DblClick() {
+    // Option 1 asks for the editor; while no editor is installed the view opens instead, so a
+    // double click always shows the record.
+    openRecord(opt::number(opt::DoubleClickEvent) == 1 && editorOpener() != nullptr);
+}
+
+void frmMain::mnuPopupView_Click() { openRecord(false); }
+
+void frmMain::mnuEditEditItem_Click() { openRecord(editorOpener() != nullptr); }
+
+void frmMain::openRecord(bool editor) {
+    const QString name = selectedName();
+    if (name.isEmpty())
+        return;
+    const QString cat = category();
+    try {
+        if (editor) {
+            editorOpener()(cat, name);
+        } else if (cat == listcat::Equipment) {
+            const int type = FindType(name);
+            ViewEquipDetails(name, type, DeEnumerate(type));
+        } else if (cat == listcat::Components) {
+            ViewComponent(name);
+        } else if (cat == listcat::RawMaterials) {
+            ViewRawMaterial(name);
+        } else if (cat == listcat::Stations) {
+            ViewStation(name);
+        } else if (cat == listcat::MOBs) {
+            ViewMOBInfo(name);
+        } else if (cat == listcat::Items) {
+            ViewItem(name);
+        }
+    } catch (const VbError& e) {
+        ReportDBError(e, editor ? QStringLiteral("mnuEditEditItem_Click") : QStringLiteral("lstItems_DblClick"),
+                      Container);
+    }
+}
+
+void frmMain::mnuViewBuidView_Click() {
+    const QString name = selectedName();
+    const QString cat = category();
+    if (name.isEmpty() || !(cat == listcat::Equipment || cat == listcat::Components || cat == listcat::RawMaterials))
+        return;
+    try {
+        ShowBuildView(name, cat);
+    } catch (const VbError& e) {
+        ReportDBError(e, QStringLiteral("mnuViewBuidView_Click"), Container);
+    }
+}
