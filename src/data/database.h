@@ -6,6 +6,7 @@
 
 #include <QList>
 #include <QString>
+#include <QStringList>
 
 struct sqlite3;
 struct sqlite3_stmt;
@@ -65,6 +66,14 @@ public:
 
     // Records the engine's last error as the error collection and throws it as a VbError.
     [[noreturn]] void raise(int code, const QString& context = QString());
+
+    // For the engine's own SQLite text (already translated, ? for values): a pooled statement, bound
+    // with params when given. Throws VbError; with quiet set, returns nullptr instead and records nothing.
+    sqlite3_stmt* acquireShape(const QString& sqliteSql, const QStringList& params = {}, bool quiet = false);
+    // Records one error record of the engine's own making and throws it as a VbError.
+    [[noreturn]] void fail(long number, long nativeError, const QString& sqlState, const QString& description);
+    // The error record for a SQLite result code and message (how the reporter tells situations apart).
+    static ErrorRecord makeRecord(int extendedCode, const QString& message);
 
 private:
     struct Pool;

@@ -2,6 +2,7 @@
 // The one error reporter. It turns database errors into short messages, shows other run-time errors,
 // can hand an error to the bug-report window, and appends every report to "errors.log".
 #include "core/vberror.h"
+#include "data/database.h"
 
 #include <QString>
 #include <functional>
@@ -15,3 +16,9 @@ void setBugReportOpener(std::function<void(const QString& description, const QSt
 
 // The lines the editors' save handlers compose from the connection's error records.
 QString DescribeErrorRecords();
+
+// The situations the reporter tells apart, read from one error record (SQLite's codes and the
+// schema's constraint names TOO_LARGE_..., EMPTY_..., INVALID_...). InUse: a lookup value that a
+// record still uses (the schema's triggers) or a foreign key that refuses.
+enum class DBErrorKind { Other, TooLarge, Empty, Duplicate, Invalid, InUse };
+DBErrorKind classifyError(const ErrorRecord& record);

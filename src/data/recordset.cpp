@@ -1,1 +1,413 @@
 #include "data/recordset.h"
+
+#include "data/recordset_p.h"
+#include "data/sqltranslate.h"
+
+#include <QRegularExpression>
+#include <sqlite3.h>
+
+namespace {
+
+constexpr long kItemNotFound = 3265;
+constexpr long kNoCurrentRecord = 3021;
+
+QString fromUtf8(const unsigned char* text, int bytes) {
+    return QString::fromUtf8(reinterpret_cast<const char*>(text), bytes);
+}
+
+// Base tables that are refreshed row by row cannot be recognised in a grouped or combined result.
+bool rowsAreTableRows(const QString& sqliteSql) {
+    static const QRegularExpression re(QStringLiteral("\\b(DISTINCT|GROUP\\s+BY|UNION|INTERSECT|EXCEPT)\\b"),
+                                       QRegularExpression::CaseInsensitiveOption);
+    return !re.match(sqliteSql).hasMatch();
+}
+
+} // namespace
+
+FieldKind kindOfDeclared(const QString& declType, int* size) {
+    const QString t = declType.trimmed().toUpper();
+    auto is = [&](const char* word) { return t == QLatin1String(word) || t.startsWith(QLatin1String(word) + u'('); };
+    *size = 0;
+    if (is("VARCHAR") || is("CHAR") || is("NVARCHAR") || is("NCHAR") || is("VARYING CHARACTER")) {
+        static const QRegularExpression n(QStringLiteral("\\((\\d+)\\)"));
+        const QRegularExpressionMatch m = n.match(t);
+        *size = m.hasMatch() ? m.captured(1).toInt() : 255;
+        return FieldKind::Text;
+    }
+    if (is("TEXT") || is("MEMO") || is("CLOB") || is("LONGTEXT")) {
+        *size = 536870910;
+        return FieldKind::Memo;
+    }
+    if (is("SMALLINT") || is("SHORT") || is("INT2")) {
+        *size = 2;
+        return FieldKind::Integer16;
+    }
+    if (is("INTEGER") || is("INT") || is("LONG") || is("BIGINT") || is("INT4") || is("INT8")) {
+        *size = 4;
+        return FieldKind::Long;
+    }
+    if (is("FLOAT") || is("SINGLE") || is("REAL4")) {
+        *size = 4;
+        return FieldKind::Single;
+    }
+    if (is("DOUBLE") || is("REAL") || is("NUMERIC") || is("DECIMAL") || is("DOUBLE PRECISION")) {
+        *size = 8;
+        return FieldKind::Double;
+    }
+    if (is("CURRENCY") || is("MONEY")) {
+        *size = 8;
+        return FieldKind::Currency;
+    }
+    if (is("BOOLEAN") || is("BOOL") || is("BIT") || is("YESNO")) {
+        *size = 2;
+        return FieldKind::Boolean;
+    }
+    if (is("DATETIME") || is("DATE") || is("TIMESTAMP") || is("TIME")) {
+        *size = 8;
+        return FieldKind::Date;
+    }
+    return FieldKind::Empty;
+}
+
+void Recordset::Impl::describe(sqlite3_stmt* st, int count) {
+    cols.clear();
+    tables.clear();
+    for (int i = 0; i < count; ++i) {
+        ColumnInfo c;
+        c.plainName = QString::fromUtf8(sqlite3_column_name(st, i));
+        c.baseColumn = QString::fromUtf8(sqlite3_column_origin_name(st, i));
+        c.baseTable = QString::fromUtf8(sqlite3_column_table_name(st, i));
+        c.declType = QString::fromUtf8(sqlite3_column_decltype(st, i));
+        c.kind = kindOfDeclared(c.declType, &c.size);
+        if (!c.baseTable.isEmpty()) {
+            int t = int(tables.indexOf(c.baseTable));
+            if (t < 0) {
+                t = int(tables.size());
+                tables.append(c.baseTable);
+            }
+            c.table = t;
+        }
+        cols.append(c);
+    }
+    // Two columns of one name from different tables (SELECT * over a join) are told apart by
+    // their table, as "MOBS.MOB_NAME" and "MOB_STATS.MOB_NAME".
+    for (int i = 0; i < count; ++i) {
+        ColumnInfo& c = cols[i];
+        c.name = c.plainName;
+        if (c.baseTable.isEmpty())
+            continue;
+        for (int j = 0; j < count; ++j) {
+            if (j != i && cols[j].plainName.compare(c.plainName, Qt::CaseInsensitive) == 0 &&
+                cols[j].baseTable.compare(c.baseTable, Qt::CaseInsensitive) != 0) {
+                c.name = c.baseTable + u'.' + c.plainName;
+                break;
+            }
+        }
+    }
+}
+
+// Computed columns take the kind of their first value.
+static void kindsFromFirstRow(QList<ColumnInfo>& cols, sqlite3_stmt* st) {
+    for (int i = 0; i < cols.size(); ++i) {
+        ColumnInfo& c = cols[i];
+        if (c.kind != FieldKind::Empty)
+            continue;
+        switch (st ? sqlite3_column_type(st, i) : SQLITE_NULL) {
+        case SQLITE_INTEGER: c.kind = FieldKind::Long; c.size = 4; break;
+        case SQLITE_FLOAT: c.kind = FieldKind::Double; c.size = 8; break;
+        case SQLITE_TEXT: c.kind = FieldKind::Text; c.size = 255; break;
+        case SQLITE_BLOB: c.kind = FieldKind::Memo; c.size = 536870910; break;
+        default: break;
+        }
+    }
+}
+
+QVariant Recordset::Impl::readAs(sqlite3_stmt* st, int i, FieldKind k) {
+    switch (sqlite3_column_type(st, i)) {
+    case SQLITE_NULL:
+        return QVariant();
+    case SQLITE_INTEGER: {
+        const qint64 v = sqlite3_column_int64(st, i);
+        if (k == FieldKind::Boolean)
+            return QVariant(v != 0);
+        if (isFraction(k))
+            return QVariant(double(v));
+        if (v >= INT_MIN && v <= INT_MAX)
+            return QVariant(int(v));
+        return QVariant(v);
+    }
+    case SQLITE_FLOAT:
+        return QVariant(sqlite3_column_double(st, i));
+    default:
+        return QVariant(fromUtf8(sqlite3_column_text(st, i), sqlite3_column_bytes(st, i)));
+    }
+}
+
+void Recordset::Impl::requireCurrent() const {
+    const bool none = cursor == ForwardOnly ? (atEnd || !stmt)
+                                            : (!adding && (onDeleted || pos < 0 || pos >= rows.size()));
+    if (none)
+        throw VbError(kNoCurrentRecord, QStringLiteral("Either BOF or EOF is True, or the current record has been "
+                                                       "deleted. Requested operation requires a current record."));
+}
+
+Recordset::Recordset() : d(std::make_unique<Impl>()) {}
+Recordset::~Recordset() { close(); }
+Recordset::Recordset(Recordset&&) noexcept = default;
+Recordset& Recordset::operator=(Recordset&& other) noexcept {
+    if (this != &other) {
+        close();
+        d = std::move(other.d);
+        if (!other.d)
+            other.d = std::make_unique<Impl>();
+    }
+    return *this;
+}
+
+void Recordset::open(const QString& sql, Database& cn, CursorType cursor) {
+    close();
+    d->cn = &cn;
+    d->cursor = cursor;
+    const TranslatedSql t = TranslateSql(sql);
+    if (!t.error.isEmpty())
+        cn.fail(hr::Fail, SQLITE_ERROR, QStringLiteral("42000"), t.error);
+    sqlite3_stmt* st = cn.acquireShape(t.sql, t.params);
+    const int count = sqlite3_column_count(st);
+    d->describe(st, count);
+    if (cursor == ForwardOnly) {
+        d->stmt = st;
+        d->moved = false;
+        d->atEnd = false;
+        moveNextRaw();
+        kindsFromFirstRow(d->cols, d->atEnd ? nullptr : st);
+        return;
+    }
+    // Dynamic: read every row, with the rowid of each base table so changes can be written back.
+    sqlite3_stmt* rows = nullptr;
+    const int from = topLevelFrom(t.sql);
+    if (!d->tables.isEmpty() && from > 0 && rowsAreTableRows(t.sql)) {
+        QString withIds = t.sql.left(from).trimmed();
+        for (int i = 0; i < d->tables.size(); ++i)
+            withIds += QStringLiteral(", %1.rowid").arg(quoteIdentifier(d->tables[i]));
+        withIds += u' ' + t.sql.mid(from);
+        rows = cn.acquireShape(withIds, t.params, true);
+    }
+    d->rowidsKnown = rows != nullptr;
+    if (rows)
+        cn.release(st);
+    else
+        rows = st;
+    int rc;
+    while ((rc = sqlite3_step(rows)) == SQLITE_ROW) {
+        if (d->rows.isEmpty())
+            kindsFromFirstRow(d->cols, rows);
+        QList<QVariant> values;
+        values.reserve(count);
+        for (int i = 0; i < count; ++i)
+            values.append(d->read(rows, i));
+        QList<qint64> ids(d->tables.size(), 0);
+        if (d->rowidsKnown)
+            for (int i = 0; i < d->tables.size(); ++i)
+                ids[i] = sqlite3_column_int64(rows, count + i);
+        d->rows.append(values);
+        d->rowids.append(ids);
+    }
+    if (d->rows.isEmpty())
+        kindsFromFirstRow(d->cols, nullptr);
+    if (rc != SQLITE_DONE) {
+        const ErrorRecord r = Database::makeRecord(sqlite3_extended_errcode(cn.handle()),
+                                                   QString::fromUtf8(sqlite3_errmsg(cn.handle())));
+        cn.release(rows);
+        d->rows.clear();
+        d->rowids.clear();
+        d->cn = nullptr;
+        cn.fail(r.Number, r.NativeError, r.SQLState, r.Description);
+    }
+    cn.release(rows);
+    d->pos = 0;
+}
+
+// Steps the live statement; a failed step is a database error like a failed open.
+void Recordset::moveNextRaw() {
+    const int rc = sqlite3_step(d->stmt);
+    if (rc == SQLITE_ROW)
+        return;
+    d->atEnd = true;
+    if (rc != SQLITE_DONE) {
+        Database* cn = d->cn;
+        const ErrorRecord r = Database::makeRecord(sqlite3_extended_errcode(cn->handle()),
+                                                   QString::fromUtf8(sqlite3_errmsg(cn->handle())));
+        close();
+        cn->fail(r.Number, r.NativeError, r.SQLState, r.Description);
+    }
+}
+
+void Recordset::close() {
+    if (!d || !d->cn)
+        return;
+    if (d->stmt)
+        d->cn->release(d->stmt);
+    d->stmt = nullptr;
+    d->cn = nullptr;
+    d->cols.clear();
+    d->tables.clear();
+    d->rows.clear();
+    d->rowids.clear();
+    d->pending.clear();
+    d->adding = false;
+    d->onDeleted = false;
+    d->atEnd = true;
+}
+
+bool Recordset::isOpen() const { return d && d->cn; }
+
+bool Recordset::eof() const {
+    if (!isOpen())
+        return true;
+    if (d->cursor == ForwardOnly)
+        return d->atEnd;
+    return !d->adding && !d->onDeleted && d->pos >= d->rows.size();
+}
+
+bool Recordset::bof() const {
+    if (!isOpen())
+        return true;
+    if (d->cursor == ForwardOnly)
+        return d->atEnd && !d->moved;
+    return !d->adding && (d->pos < 0 || d->rows.isEmpty());
+}
+
+void Recordset::moveNext() {
+    if (!isOpen())
+        throw VbError(3704, QStringLiteral("Operation is not allowed when the object is closed."));
+    if (d->cursor == ForwardOnly) {
+        d->requireCurrent();
+        d->moved = true;
+        moveNextRaw();
+        return;
+    }
+    if (d->adding || !d->pending.isEmpty())
+        update(); // leaving a changed row saves it, as it always did
+    if (d->onDeleted) {
+        d->onDeleted = false;
+        return;
+    }
+    d->requireCurrent();
+    ++d->pos;
+}
+
+void Recordset::moveFirst() {
+    if (!isOpen())
+        throw VbError(3704, QStringLiteral("Operation is not allowed when the object is closed."));
+    if (d->cursor == ForwardOnly) {
+        if (d->moved)
+            d->cn->fail(-2147217884, SQLITE_MISUSE, QStringLiteral("HY109"),
+                        QStringLiteral("Rowset does not support fetching backward."));
+        return;
+    }
+    if (d->adding || !d->pending.isEmpty())
+        update();
+    d->onDeleted = false;
+    d->pos = 0;
+}
+
+long Recordset::recordCount() const {
+    if (!isOpen() || d->cursor == ForwardOnly)
+        return -1;
+    return long(d->rows.size());
+}
+
+int Recordset::fieldCount() const { return isOpen() ? int(d->cols.size()) : 0; }
+
+static const ColumnInfo& column(const Recordset::Impl* d, int i) {
+    if (i < 0 || i >= d->cols.size())
+        throw VbError(kItemNotFound, QStringLiteral("Item cannot be found in the collection corresponding to the "
+                                                    "requested name or ordinal."));
+    return d->cols[i];
+}
+
+QString Recordset::fieldName(int i) const { return column(d.get(), i).name; }
+QString Recordset::baseColumnName(int i) const { return column(d.get(), i).baseColumn; }
+QString Recordset::baseTableName(int i) const { return column(d.get(), i).baseTable; }
+FieldKind Recordset::fieldKind(int i) const { return column(d.get(), i).kind; }
+int Recordset::definedSize(int i) const { return column(d.get(), i).size; }
+
+int Recordset::fieldIndex(const QString& name) const {
+    if (!isOpen())
+        return -1;
+    const QList<ColumnInfo>& cols = d->cols;
+    for (int i = 0; i < cols.size(); ++i)
+        if (cols[i].name.compare(name, Qt::CaseInsensitive) == 0)
+            return i;
+    const int dot = int(name.lastIndexOf(u'.'));
+    if (dot > 0) {
+        const QStringView table = QStringView(name).left(dot), col = QStringView(name).mid(dot + 1);
+        for (int i = 0; i < cols.size(); ++i)
+            if (cols[i].baseTable.compare(table, Qt::CaseInsensitive) == 0 &&
+                (cols[i].baseColumn.compare(col, Qt::CaseInsensitive) == 0 ||
+                 cols[i].plainName.compare(col, Qt::CaseInsensitive) == 0))
+                return i;
+        return -1;
+    }
+    for (int i = 0; i < cols.size(); ++i) // a plain name also finds the first of a qualified pair
+        if (cols[i].plainName.compare(name, Qt::CaseInsensitive) == 0)
+            return i;
+    return -1;
+}
+
+QVariant Recordset::value(int i) const {
+    column(d.get(), i);
+    d->requireCurrent();
+    if (d->cursor == ForwardOnly)
+        return d->read(d->stmt, i);
+    const auto p = d->pending.constFind(i);
+    if (p != d->pending.constEnd())
+        return *p;
+    return d->adding ? QVariant() : d->rows[d->pos][i];
+}
+
+QVariant Recordset::value(const QString& name) const {
+    const int i = fieldIndex(name);
+    if (i < 0)
+        throw VbError(kItemNotFound, QStringLiteral("Item cannot be found in the collection corresponding to the "
+                                                    "requested name or ordinal."));
+    return value(i);
+}
+
+bool Recordset::isNull(int i) const {
+    if (d->cursor == ForwardOnly) {
+        column(d.get(), i);
+        d->requireCurrent();
+        return sqlite3_column_type(d->stmt, i) == SQLITE_NULL;
+    }
+    return value(i).isNull();
+}
+
+int Recordset::storageClass(int i) const {
+    if (d->cursor == ForwardOnly)
+        return sqlite3_column_type(d->stmt, i);
+    const QVariant v = value(i);
+    if (v.isNull())
+        return SQLITE_NULL;
+    switch (v.typeId()) {
+    case QMetaType::Int: case QMetaType::LongLong: case QMetaType::Bool: return SQLITE_INTEGER;
+    case QMetaType::Double: return SQLITE_FLOAT;
+    default: return SQLITE_TEXT;
+    }
+}
+
+qint64 Recordset::intValue(int i) const {
+    return d->cursor == ForwardOnly ? sqlite3_column_int64(d->stmt, i) : value(i).toLongLong();
+}
+
+double Recordset::doubleValue(int i) const {
+    return d->cursor == ForwardOnly ? sqlite3_column_double(d->stmt, i) : value(i).toDouble();
+}
+
+QString Recordset::textValue(int i) const {
+    if (d->cursor == ForwardOnly) {
+        const unsigned char* t = sqlite3_column_text(d->stmt, i);
+        return t ? fromUtf8(t, sqlite3_column_bytes(d->stmt, i)) : QString();
+    }
+    return value(i).toString();
+}

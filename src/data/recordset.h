@@ -32,7 +32,9 @@ public:
     long recordCount() const; // Dynamic only; -1 for ForwardOnly
 
     int fieldCount() const;
-    QString fieldName(int i) const;      // the result column's name (its alias when it has one)
+    // The result column's name (its alias when it has one). Two columns of the same name from different
+    // tables (SELECT * over a join) are named "TABLE.COLUMN"; the plain name then finds the first.
+    QString fieldName(int i) const;
     QString baseColumnName(int i) const; // the column of its base table; empty for a computed column
     QString baseTableName(int i) const;
     FieldKind fieldKind(int i) const;
@@ -58,7 +60,9 @@ public:
     void update();
     void deleteCurrent();
 
+    struct Impl; // the rows and columns (recordset_p.h)
+
 private:
-    struct Impl;
+    void moveNextRaw();
     std::unique_ptr<Impl> d;
 };

@@ -1,0 +1,402 @@
+#include "data/sqltranslate.h"
+
+#include <QList>
+#include <QLocale>
+#include <cmath>
+
+namespace {
+
+enum class Tok { Ident, String, Number, Op, LParen, RParen, Comma, Semi };
+
+struct Token {
+    Tok kind;
+    int pos;
+    int len;
+    bool spaceBefore;
+    QString value; // strings: the literal's value; identifiers: the text with [..] resolved
+};
+
+bool isIdentStart(QChar c) { return c.isLetter() || c == u'_'; }
+bool isIdentChar(QChar c) { return c.isLetterOrNumber() || c == u'_' || c == u'$'; }
+
+// Reads a quoted run starting at i (the opening quote); doubled quotes stand for one. Returns the
+// index after the closing quote, or -1 when the text ends first.
+int readQuoted(const QString& s, int i, QChar q, QString& value) {
+    const int n = int(s.size());
+    for (int j = i + 1; j < n; ++j) {
+        if (s[j] == q) {
+            if (j + 1 < n && s[j + 1] == q) {
+                value += q;
+                ++j;
+                continue;
+            }
+            return j + 1;
+        }
+        value += s[j];
+    }
+    return -1;
+}
+
+QList<Token> tokenize(const QString& s) {
+    QList<Token> out;
+    const int n = int(s.size());
+    int i = 0;
+    bool space = false;
+    while (i < n) {
+        const QChar c = s[i];
+        if (c.isSpace()) {
+            space = true;
+            ++i;
+            continue;
+        }
+        Token t{Tok::Op, i, 1, space, {}};
+        space = false;
+        if (c == u'\'' || c == u'"') {
+            const int end = readQuoted(s, i, c, t.value);
+            if (end < 0) { // an unterminated literal goes through as it is, for the engine to refuse
+                t.len = n - i;
+                t.value.clear();
+            } else {
+                t.kind = Tok::String;
+                t.len = end - i;
+            }
+        } else if (isIdentStart(c) || c == u'[') {
+            // NAME, TABLE.NAME, [A NAME], TABLE.*: the parts joined by dots make one identifier.
+            int j = i;
+            QString text;
+            while (true) {
+                if (j < n && s[j] == u'[') {
+                    const int close = int(s.indexOf(u']', j));
+                    if (close < 0)
+                        break;
+                    text += quoteIdentifier(s.mid(j + 1, close - j - 1));
+                    j = close + 1;
+                } else if (j < n && isIdentStart(s[j])) {
+                    const int start = j;
+                    while (j < n && isIdentChar(s[j]))
+                        ++j;
+                    text += s.mid(start, j - start);
+                } else if (j < n && s[j] == u'*' && !text.isEmpty()) {
+                    text += u'*';
+                    ++j;
+                    break;
+                } else {
+                    break;
+                }
+                if (j + 1 < n && s[j] == u'.' && (isIdentStart(s[j + 1]) || s[j + 1] == u'[' || s[j + 1] == u'*')) {
+                    text += u'.';
+                    ++j;
+                    continue;
+                }
+                break;
+            }
+            if (j == i) { // a lone '[' with no closing bracket
+                t.len = 1;
+            } else {
+                t.kind = Tok::Ident;
+                t.len = j - i;
+                t.value = text;
+            }
+        } else if (c.isDigit() || (c == u'.' && i + 1 < n && s[i + 1].isDigit())) {
+            int j = i;
+            while (j < n && (s[j].isDigit() || s[j] == u'.'))
+                ++j;
+            if (j < n && (s[j] == u'e' || s[j] == u'E')) {
+                int k = j + 1;
+                if (k < n && (s[k] == u'+' || s[k] == u'-'))
+                    ++k;
+                if (k < n && s[k].isDigit()) {
+                    j = k;
+                    while (j < n && s[j].isDigit())
+                        ++j;
+                }
+            }
+            t.kind = Tok::Number;
+            t.len = j - i;
+        } else if (c == u'(') {
+            t.kind = Tok::LParen;
+        } else if (c == u')') {
+            t.kind = Tok::RParen;
+        } else if (c == u',') {
+            t.kind = Tok::Comma;
+        } else if (c == u';') {
+            t.kind = Tok::Semi;
+        } else if (i + 1 < n) {
+            const QStringView two = QStringView(s).mid(i, 2);
+            if (two == u"<>" || two == u"<=" || two == u">=" || two == u"!=" || two == u"||" || two == u"==")
+                t.len = 2;
+        }
+        out.append(t);
+        i += t.len;
+    }
+    return out;
+}
+
+// Tokens at which an operand of & ends: Jet's & binds looser than arithmetic and tighter than
+// comparison, so comparisons, logical words and clause words delimit its operands.
+bool isStopWord(const QString& upper) {
+    static const QStringList words = {
+        QStringLiteral("SELECT"), QStringLiteral("FROM"),   QStringLiteral("WHERE"),   QStringLiteral("AND"),
+        QStringLiteral("OR"),     QStringLiteral("NOT"),    QStringLiteral("AS"),      QStringLiteral("ON"),
+        QStringLiteral("SET"),    QStringLiteral("WHEN"),   QStringLiteral("THEN"),    QStringLiteral("ELSE"),
+        QStringLiteral("END"),    QStringLiteral("CASE"),   QStringLiteral("LIKE"),    QStringLiteral("IS"),
+        QStringLiteral("IN"),     QStringLiteral("BETWEEN"), QStringLiteral("ORDER"),  QStringLiteral("GROUP"),
+        QStringLiteral("BY"),     QStringLiteral("HAVING"), QStringLiteral("VALUES"),  QStringLiteral("ASC"),
+        QStringLiteral("DESC"),   QStringLiteral("JOIN"),   QStringLiteral("INNER"),   QStringLiteral("LEFT"),
+        QStringLiteral("RIGHT"),  QStringLiteral("OUTER"),  QStringLiteral("UNION"),   QStringLiteral("INTO"),
+        QStringLiteral("DISTINCT"), QStringLiteral("TOP"),  QStringLiteral("UPDATE"),  QStringLiteral("DELETE"),
+        QStringLiteral("INSERT"), QStringLiteral("EXISTS"), QStringLiteral("XOR")};
+    return words.contains(upper);
+}
+
+bool isKeywordColumn(const QString& upper) {
+    return upper == QLatin1String("CHECK") || upper == QLatin1String("RANGE");
+}
+
+class Translator {
+public:
+    explicit Translator(const QString& src) : m_src(src), m_t(tokenize(src)) {}
+
+    TranslatedSql run() {
+        TranslatedSql r;
+        int end = int(m_t.size());
+        for (int i = 0; i < end; ++i) {
+            if (m_t[i].kind != Tok::Semi)
+                continue;
+            for (int j = i + 1; j < end; ++j) {
+                if (m_t[j].kind != Tok::Semi) {
+                    r.error = QStringLiteral("Characters found after end of SQL statement.");
+                    return r;
+                }
+            }
+            end = i;
+            break;
+        }
+        markUpdateTargets(end);
+        r.sql = range(0, end).trimmed();
+        r.params = m_params;
+        return r;
+    }
+
+private:
+    QString upperWord(int i) const { return m_t[i].kind == Tok::Ident ? m_t[i].value.toUpper() : QString(); }
+
+    int matching(int open, int end) const {
+        int depth = 0;
+        for (int i = open; i < end; ++i) {
+            if (m_t[i].kind == Tok::LParen)
+                ++depth;
+            else if (m_t[i].kind == Tok::RParen && --depth == 0)
+                return i;
+        }
+        return end; // unbalanced: the rest belongs to the group, the engine will complain
+    }
+
+    bool isStop(int i) const {
+        const Token& t = m_t[i];
+        if (t.kind == Tok::Comma)
+            return true;
+        if (t.kind == Tok::Op) {
+            const QStringView op = QStringView(m_src).mid(t.pos, t.len);
+            return op == u"=" || op == u"<" || op == u">" || op == u"<>" || op == u"<=" || op == u">=" ||
+                   op == u"!=" || op == u"==";
+        }
+        return t.kind == Tok::Ident && isStopWord(upperWord(i));
+    }
+
+    bool isAmp(int i) const { return m_t[i].kind == Tok::Op && m_src[m_t[i].pos] == u'&'; }
+
+    // UPDATE T SET T.C = ...: SQLite refuses a qualified name as an assignment target.
+    void markUpdateTargets(int end) {
+        m_strip = QList<bool>(end, false);
+        if (end < 3 || upperWord(0) != QLatin1String("UPDATE"))
+            return;
+        const QString table = m_t[1].value.toUpper() + u'.';
+        bool inSet = false, expectTarget = false;
+        int depth = 0;
+        for (int i = 2; i < end; ++i) {
+            const Token& t = m_t[i];
+            if (t.kind == Tok::LParen) ++depth;
+            if (t.kind == Tok::RParen) --depth;
+            if (depth != 0)
+                continue;
+            const QString w = upperWord(i);
+            if (w == QLatin1String("SET")) {
+                inSet = expectTarget = true;
+            } else if (w == QLatin1String("WHERE")) {
+                inSet = false;
+            } else if (inSet && t.kind == Tok::Comma) {
+                expectTarget = true;
+            } else if (expectTarget) {
+                if (t.kind == Tok::Ident && w.startsWith(table))
+                    m_strip[i] = true;
+                expectTarget = false;
+            }
+        }
+    }
+
+    // A range of tokens at one nesting level: & chains between stop tokens become JETCAT calls.
+    QString range(int b, int e) {
+        QString out;
+        int segStart = b;
+        for (int i = b; i <= e; ++i) {
+            if (i < e && m_t[i].kind == Tok::LParen) {
+                i = matching(i, e);
+                continue;
+            }
+            if (i == e || isStop(i)) {
+                out += segment(segStart, i);
+                if (i < e)
+                    out += simple(i, i + 1);
+                segStart = i + 1;
+            }
+        }
+        return out;
+    }
+
+    QString segment(int b, int e) {
+        QList<int> amps;
+        for (int i = b; i < e; ++i) {
+            if (m_t[i].kind == Tok::LParen)
+                i = matching(i, e);
+            else if (isAmp(i))
+                amps.append(i);
+        }
+        if (amps.isEmpty())
+            return simple(b, e);
+        const QString lead = (m_t[b].spaceBefore || m_forceSpace) ? QStringLiteral(" ") : QString();
+        m_forceSpace = false;
+        QStringList operands;
+        int start = b;
+        amps.append(e);
+        for (int a : amps) {
+            operands.append(simple(start, a).trimmed());
+            start = a + 1;
+        }
+        return lead + QLatin1String(kJetConcat) + u'(' + operands.join(QStringLiteral(", ")) + u')';
+    }
+
+    QString identifier(int i) const {
+        const QString& text = m_t[i].value;
+        QStringList parts = text.split(u'.');
+        if (m_strip[i] && parts.size() > 1)
+            parts = parts.mid(parts.size() - 1);
+        for (QString& p : parts) {
+            if (isKeywordColumn(p.toUpper()))
+                p = quoteIdentifier(p);
+        }
+        return parts.join(u'.');
+    }
+
+    // Tokens emitted one by one; groups in parentheses and IIF calls recurse.
+    QString simple(int b, int e) {
+        QString out;
+        for (int i = b; i < e; ++i) {
+            const Token& t = m_t[i];
+            const QString sp = (t.spaceBefore || m_forceSpace) ? QStringLiteral(" ") : QString();
+            m_forceSpace = false;
+            switch (t.kind) {
+            case Tok::LParen: {
+                const int close = matching(i, e);
+                out += sp + u'(' + range(i + 1, close) + (close < e ? QStringLiteral(")") : QString());
+                i = close;
+                break;
+            }
+            case Tok::Ident:
+                if (t.value.compare(QLatin1String("IIF"), Qt::CaseInsensitive) == 0 && i + 1 < e &&
+                    m_t[i + 1].kind == Tok::LParen) {
+                    const int close = matching(i + 1, e);
+                    out += sp + iif(i + 2, close);
+                    i = close;
+                } else {
+                    out += sp + identifier(i);
+                }
+                break;
+            case Tok::String:
+                m_params.append(t.value);
+                out += sp + u'?';
+                break;
+            case Tok::Op:
+                if (m_src[t.pos] == u'/' && t.len == 1) {
+                    out += QStringLiteral(" * 1.0 /");
+                    m_forceSpace = true;
+                    break;
+                }
+                // "--" would start a comment in SQLite
+                if (m_src[t.pos] == u'-' && !t.spaceBefore && out.endsWith(u'-'))
+                    out += u' ';
+                out += sp + m_src.mid(t.pos, t.len);
+                break;
+            default:
+                out += sp + m_src.mid(t.pos, t.len);
+            }
+        }
+        return out;
+    }
+
+    QString iif(int b, int e) {
+        QList<QString> args;
+        int start = b;
+        for (int i = b; i <= e; ++i) {
+            if (i < e && m_t[i].kind == Tok::LParen) {
+                i = matching(i, e);
+                continue;
+            }
+            if (i == e || m_t[i].kind == Tok::Comma) {
+                args.append(range(start, i).trimmed());
+                start = i + 1;
+            }
+        }
+        if (args.size() < 2 || args.size() > 3 || args[0].isEmpty() || args[1].isEmpty())
+            return QStringLiteral("IIF(") + args.join(QStringLiteral(", ")) + u')'; // let the engine refuse it
+        QString out = QStringLiteral("CASE WHEN ") + args[0] + QStringLiteral(" THEN ") + args[1];
+        if (args.size() == 3 && !args[2].isEmpty()) // IIF(c, a, ) reads as IIF(c, a)
+            out += QStringLiteral(" ELSE ") + args[2];
+        return out + QStringLiteral(" END");
+    }
+
+    const QString& m_src;
+    QList<Token> m_t;
+    QList<bool> m_strip;
+    QStringList m_params;
+    bool m_forceSpace = false;
+};
+
+} // namespace
+
+TranslatedSql TranslateSql(const QString& jetSql) { return Translator(jetSql).run(); }
+
+int topLevelFrom(const QString& s) {
+    const int n = int(s.size());
+    int depth = 0;
+    for (int i = 0; i < n; ++i) {
+        const QChar c = s[i];
+        if (c == u'"' || c == u'\'') {
+            const int close = int(s.indexOf(c, i + 1));
+            if (close < 0)
+                return -1;
+            i = close;
+        } else if (c == u'(') {
+            ++depth;
+        } else if (c == u')') {
+            --depth;
+        } else if (depth == 0 && (c == u'F' || c == u'f') && (i == 0 || !isIdentChar(s[i - 1])) &&
+                   QStringView(s).mid(i, 4).compare(QLatin1String("FROM"), Qt::CaseInsensitive) == 0 &&
+                   (i + 4 >= n || !isIdentChar(s[i + 4]))) {
+            return i;
+        }
+    }
+    return -1;
+}
+
+QString quoteIdentifier(const QString& name) {
+    QString q = name;
+    q.replace(u'"', QStringLiteral("\"\""));
+    return u'"' + q + u'"';
+}
+
+QString jetNumberText(double v) {
+    if (std::isfinite(v) && v == std::floor(v) && std::fabs(v) < 1e15)
+        return QString::number(qint64(v));
+    return QString::number(v, 'g', QLocale::FloatingPointShortest);
+}

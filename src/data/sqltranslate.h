@@ -1,0 +1,37 @@
+#pragma once
+// The program writes its SQL in the Jet dialect it has always used; this turns one such statement into
+// SQLite text. String literals are lifted out as bound parameters so that every statement of one shape
+// (the same text with different names in it) is prepared once and reused.
+//
+//   a & b            -> JETCAT(a, b)   (NULL joins as empty text; numbers print as Jet prints them)
+//   IIF(c, a)        -> CASE WHEN c THEN a END
+//   IIF(c, a, b)     -> CASE WHEN c THEN a ELSE b END
+//   CHECK, T.RANGE   -> "CHECK", T."RANGE"   (column names that are SQLite keywords)
+//   [NAME]           -> "NAME"
+//   a / b            -> a * 1.0 / b    (Jet divides as floating point even between whole numbers)
+//   UPDATE T SET T.C = ...  -> UPDATE T SET C = ...
+//   'text', "text"   -> ?              (value kept in params, in order)
+// A trailing ";" is dropped; anything after it makes the statement an error that is not run.
+#include <QString>
+#include <QStringList>
+
+struct TranslatedSql {
+    QString sql;        // SQLite text with ? for each lifted literal, whitespace collapsed
+    QStringList params; // the literals' values, quotes undoubled
+    QString error;      // not empty: the text must not be run (Jet's own wording)
+};
+
+TranslatedSql TranslateSql(const QString& jetSql);
+
+// The name of the SQL function that implements Jet's & (registered on every connection).
+inline constexpr const char* kJetConcat = "JETCAT";
+
+// Offset of the top-level FROM keyword of translated SELECT text, -1 when there is none.
+int topLevelFrom(const QString& sqliteSql);
+
+// An identifier in double quotes, inner quotes doubled.
+QString quoteIdentifier(const QString& name);
+
+// The text Jet shows for a number joined with &: whole values without a fraction, others in the
+// shortest form that reads back the same.
+QString jetNumberText(double v);
