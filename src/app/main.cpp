@@ -1,1 +1,29 @@
-int main() { return 0; }
+// VOSK starts from its start procedure, not from a window: RunVOSK decides whether a window shows.
+#include "app/frmmain.h"
+#include "app/modinit.h"
+#include "app/qtprompt.h"
+#include "core/programfolder.h"
+
+#include <QApplication>
+#include <QWidget>
+
+int main(int argc, char** argv) {
+    QApplication app(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("VOSK"));
+    initProgramFolder(QApplication::arguments());
+
+    QtPrompt prompt;
+    setPrompts(&prompt);
+    setMainWindowFactory([] { return static_cast<QWidget*>(new frmMain); });
+
+    RunVOSK();
+
+    int result = 0;
+    bool showing = false;
+    for (QWidget* w : QApplication::topLevelWidgets())
+        showing = showing || w->isVisible();
+    if (showing)
+        result = QApplication::exec();
+    setPrompts(nullptr);
+    return result;
+}

@@ -1,0 +1,28 @@
+#pragma once
+// Start-up: one copy only, a writable database file, the shared connection, the schema check, the
+// splash while the item icons are warmed, then the main window.
+#include <QString>
+#include <functional>
+
+class QWidget;
+
+// The start-up sequence. When it returns with a window showing, the program runs; otherwise it ends.
+void RunVOSK();
+
+// Character i of the result is character i of the text with its code exclusive-or the fixed key
+// (the routine is its own inverse).
+QString Unscramble(const QString& text);
+// The provider part of the connection text, unscrambled; it ends where "Data Source=" follows.
+QString ProviderPrefix();
+// The provider prefix, "Data Source=", the database path and ";".
+QString ConnectionText();
+
+// How the main window is made: constructing it loads it (settings read, lists filled) without showing
+// it. main() installs the real window; tests install a stand-in.
+void setMainWindowFactory(std::function<QWidget*()> factory);
+
+// Called with every index the preload loop fetches (tests watch the loop through it).
+void setPreloadObserver(std::function<void(long index)> observer);
+
+// Closes every child window, then every remaining top-level window (ShutDown's last step).
+void UnloadAllWindows();
