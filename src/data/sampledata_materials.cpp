@@ -15,7 +15,7 @@ void addRaw(SampleWorld& s, const QString& name, int level, int price)
     const bool personal = s.chance(6);
     s.w.insert("RAW_MATERIALS", "RAW_MATERIAL_NAME,LVL,PRICE,COMMENTS,CHECK,PERSONAL_DB,UPDATED,SUBMITTED,LAST_UPDATED,PIC_ID",
                {name, level, price, s.chance(25) ? QVariant(QStringLiteral("Found in %1 fields.").arg(s.chance(50) ? "dense" : "scattered")) : QVariant(),
-                s.flag(15), personal, personal || s.flag(8), s.flag(5), s.date(), s.below(100)});
+                s.flag(15), personal, personal || s.flag(8), s.rawMaterials.size() % 7 == 3, s.date(), s.below(100)});
     s.rawMaterials << name;
 }
 
@@ -36,8 +36,8 @@ void addMaterials(SampleWorld& s)
     for (int i = 0; i < 36; ++i) {
         QString name = itemAdjectives.at(i % itemAdjectives.size()) + QLatin1Char(' ') + itemWords.at((i * 7) % itemWords.size());
         if (s.items.contains(name)) name += QStringLiteral(" Fragment");
-        if (s.items.contains(name)) continue;
         if (i == 5) name = QStringLiteral("Smuggler's Ledger");
+        if (s.items.contains(name)) continue;
         const int price = i % 11 == 3 ? -1 : (i % 13 == 4 ? -2 : (i % 17 == 6 ? 0 : s.between(5, 900)));
         const bool personal = s.chance(5);
         s.w.insert("ITEMS", "ITEM_NAME,LVL,PRICE,COMMENTS,CHECK,PERSONAL_DB,UPDATED,SUBMITTED,LAST_UPDATED,PIC_ID",

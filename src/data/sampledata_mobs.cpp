@@ -31,11 +31,12 @@ void addMobs(SampleWorld& s)
     int drop = 0;
     for (int i = 0; i < 42; ++i) {
         QString name = first.at(i % first.size()) + QLatin1Char(' ') + second.at((i * 3 + i / first.size()) % second.size());
-        if (s.mobs.contains(name)) continue;
         if (i == 7) name = QStringLiteral("Brother Kell's Wraith");
         if (i == 20) name = QStringLiteral("The Tyrant of Mossgate");
+        if (s.mobs.contains(name)) continue;
         const bool boss = i == 7 || i == 20 || i % 13 == 12;
-        const int level = boss ? s.between(40, 70) : s.between(1, 55);
+        // The combat-level bands' edges: 5 is in "0-5", 60 in "51+".
+        const int level = i == 0 ? 5 : (i == 20 ? 60 : (boss ? s.between(40, 70) : s.between(1, 55)));
         const bool personal = s.chance(6);
         s.w.insert("MOBS", "MOB_NAME,TYPE,FACTION,COMMENTS,CHECK,PERSONAL_DB,UPDATED,SUBMITTED,LAST_UPDATED",
                    {name, s.pick(types), s.chance(10) ? QVariant() : QVariant(s.pick(factions)),

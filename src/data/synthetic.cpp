@@ -125,15 +125,27 @@ bool generate(sqlite3* db, qint64 n, QString* error, SyntheticCounts* counts)
         const QString name = numbered("Ore", r);
         w.insert("RAW_MATERIALS", "RAW_MATERIAL_NAME,LVL,PRICE,CHECK,LAST_UPDATED,PIC_ID", {name, g.between(1, 60), g.between(-2, 900), r % 9 == 0, g.date(), g.below(100)});
         if (r >= 10) w.insert("RAW_MATERIALS_REFINES_FROM", "RAW_MATERIAL_NAME,REFINES_FROM,AMOUNT", {name, numbered("Ore", g.below(int(qMin<qint64>(r, 1 << 30)))), 1 + g.below(3)});
+        if (r < 10) w.insert("MINE_LOCATIONS", "RAW_MATERIAL,SECTORS_SECTOR", {name, numbered("Sector", r % sectors, 4)});
+        if (r % 10 == 5) w.insert("RAW_MATERIALS_ITEMS", "RAW_MATERIAL_NAME,ITEM_NAME,AMOUNT", {name, numbered("Item", r % c.items), 1});
+        if (r % 10 == 7) w.insert("BUY_RAW_MATERIAL_LOCATIONS", "RAW_MATERIAL,STATIONS_STATION", {name, numbered("Station", r % c.stations, 4)});
     }
-    for (qint64 i = 0; i < c.items; ++i)
+    for (qint64 s = 0; s < c.stations; ++s)
+        w.insert("STATION_TERMINALS", "STATION_NAME,TERMINAL_TYPE", {numbered("Station", s, 4), s % 2 ? "Market" : "Bank"});
+    for (qint64 i = 0; i < c.items; ++i) {
         w.insert("ITEMS", "ITEM_NAME,LVL,PRICE,CHECK,LAST_UPDATED,PIC_ID", {numbered("Item", i), g.between(1, 60), g.between(-2, 900), i % 9 == 0, g.date(), g.below(100)});
+        if (i % 4 == 0) w.insert("BUY_ITEM_LOCATIONS", "ITEM_NAME,STATIONS_STATION", {numbered("Item", i), numbered("Station", i % c.stations, 4)});
+    }
     for (qint64 k = 0; k < c.components; ++k) {
         const QString name = numbered("Part", k);
         w.insert("COMPONENTS", "COMPONENT_NAME,LVL,PRICE,TYPE,PIC_ID,LAST_UPDATED,CHECK",
                  {name, g.between(1, 60), g.between(-2, 2000), k % 10 == 0 ? QVariant() : QVariant(QStringLiteral("Circuitry")),
                   g.below(100), g.date(), k % 9 == 0});
         w.insert("COMPONENTS_RAW_MATERIALS", "COMPONENTS_COMPONENT,RAW_MATERIAL,AMOUNT", {name, numbered("Ore", g.below(int(c.rawMaterials))), 1 + g.below(4)});
+        if (k % 5 == 0) w.insert("COMPONENTS_ITEMS", "COMPONENT_NAME,ITEM_NAME,AMOUNT", {name, numbered("Item", k % c.items), 1});
+        if (k % 7 == 1) w.insert("COMPONENTS_UPGRADE_FROM", "COMPONENT_NAME,UPGRADE_FROM,AMOUNT", {name, numbered("Part", k - 1), 1});
+        if (k % 9 == 2) w.insert("BUY_COMPONENT_LOCATIONS", "COMPONENTS_COMPONENT,STATIONS_STATION", {name, numbered("Station", k % c.stations, 4)});
+        // Device 6 is built from nothing, so a component may need it without a loop.
+        if (k % 50 == 0 && n > 6) w.insert("COMPONENTS_EQUIPMENTS", "COMPONENT_NAME,EQUIPMENT_NAME,AMOUNT", {name, numbered("Device", 6), 1});
     }
 
     for (qint64 i = 0; i < n && w.ok(); ++i) {
@@ -148,7 +160,12 @@ bool generate(sqlite3* db, qint64 n, QString* error, SyntheticCounts* counts)
         if (i % 10 == 0) {
             w.insert("BUY_EQUIPMENT_LOCATION", "EQUIPMENTS_EQUIPMENT,STATIONS_STATION", {name, numbered("Station", g.below(int(c.stations)), 4)});
             w.insert("EQUIPMENTS_COMPONENTS", "EQUIPMENTS_EQUIPMENT,COMPONENTS_COMPONENT,AMOUNT", {name, numbered("Part", g.below(int(c.components))), 1 + g.below(3)});
+            w.insert("EQUIPMENTS_RAW_MATERIALS", "EQUIPMENTS_EQUIPMENT,RAW_MATERIAL_NAME,AMOUNT", {name, numbered("Ore", g.below(int(c.rawMaterials))), 1 + g.below(3)});
         }
+        if (i % 30 == 0) w.insert("EQUIPMENTS_ITEMS", "EQUIPMENTS_EQUIPMENT,ITEM_NAME,AMOUNT", {name, numbered("Item", i % c.items), 1});
+        if (i % 20 == 8) w.insert("EQUIPMENTS_UPGRADE_FROM", "EQUIPMENT_NAME,UPGRADE_FROM,AMOUNT", {name, numbered(typeWords[type], i - 8), 1});
+        if (i % 12 == 0 && type != 7)
+            w.insert("EQUIP_SPECIALS", "EQUIPMENT_NAME,SPECIAL,AMOUNT,UNITS,DURATION", {name, "Overcharge", g.fraction(-5, 40), i % 24 ? "%" : "points", g.between(0, 30)});
     }
     c.equipment = n;
 
@@ -159,6 +176,8 @@ bool generate(sqlite3* db, qint64 n, QString* error, SyntheticCounts* counts)
                  {name, g.between(1, 70), g.between(100, 20000), g.between(100, 30000), g.between(10, 9000),
                   g.between(10, 500), g.between(500, 9000), g.between(200, 5000), m % 25 == 0});
         w.insert("MOB_ATTACK_TYPE", "MOB_NAME,ATTACK_TYPE,AMOUNT", {name, damageTypes[m % 6], g.between(5, 500)});
+        if (m % 3 == 0) w.insert("MOB_RESISTANCE", "MOB_NAME,RESISTANCE,AMOUNT", {name, damageTypes[(m + 1) % 6], g.between(5, 80)});
+        if (m % 3 == 1) w.insert("MOB_WEAKNESS", "MOB_NAME,WEAKNESS,AMOUNT", {name, damageTypes[(m + 2) % 6], g.between(5, 80)});
         w.insert("MOBS_LOCATION", "MOB_NAME,SECTOR_NAME,NAV_POINT,SPAWN_RATE",
                  {name, numbered("Sector", m % sectors, 4), QStringLiteral("Point %1").arg(m % 4), sample::SpawnRates[m % 5]});
         if (n > 0) {
