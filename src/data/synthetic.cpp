@@ -97,6 +97,7 @@ void addStats(Gen& g, int type, const QString& name, qint64 i)
 
 bool generate(sqlite3* db, qint64 n, QString* error, SyntheticCounts* counts)
 {
+    // A new file written in one go: nothing to protect until it is complete.
     sqlite3_exec(db, "PRAGMA synchronous=OFF", nullptr, nullptr, nullptr);
     RowWriter w(db);
     w.begin();
