@@ -56,6 +56,8 @@ public:
 
     const QList<ErrorRecord>& errors() const { return m_errors; }
     void clearErrors() { m_errors.clear(); }
+    // Adds a record to the collection (for code that reports several problems at once, and tests).
+    void addError(const ErrorRecord& record) { m_errors.append(record); }
 
     sqlite3* handle() const { return m_db; }
 
