@@ -1,16 +1,17 @@
 #pragma once
 // The find dialog over the main list.
+#include "lists/listmodel.h"
+
+#include <QAbstractItemView>
 #include <QDialog>
 #include <QPointer>
 
-class QAbstractItemView;
 class QCheckBox;
 class QGroupBox;
 class QLabel;
 class QLineEdit;
 class QPushButton;
 class QRadioButton;
-class ListModel;
 class FindStatus;
 
 class frmFind : public QDialog {

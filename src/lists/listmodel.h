@@ -73,9 +73,11 @@ public:
     bool isUpdated(int row) const;
     bool isPersonal(int row) const;
 
-    // Bold marks. A bold row shows all its cells bold; a bold cell only itself.
-    void setBold(int row, int col, bool bold = true);
-    void setRowBold(int row, bool bold = true);
+    // Bold marks. A bold row shows all its cells bold; a bold cell only itself. Marking many cells at
+    // once passes notify = false and calls notifyBoldChanged() once at the end.
+    void setBold(int row, int col, bool bold = true, bool notify = true);
+    void setRowBold(int row, bool bold = true, bool notify = true);
+    void notifyBoldChanged();
     bool isBold(int row, int col) const; // the cell is shown bold (its own mark or its row's)
     bool isCellBold(int row, int col) const;
     bool isRowBold(int row) const;

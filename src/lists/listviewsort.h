@@ -1,11 +1,11 @@
 #pragma once
 // clsListViewSort: click-to-sort columns for a list view over a ListModel. A click on a column header
 // sorts by that column (toggling the order on every click) with the column's tag deciding how.
+#include <QAbstractItemView>
+#include <QHeaderView>
 #include <QObject>
 #include <QPointer>
 
-class QAbstractItemView;
-class QHeaderView;
 class ListModel;
 
 class ListViewSort : public QObject {

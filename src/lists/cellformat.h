@@ -1,0 +1,13 @@
+#pragma once
+// How the list writes numbers into its cells.
+#include <QString>
+
+// "###,###,##0": 1234567 -> "1,234,567", 0 -> "0", -1234 -> "-1,234".
+QString FormatWholeNumber(qint64 value);
+// Rounded to 2 decimals (ties to even, as Round did) and written without trailing zeros: 2.5 -> "2.5",
+// 3.14159 -> "3.14", 3.0 -> "3", -0.001 -> "0".
+QString FormatFractionNumber(double value);
+double RoundTo2(double value);
+// A number written the way CStr wrote one: up to 15 significant digits, "E+" exponents for very
+// large or small values.
+QString VbNumberText(double value);

@@ -1,0 +1,370 @@
+#include "lists/listmodel.h"
+#include "lists/cellformat.h"
+#include "lists/listmodel_p.h"
+
+#include "core/vberror.h"
+#include "data/recordset.h"
+
+#include <sqlite3.h>
+
+#include <cmath>
+
+using liststore::Cell;
+using liststore::Column;
+using liststore::Display;
+
+QColor colorFromVbColor(qint64 vbColor) {
+    if (vbColor < 0 || vbColor > 0xFFFFFF)
+        return QColor();
+    return QColor(int(vbColor & 0xFF), int((vbColor >> 8) & 0xFF), int((vbColor >> 16) & 0xFF));
+}
+
+QColor colorFromVbColorText(const QString& text) {
+    const QString t = text.trimmed();
+    bool ok = false;
+    qint64 v = 0;
+    if (t.startsWith(QLatin1String("&H"), Qt::CaseInsensitive)) {
+        QString hex = t.mid(2);
+        if (hex.endsWith(QLatin1Char('&')))
+            hex.chop(1);
+        v = hex.toLongLong(&ok, 16);
+    } else if (t.startsWith(QLatin1String("0x"), Qt::CaseInsensitive)) {
+        v = t.mid(2).toLongLong(&ok, 16);
+    } else {
+        v = t.toLongLong(&ok, 10);
+    }
+    return ok ? colorFromVbColor(v) : QColor();
+}
+
+namespace {
+bool isFlagColumn(const QString& name) {
+    return name == QLatin1String("CHECK") || name == QLatin1String("PERSONAL_DB") ||
+           name == QLatin1String("UPDATED") || name == QLatin1String("SUBMITTED") ||
+           name == QLatin1String("UNIQUE_FLAG") || name == QLatin1String("PIC_ID");
+}
+
+bool readFlag(const Recordset& rs, int i) {
+    switch (rs.storageClass(i)) {
+    case SQLITE_INTEGER: return rs.intValue(i) != 0;
+    case SQLITE_FLOAT: return rs.doubleValue(i) != 0.0;
+    case SQLITE_NULL: return false;
+    default: {
+        const QString t = rs.textValue(i).trimmed();
+        return t.compare(QLatin1String("True"), Qt::CaseInsensitive) == 0 ||
+               t.compare(QLatin1String("Yes"), Qt::CaseInsensitive) == 0 || t == QLatin1String("1") ||
+               t == QLatin1String("-1");
+    }
+    }
+}
+
+// The field name without a table prefix, upper-cased, as the flag and special columns are known.
+QString plainName(const QString& field) {
+    const qsizetype dot = field.lastIndexOf(QLatin1Char('.'));
+    return (dot >= 0 ? field.mid(dot + 1) : field).toUpper();
+}
+} // namespace
+
+ListModel::ListModel(QObject* parent) : QAbstractTableModel(parent), d(new Impl) {
+    d->boldFont.setBold(true);
+}
+
+ListModel::~ListModel() = default;
+
+void ListModel::clear() {
+    beginResetModel();
+    auto fresh = std::make_unique<Impl>();
+    fresh->boldFont = d->boldFont;
+    fresh->sortKey = d->sortKey;
+    fresh->sortOrder = d->sortOrder;
+    fresh->sorted = d->sorted;
+    d = std::move(fresh);
+    endResetModel();
+}
+
+void ListModel::load(Recordset& rs, const ListColors& colors) {
+    auto next = std::make_unique<Impl>();
+    next->boldFont = d->boldFont;
+    next->colors = colors;
+    next->sortKey = d->sortKey;
+    next->sortOrder = d->sortOrder;
+    next->sorted = d->sorted;
+
+    // Which result column feeds which list column, and which give the row's flags.
+    const int fields = rs.fieldCount();
+    std::vector<int> source;
+    int checkField = -1, updatedField = -1, personalField = -1;
+    for (int i = 0; i < fields; ++i) {
+        const QString field = plainName(rs.fieldName(i));
+        if (isFlagColumn(field)) {
+            if (field == QLatin1String("CHECK"))
+                checkField = i;
+            else if (field == QLatin1String("UPDATED"))
+                updatedField = i;
+            else if (field == QLatin1String("PERSONAL_DB"))
+                personalField = i;
+            continue;
+        }
+        Column c;
+        c.name = rs.fieldName(i);
+        c.header = c.name;
+        c.kind = rs.fieldKind(i);
+        if (isNumeric(c.kind))
+            c.tag = NumberTag;
+        else if (c.kind == FieldKind::Date)
+            c.tag = DateTag;
+        c.display = c.kind == FieldKind::Boolean              ? Display::YesNo
+                    : (isText(c.kind) || c.kind == FieldKind::Date) ? Display::Plain
+                                                                : Display::Numbers;
+        c.naForMinusOne = field == QLatin1String("MANEUVERABILITY") || field == QLatin1String("AMMO_RANGE");
+        c.unknownIfEmpty = field == QLatin1String("TYPE") || field == QLatin1String("SUBTYPE");
+        next->cols.push_back(std::move(c));
+        source.push_back(i);
+    }
+
+    beginResetModel();
+    try {
+        static const QString unknown = QStringLiteral("Unknown");
+        const size_t ncols = next->cols.size();
+        for (; !rs.eof(); rs.moveNext()) {
+            uint8_t f = 0;
+            if (checkField >= 0 && readFlag(rs, checkField))
+                f |= listflags::Checked;
+            if (updatedField >= 0 && readFlag(rs, updatedField))
+                f |= listflags::Updated;
+            if (personalField >= 0 && readFlag(rs, personalField))
+                f |= listflags::Personal;
+            next->flags.push_back(f);
+            for (size_t c = 0; c < ncols; ++c) {
+                Column& col = next->cols[c];
+                const int i = source[c];
+                switch (rs.storageClass(i)) {
+                case SQLITE_INTEGER: col.appendInt(rs.intValue(i)); break;
+                case SQLITE_FLOAT: col.appendReal(rs.doubleValue(i)); break;
+                case SQLITE_NULL:
+                    if (col.unknownIfEmpty)
+                        col.appendText(unknown);
+                    else
+                        col.appendNull();
+                    break;
+                default: {
+                    const QString t = rs.textValue(i);
+                    col.appendText(col.unknownIfEmpty && t.isEmpty() ? unknown : t);
+                }
+                }
+            }
+            ++next->rows;
+        }
+    } catch (...) {
+        auto empty = std::make_unique<Impl>();
+        empty->boldFont = d->boldFont;
+        empty->sortKey = d->sortKey;
+        empty->sortOrder = d->sortOrder;
+        empty->sorted = d->sorted;
+        d = std::move(empty);
+        endResetModel();
+        throw;
+    }
+    for (Column& c : next->cols) {
+        c.finish();
+        // A computed column takes its kind from its first value; when that was NULL, the values
+        // themselves say whether it is numeric.
+        if (c.kind == FieldKind::Empty) {
+            const Cell u = c.uniformClass();
+            if (u == Cell::Int || u == Cell::Real)
+                c.tag = NumberTag;
+        }
+    }
+    next->order.resize(next->rows);
+    for (size_t r = 0; r < next->rows; ++r)
+        next->order[r] = uint32_t(r);
+    if (next->sorted && next->sortKey >= 0 && size_t(next->sortKey) < next->cols.size())
+        next->order = next->sortedOrder(next->sortKey, next->sortOrder);
+    d = std::move(next);
+    endResetModel();
+}
+
+void ListModel::Impl::cellText(size_t src, int col, QString& out) const {
+    const Column& c = cols[size_t(col)];
+    switch (c.cellClass(src)) {
+    case Cell::Null:
+        out.clear();
+        return;
+    case Cell::Text:
+        liststore::decodeInto(c.textAt(src), out);
+        return;
+    case Cell::Int: {
+        const qint64 v = c.intAt(src);
+        if (c.display == Display::YesNo)
+            out = v ? QStringLiteral("True") : QStringLiteral("False");
+        else if (c.naForMinusOne && v == -1)
+            out = QStringLiteral("N/A");
+        else if (c.display == Display::Plain)
+            out = QString::number(v);
+        else
+            out = FormatWholeNumber(v);
+        return;
+    }
+    case Cell::Real: {
+        const double v = c.realAt(src);
+        if (c.display == Display::YesNo)
+            out = v != 0.0 ? QStringLiteral("True") : QStringLiteral("False");
+        else if (c.naForMinusOne && v == -1.0)
+            out = QStringLiteral("N/A");
+        else if (c.display == Display::Plain)
+            out = VbNumberText(v);
+        else if (isWholeNumber(c.kind) && v == std::trunc(v) && std::fabs(v) < 9.0e18)
+            out = FormatWholeNumber(qint64(v));
+        else
+            out = FormatFractionNumber(v);
+        return;
+    }
+    }
+}
+
+uint32_t ListModel::Impl::viewOf(uint32_t src) const {
+    if (inverse.size() != order.size()) {
+        inverse.assign(order.size(), 0);
+        for (size_t i = 0; i < order.size(); ++i)
+            inverse[order[i]] = uint32_t(i);
+    }
+    return inverse[src];
+}
+
+int ListModel::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : int(d->rows);
+}
+
+int ListModel::columnCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : int(d->cols.size());
+}
+
+QVariant ListModel::data(const QModelIndex& index, int role) const {
+    if (!index.isValid() || size_t(index.row()) >= d->rows || size_t(index.column()) >= d->cols.size())
+        return QVariant();
+    const size_t src = d->order[size_t(index.row())];
+    switch (role) {
+    case Qt::DisplayRole: {
+        QString s;
+        d->cellText(src, index.column(), s);
+        return s;
+    }
+    case Qt::CheckStateRole:
+        if (index.column() != 0)
+            return QVariant();
+        return (d->flags[src] & listflags::Checked) ? Qt::Checked : Qt::Unchecked;
+    case Qt::ForegroundRole: {
+        const uint8_t f = d->flags[src];
+        if ((f & listflags::Personal) && d->colors.personal.isValid())
+            return d->colors.personal;
+        if ((f & listflags::Updated) && d->colors.updated.isValid())
+            return d->colors.updated;
+        return QVariant();
+    }
+    case Qt::FontRole:
+        return isBold(index.row(), index.column()) ? QVariant(d->boldFont) : QVariant();
+    default:
+        return QVariant();
+    }
+}
+
+QVariant ListModel::headerData(int section, Qt::Orientation orientation, int role) const {
+    if (orientation != Qt::Horizontal || section < 0 || size_t(section) >= d->cols.size())
+        return QVariant();
+    if (role == Qt::DisplayRole)
+        return d->cols[size_t(section)].header;
+    return QVariant();
+}
+
+Qt::ItemFlags ListModel::flags(const QModelIndex& index) const {
+    if (!index.isValid())
+        return Qt::NoItemFlags;
+    Qt::ItemFlags f = Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemNeverHasChildren;
+    if (index.column() == 0)
+        f |= Qt::ItemIsUserCheckable;
+    return f;
+}
+
+bool ListModel::setData(const QModelIndex& index, const QVariant& value, int role) {
+    if (role != Qt::CheckStateRole || !index.isValid() || index.column() != 0 ||
+        size_t(index.row()) >= d->rows)
+        return false;
+    const bool checked = value.toInt() == Qt::Checked;
+    if (checked == isChecked(index.row()))
+        return true;
+    setChecked(index.row(), checked);
+    Q_EMIT checkToggled(index.row(), name(index.row()), checked);
+    return true;
+}
+
+QString ListModel::columnName(int col) const {
+    return col >= 0 && size_t(col) < d->cols.size() ? d->cols[size_t(col)].name : QString();
+}
+
+QString ListModel::columnTag(int col) const {
+    return col >= 0 && size_t(col) < d->cols.size() ? d->cols[size_t(col)].tag : QString();
+}
+
+void ListModel::setColumnTag(int col, const QString& tag) {
+    if (col >= 0 && size_t(col) < d->cols.size())
+        d->cols[size_t(col)].tag = tag;
+}
+
+void ListModel::setHeaderText(int col, const QString& text) {
+    if (col < 0 || size_t(col) >= d->cols.size())
+        return;
+    d->cols[size_t(col)].header = text;
+    Q_EMIT headerDataChanged(Qt::Horizontal, col, col);
+}
+
+int ListModel::columnIndex(const QString& name) const {
+    for (size_t c = 0; c < d->cols.size(); ++c)
+        if (d->cols[c].name.compare(name, Qt::CaseInsensitive) == 0)
+            return int(c);
+    return -1;
+}
+
+QString ListModel::name(int row) const { return text(row, 0); }
+
+QString ListModel::text(int row, int col) const {
+    QString s;
+    cellText(row, col, s);
+    return s;
+}
+
+void ListModel::cellText(int row, int col, QString& out) const {
+    if (row < 0 || size_t(row) >= d->rows || col < 0 || size_t(col) >= d->cols.size()) {
+        out.clear();
+        return;
+    }
+    d->cellText(d->order[size_t(row)], col, out);
+}
+
+bool ListModel::isChecked(int row) const {
+    return row >= 0 && size_t(row) < d->rows && (d->flags[d->order[size_t(row)]] & listflags::Checked);
+}
+
+void ListModel::setChecked(int row, bool checked) {
+    if (row < 0 || size_t(row) >= d->rows)
+        return;
+    uint8_t& f = d->flags[d->order[size_t(row)]];
+    f = checked ? (f | listflags::Checked) : (f & ~listflags::Checked);
+    const QModelIndex i = index(row, 0);
+    Q_EMIT dataChanged(i, i, {Qt::CheckStateRole});
+}
+
+bool ListModel::isUpdated(int row) const {
+    return row >= 0 && size_t(row) < d->rows && (d->flags[d->order[size_t(row)]] & listflags::Updated);
+}
+
+bool ListModel::isPersonal(int row) const {
+    return row >= 0 && size_t(row) < d->rows && (d->flags[d->order[size_t(row)]] & listflags::Personal);
+}
+
+qint64 ListModel::memoryUsed() const {
+    size_t bytes = d->flags.bytes() + d->order.capacity() * 4 + d->inverse.capacity() * 4;
+    for (const Column& c : d->cols)
+        bytes += c.bytes();
+    for (const auto& b : d->cellBold)
+        bytes += b.capacity() * 8;
+    return qint64(bytes);
+}

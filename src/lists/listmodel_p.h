@@ -1,0 +1,35 @@
+#pragma once
+// The inside of ListModel, shared by its loading, display and sorting sources.
+#include "lists/listmodel.h"
+#include "lists/liststore.h"
+
+#include <QFont>
+
+#include <vector>
+
+namespace listflags {
+constexpr uint8_t Checked = 1, Updated = 2, Personal = 4, RowBold = 8;
+}
+
+struct ListModel::Impl {
+    std::vector<liststore::Column> cols;
+    liststore::ChunkedVector<uint8_t> flags; // per stored row
+    size_t rows = 0;
+    std::vector<uint32_t> order;            // view row -> stored row
+    mutable std::vector<uint32_t> inverse;  // stored row -> view row, made when asked for
+    std::vector<std::vector<uint64_t>> cellBold; // per column, bits by stored row
+    ListColors colors;
+    int sortKey = -1;
+    int sortOrder = ListModel::Ascending;
+    bool sorted = false;
+    QFont boldFont;
+
+    // The cell's text as shown, and its value as the numeric sort reads that text.
+    void cellText(size_t src, int col, QString& out) const;
+    bool cellNumber(size_t src, int col, double* value) const;
+    qint64 cellDate(size_t src, int col, QString& scratch) const;
+    // Reorders the rows by a column in the given order, stable against the current view order.
+    // Returns the new view-to-stored index.
+    std::vector<uint32_t> sortedOrder(int col, int sortOrder) const;
+    uint32_t viewOf(uint32_t src) const;
+};

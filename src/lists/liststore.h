@@ -1,0 +1,107 @@
+#pragma once
+// The list's storage: typed columns in fixed-size chunks (no re-allocation while a million rows
+// stream in, no slack left afterwards), texts packed as UTF-8 with a length prefix, equal short
+// texts (types, makers, dates) stored once.
+#include "data/fieldkind.h"
+
+#include <QByteArray>
+#include <QHash>
+#include <QString>
+
+#include <cstdint>
+#include <memory>
+#include <string_view>
+#include <vector>
+
+namespace liststore {
+
+template <typename T>
+class ChunkedVector {
+public:
+    static constexpr size_t Shift = 16;
+    static constexpr size_t ChunkSize = size_t(1) << Shift;
+
+    void push_back(T v) {
+        if (m_size % ChunkSize == 0)
+            m_chunks.emplace_back(new T[ChunkSize]);
+        m_chunks.back()[m_size % ChunkSize] = v;
+        ++m_size;
+    }
+    void fill(size_t n, T v) {
+        while (m_size < n)
+            push_back(v);
+    }
+    T operator[](size_t i) const { return m_chunks[i >> Shift][i & (ChunkSize - 1)]; }
+    T& operator[](size_t i) { return m_chunks[i >> Shift][i & (ChunkSize - 1)]; }
+    size_t size() const { return m_size; }
+    bool empty() const { return m_size == 0; }
+    size_t bytes() const { return m_chunks.size() * ChunkSize * sizeof(T); }
+
+private:
+    std::vector<std::unique_ptr<T[]>> m_chunks;
+    size_t m_size = 0;
+};
+
+// Texts as length-prefixed UTF-8 in 1 MB chunks; a reference is (chunk << 20) | position.
+class TextStore {
+public:
+    uint32_t add(const char* data, size_t len);
+    std::string_view at(uint32_t ref) const;
+    size_t bytes() const { return m_bytes; }
+
+private:
+    static constexpr size_t ChunkBytes = size_t(1) << 20;
+    std::vector<std::unique_ptr<char[]>> m_chunks;
+    size_t m_used = ChunkBytes; // forces the first chunk
+    size_t m_bytes = 0;
+};
+
+enum class Cell : uint8_t { Null, Int, Real, Text };
+
+// How the cells of a column are written.
+enum class Display : uint8_t { Numbers, Plain, YesNo };
+
+class Column {
+public:
+    QString name;
+    QString header;
+    QString tag;
+    FieldKind kind = FieldKind::Empty;
+    Display display = Display::Numbers;
+    bool naForMinusOne = false;  // MANEUVERABILITY, AMMO_RANGE
+    bool unknownIfEmpty = false; // TYPE, SUBTYPE
+    bool asciiOnly = true;
+
+    void appendNull();
+    void appendInt(qint64 v);
+    void appendReal(double v);
+    void appendText(const QString& s);
+    void finish(); // ends loading: drops the table of equal texts
+
+    Cell cellClass(size_t r) const;
+    qint64 intAt(size_t r) const { return m_num[r]; }
+    double realAt(size_t r) const;
+    std::string_view textAt(size_t r) const { return m_texts.at(m_textRef[r]); }
+    // The class every non-NULL cell has, or Null when they differ or all are NULL.
+    Cell uniformClass() const { return m_mixed ? Cell::Null : m_uniform; }
+    size_t bytes() const;
+
+private:
+    void note(Cell c);
+    size_t m_rows = 0;
+    Cell m_uniform = Cell::Null;
+    bool m_mixed = false;
+    std::vector<uint64_t> m_nullBits; // while not mixed
+    ChunkedVector<uint8_t> m_cls;     // when mixed
+    ChunkedVector<qint64> m_num;      // ints, and doubles by their bits
+    ChunkedVector<uint32_t> m_textRef;
+    TextStore m_texts;
+    QByteArray m_scratch;
+    QHash<QByteArray, uint32_t> m_equal; // while storing equal texts once pays
+    bool m_dedup = true;
+};
+
+// Writes a stored UTF-8 text into out, reusing its buffer.
+void decodeInto(std::string_view utf8, QString& out);
+
+} // namespace liststore

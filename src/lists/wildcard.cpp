@@ -1,0 +1,116 @@
+#include "lists/wildcard.h"
+
+#include <QChar>
+
+char16_t WildcardPattern::fold(char16_t c) const {
+    if (!m_ignoreCase)
+        return c;
+    if (c < 128)
+        return (c >= u'a' && c <= u'z') ? char16_t(c - 32) : c;
+    return QChar::toUpper(c);
+}
+
+WildcardPattern::WildcardPattern(const QString& pattern, bool ignoreCase) : m_ignoreCase(ignoreCase) {
+    const qsizetype n = pattern.size();
+    for (qsizetype i = 0; i < n; ++i) {
+        const char16_t c = pattern[i].unicode();
+        Token tok{Token::Char};
+        if (c == u'*') {
+            if (!m_tokens.empty() && m_tokens.back().kind == Token::Star)
+                continue;
+            tok.kind = Token::Star;
+        } else if (c == u'?') {
+            tok.kind = Token::Any;
+        } else if (c == u'#') {
+            tok.kind = Token::Digit;
+        } else if (c == u'[') {
+            const qsizetype close = pattern.indexOf(QLatin1Char(']'), i + 1);
+            if (close < 0) {
+                tok.ch = fold(c); // no closing bracket: an ordinary "["
+            } else if (close == i + 1) {
+                tok.kind = Token::Empty; // "[]": the empty text
+                i = close;
+            } else {
+                qsizetype j = i + 1;
+                tok.kind = Token::List;
+                // "[!]" has nothing after the "!" to negate: it is the list holding "!".
+                if (pattern[j] == u'!' && j + 1 < close) {
+                    tok.negated = true;
+                    ++j;
+                }
+                tok.first = int(m_ranges.size());
+                while (j < close) {
+                    const char16_t lo = fold(pattern[j].unicode());
+                    if (j + 2 < close && pattern[j + 1] == u'-') {
+                        const char16_t hi = fold(pattern[j + 2].unicode());
+                        if (lo <= hi) // a range written backwards holds nothing
+                            m_ranges.emplace_back(lo, hi);
+                        j += 3;
+                    } else {
+                        m_ranges.emplace_back(lo, lo); // also "-" first or last in the list
+                        ++j;
+                    }
+                }
+                tok.count = int(m_ranges.size()) - tok.first;
+                i = close;
+            }
+        } else {
+            tok.ch = fold(c);
+        }
+        m_tokens.push_back(tok);
+    }
+}
+
+bool WildcardPattern::inList(const Token& tok, char16_t c) const {
+    bool found = false;
+    for (int k = tok.first; k < tok.first + tok.count && !found; ++k)
+        found = c >= m_ranges[size_t(k)].first && c <= m_ranges[size_t(k)].second;
+    return found != tok.negated;
+}
+
+bool WildcardPattern::matches(QStringView text) const {
+    // The usual glob walk with one remembered star: every token but "*" and "[]" takes exactly one
+    // character, so backtracking to the last star is enough and the walk stays O(text x pattern).
+    const size_t tokenCount = m_tokens.size();
+    const qsizetype n = text.size();
+    size_t t = 0;
+    qsizetype p = 0;
+    size_t starToken = size_t(-1);
+    qsizetype starPos = 0;
+    while (p < n) {
+        while (t < tokenCount && m_tokens[t].kind == Token::Empty)
+            ++t;
+        bool step = false;
+        if (t < tokenCount) {
+            const Token& tok = m_tokens[t];
+            const char16_t c = fold(text[p].unicode());
+            switch (tok.kind) {
+            case Token::Char: step = c == tok.ch; break;
+            case Token::Any: step = true; break;
+            case Token::Digit: step = c >= u'0' && c <= u'9'; break;
+            case Token::List: step = inList(tok, c); break;
+            case Token::Star:
+                starToken = t++;
+                starPos = p;
+                continue;
+            case Token::Empty: break;
+            }
+        }
+        if (step) {
+            ++t;
+            ++p;
+        } else if (starToken != size_t(-1)) {
+            t = starToken + 1;
+            p = ++starPos;
+        } else {
+            return false;
+        }
+    }
+    while (t < tokenCount && (m_tokens[t].kind == Token::Star || m_tokens[t].kind == Token::Empty))
+        ++t;
+    return t == tokenCount;
+}
+
+bool LikeMatch(QStringView text, const QString& pattern, bool ignoreCase) {
+    return WildcardPattern(pattern, ignoreCase).matches(text);
+}
