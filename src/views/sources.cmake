@@ -4,4 +4,16 @@ target_sources(vosk_views PRIVATE
   equiptypes.h equiptypes.cpp
   modmain.h modmain.cpp
   buildtree.h buildtree.cpp
-  mobtrees.h mobtrees.cpp)
+  mobtrees.h mobtrees.cpp
+  recordtrees.h recordtrees.cpp
+  propertysheet.h propertysheet.cpp
+  openviews.h openviews.cpp)
+target_sources(vosk_views_ui PRIVATE
+  treeimages.h treeimages.cpp
+  viewwidgets.h viewwidgets.cpp
+  viewnav.h viewnav.cpp
+  printsheet.h printsheet.cpp
+  frmequipment.h frmequipment.cpp viewequip.cpp
+  frmbuildview.h frmbuildview.cpp
+  frmmobs.h frmmobs.cpp
+  frmrecord.h frmrecord.cpp)

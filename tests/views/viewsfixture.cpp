@@ -1,0 +1,70 @@
+#include "viewsfixture.h"
+
+#include "core/programfolder.h"
+#include "core/settings.h"
+#include "data/database.h"
+#include "data/recordset.h"
+#include "data/sampledata.h"
+#include "data/schema.h"
+#include "views/modmain.h"
+
+#include <QFile>
+#include <QSettings>
+
+bool ViewsFixture::setUp(bool withSample, QString* error) {
+    m_dir = std::make_unique<QTemporaryDir>();
+    if (!m_dir->isValid()) {
+        *error = QStringLiteral("no temporary folder");
+        return false;
+    }
+    const QString dir = m_dir->path();
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, dir + QStringLiteral("/settings"));
+    QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, dir + QStringLiteral("/settings"));
+    setProgramFolder(dir);
+    DeleteAllSettings();
+    QFile::copy(QStringLiteral(VOSK_VIEWS_INI), dir + QStringLiteral("/VOSK.ini"));
+#ifdef VOSK_IMAGES_DIR
+    QFile::link(QStringLiteral(VOSK_IMAGES_DIR), dir + QStringLiteral("/images"));
+#endif
+    const QString file = databaseFile();
+    if (!CreateDatabase(file, error))
+        return false;
+    if (withSample && !FillSampleData(file, error))
+        return false;
+    try {
+        db().open(QStringLiteral("Provider=VOSK.SQLite;Data Source=") + file + QLatin1Char(';'));
+    } catch (const VbError& e) {
+        *error = e.description;
+        return false;
+    }
+    reloadCustomFields();
+    m_prompt = std::make_unique<ScriptedPrompt>();
+    return true;
+}
+
+void ViewsFixture::tearDown() {
+    db().close();
+    m_prompt.reset();
+    m_dir.reset();
+}
+
+QString ViewsFixture::databaseFile() const { return path() + QStringLiteral("/data.vosk"); }
+
+bool ViewsFixture::exec(const QStringList& statements, QString* error) {
+    for (const QString& sql : statements) {
+        try {
+            db().execute(sql);
+        } catch (const VbError& e) {
+            *error = sql + QStringLiteral(" -> ") + e.description;
+            db().clearErrors();
+            return false;
+        }
+    }
+    return true;
+}
+
+QVariant ViewsFixture::scalar(const QString& sql) {
+    Recordset rs;
+    rs.open(sql);
+    return rs.eof() ? QVariant() : rs.value(0);
+}
