@@ -102,6 +102,7 @@ static const QStringList kMainTables = {"EQUIPMENTS", "COMPONENTS", "RAW_MATERIA
 class TestSchema : public QObject {
     Q_OBJECT
 private Q_SLOTS:
+    void initTestCase();
     void init();
     void everyTableAndColumnOfTheDesign_data();
     void everyTableAndColumnOfTheDesign();
@@ -127,15 +128,23 @@ private Q_SLOTS:
 
 private:
     QTemporaryDir m_dir;
+    QString m_template;
     QString m_file;
     int m_n = 0;
 };
 
+void TestSchema::initTestCase()
+{
+    m_template = m_dir.filePath(QStringLiteral("template.vosk"));
+    QString error;
+    QVERIFY2(CreateDatabase(m_template, &error), qPrintable(error));
+}
+
+// Each test gets its own copy of one new database.
 void TestSchema::init()
 {
     m_file = m_dir.filePath(QStringLiteral("db%1.vosk").arg(++m_n));
-    QString error;
-    QVERIFY2(CreateDatabase(m_file, &error), qPrintable(error));
+    QVERIFY(QFile::copy(m_template, m_file));
 }
 
 static QString kindOf(const QString& declared)
