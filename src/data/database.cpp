@@ -14,6 +14,7 @@ struct Database::Pool {
     struct Shape {
         QString sql;
         QList<sqlite3_stmt*> free;
+        std::shared_ptr<void> data;
     };
     QHash<QString, Shape*> shapes;
     QHash<sqlite3_stmt*, Shape*> owner;
@@ -207,7 +208,7 @@ sqlite3_stmt* Database::acquireShape(const QString& sqliteSql, const QStringList
     }
     Pool::Shape*& shape = m_pool->shapes[sqliteSql];
     if (!shape)
-        shape = new Pool::Shape{sqliteSql, {}};
+        shape = new Pool::Shape{sqliteSql, {}, {}};
     sqlite3_stmt* st = nullptr;
     if (!shape->free.isEmpty()) {
         st = shape->free.takeLast();
@@ -253,6 +254,15 @@ void Database::release(sqlite3_stmt* stmt) {
     shape->free.append(stmt);
     ++m_pool->idle;
     m_pool->trim();
+}
+
+std::shared_ptr<void>& Database::shapeData(sqlite3_stmt* stmt) {
+    Pool::Shape* shape = m_pool ? m_pool->owner.value(stmt) : nullptr;
+    if (shape)
+        return shape->data;
+    static std::shared_ptr<void> none;
+    none.reset();
+    return none;
 }
 
 long Database::execute(const QString& sql) {

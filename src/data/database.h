@@ -7,6 +7,7 @@
 #include <QList>
 #include <QString>
 #include <QStringList>
+#include <memory>
 
 struct sqlite3;
 struct sqlite3_stmt;
@@ -72,6 +73,8 @@ public:
     // For the engine's own SQLite text (already translated, ? for values): a pooled statement, bound
     // with params when given. Throws VbError; with quiet set, returns nullptr instead and records nothing.
     sqlite3_stmt* acquireShape(const QString& sqliteSql, const QStringList& params = {}, bool quiet = false);
+    // A slot kept with each prepared shape, where result sets keep what they learned of its columns.
+    std::shared_ptr<void>& shapeData(sqlite3_stmt* stmt);
     // Records one error record of the engine's own making and throws it as a VbError.
     [[noreturn]] void fail(long number, long nativeError, const QString& sqlState, const QString& description);
     // The error record for a SQLite result code and message (how the reporter tells situations apart).

@@ -8,6 +8,11 @@
 
 namespace {
 
+struct ShapeColumns {
+    QList<ColumnInfo> cols;
+    QStringList tables;
+};
+
 constexpr long kItemNotFound = 3265;
 constexpr long kNoCurrentRecord = 3021;
 
@@ -173,7 +178,16 @@ void Recordset::open(const QString& sql, Database& cn, CursorType cursor) {
         cn.fail(hr::Fail, SQLITE_ERROR, QStringLiteral("42000"), t.error);
     sqlite3_stmt* st = cn.acquireShape(t.sql, t.params);
     const int count = sqlite3_column_count(st);
-    d->describe(st, count);
+    // What the columns are depends on the shape only: learn it once per prepared shape.
+    std::shared_ptr<void>& known = cn.shapeData(st);
+    if (known) {
+        const auto* shape = static_cast<const ShapeColumns*>(known.get());
+        d->cols = shape->cols;
+        d->tables = shape->tables;
+    } else {
+        d->describe(st, count);
+        known = std::make_shared<ShapeColumns>(ShapeColumns{d->cols, d->tables});
+    }
     if (cursor == ForwardOnly) {
         d->stmt = st;
         d->moved = false;

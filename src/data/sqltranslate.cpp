@@ -1,5 +1,6 @@
 #include "data/sqltranslate.h"
 
+#include <QHash>
 #include <QList>
 #include <QLocale>
 #include <cmath>
@@ -364,7 +365,60 @@ private:
 
 } // namespace
 
-TranslatedSql TranslateSql(const QString& jetSql) { return Translator(jetSql).run(); }
+// The same statement comes again and again with other names in it (the build trees recurse through
+// one query per level), so the translation is kept per skeleton: the text with every literal emptied.
+// Finding the skeleton and the literals is one pass over the characters.
+TranslatedSql TranslateSql(const QString& jetSql) {
+    QString skeleton;
+    skeleton.reserve(jetSql.size());
+    QStringList literals;
+    const QChar* p = jetSql.constData();
+    const int n = int(jetSql.size());
+    int copied = 0; // text before this index is in the skeleton already
+    for (int i = 0; i < n; ++i) {
+        const QChar c = p[i];
+        if (c == u'\'' || c == u'"') {
+            int close = i + 1;
+            bool doubled = false;
+            while (true) {
+                while (close < n && p[close] != c)
+                    ++close;
+                if (close + 1 < n && p[close + 1] == c) {
+                    doubled = true;
+                    close += 2;
+                    continue;
+                }
+                break;
+            }
+            if (close >= n) // unterminated: goes through as it is
+                break;
+            skeleton.append(p + copied, i - copied);
+            skeleton += c;
+            skeleton += c;
+            QString value(p + i + 1, close - i - 1);
+            if (doubled)
+                value.replace(QString(2, c), QString(c));
+            literals.append(value);
+            i = close;
+            copied = close + 1;
+        } else if (c == u'[') {
+            const int end = int(jetSql.indexOf(u']', i));
+            if (end >= 0)
+                i = end;
+        }
+    }
+    skeleton.append(p + copied, n - copied);
+    thread_local QHash<QString, TranslatedSql> cache;
+    auto it = cache.constFind(skeleton);
+    if (it == cache.constEnd()) {
+        if (cache.size() > 4096)
+            cache.clear();
+        it = cache.insert(skeleton, Translator(skeleton).run());
+    }
+    if (!it->error.isEmpty() || it->params.size() != literals.size())
+        return it->error.isEmpty() ? Translator(jetSql).run() : TranslatedSql{{}, {}, it->error};
+    return TranslatedSql{it->sql, literals, {}};
+}
 
 int topLevelFrom(const QString& s) {
     const int n = int(s.size());

@@ -105,6 +105,13 @@ void TestSqlTranslate::translates_data() {
         << "SELECT (SELECT LVL FROM ITEMS WHERE ITEM_NAME = 'Crystal' ) AS LVL FROM RAW_MATERIALS_ITEMS"
         << "SELECT (SELECT LVL FROM ITEMS WHERE ITEM_NAME = ?) AS LVL FROM RAW_MATERIALS_ITEMS"
         << QStringList{"Crystal"};
+    QTest::newRow("brackets inside literals are text")
+        << "SELECT A FROM T WHERE B = '[x' AND C = 'y]' AND D = 'it''s'"
+        << "SELECT A FROM T WHERE B = ? AND C = ? AND D = ?" << QStringList{"[x", "y]", "it's"};
+    QTest::newRow("quote inside brackets is a name") << "SELECT [it's] FROM T WHERE A = 'b'"
+                                                     << "SELECT \"it's\" FROM T WHERE A = ?" << QStringList{"b"};
+    QTest::newRow("two kinds of literal side by side") << "SELECT 'a'\"b\" FROM T"
+                                                       << "SELECT ?? FROM T" << QStringList{"a", "b"};
     QTest::newRow("semicolon inside a literal is text") << "SELECT A FROM T WHERE B = 'a;b'"
                                                         << "SELECT A FROM T WHERE B = ?" << QStringList{"a;b"};
     QTest::newRow("several trailing semicolons") << "DELETE FROM DB_OPTIONS;;" << "DELETE FROM DB_OPTIONS"
