@@ -65,7 +65,7 @@ QStringList SampleWorld::some(const QStringList& from, int n, int upTo)
 
 QString SampleWorld::date()
 {
-    const QDateTime start(QDate(2025, 1, 1), QTime(0, 0));
+    const QDateTime start(QDate(2025, 1, 1), QTime(0, 0), Qt::UTC); // the same texts in every time zone
     return start.addSecs(qint64(below(700)) * 86400 + below(86400)).toString(QStringLiteral("yyyy-MM-dd hh:mm:ss"));
 }
 

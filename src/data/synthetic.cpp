@@ -55,7 +55,7 @@ struct Gen {
     double fraction(int lo, int hi) { return between(lo * 10, hi * 10) / 10.0; }
     QString date()
     {
-        static const QDateTime start(QDate(2024, 1, 1), QTime(0, 0));
+        static const QDateTime start(QDate(2024, 1, 1), QTime(0, 0), Qt::UTC);
         return start.addSecs(qint64(below(1000)) * 86400 + below(86400)).toString(QStringLiteral("yyyy-MM-dd hh:mm:ss"));
     }
 };
