@@ -114,9 +114,9 @@ void Recordset::Impl::describe(sqlite3_stmt* st, int count) {
 // Computed columns take the kind of their first value.
 static void kindsFromFirstRow(QList<ColumnInfo>& cols, sqlite3_stmt* st) {
     for (int i = 0; i < cols.size(); ++i) {
-        ColumnInfo& c = cols[i];
-        if (c.kind != FieldKind::Empty)
+        if (cols.at(i).kind != FieldKind::Empty) // read without detaching the shape's shared list
             continue;
+        ColumnInfo& c = cols[i];
         switch (st ? sqlite3_column_type(st, i) : SQLITE_NULL) {
         case SQLITE_INTEGER: c.kind = FieldKind::Long; c.size = 4; break;
         case SQLITE_FLOAT: c.kind = FieldKind::Double; c.size = 8; break;
