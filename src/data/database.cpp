@@ -266,6 +266,13 @@ std::shared_ptr<void>& Database::shapeData(sqlite3_stmt* stmt) {
 }
 
 long Database::execute(const QString& sql) {
+    // A new command starts with an empty error collection, as the old provider did. The transaction
+    // calls keep it: save handlers roll back before they report what went wrong.
+    m_errors.clear();
+    return run(sql);
+}
+
+long Database::run(const QString& sql) {
     sqlite3_stmt* st = acquire(sql);
     int rc;
     while ((rc = sqlite3_step(st)) == SQLITE_ROW) {
@@ -287,19 +294,19 @@ void Database::beginTrans() {
     if (inTransaction())
         fail(hr::Fail, SQLITE_ERROR, QStringLiteral("HY000"),
              QStringLiteral("A transaction is already open: transactions cannot be nested."));
-    execute(QStringLiteral("BEGIN"));
+    run(QStringLiteral("BEGIN"));
 }
 
 void Database::commitTrans() {
     if (!inTransaction())
         fail(hr::Fail, SQLITE_ERROR, QStringLiteral("HY000"), QStringLiteral("No transaction is open to commit."));
-    execute(QStringLiteral("COMMIT"));
+    run(QStringLiteral("COMMIT"));
 }
 
 void Database::rollbackTrans() {
     if (!inTransaction())
         fail(hr::Fail, SQLITE_ERROR, QStringLiteral("HY000"), QStringLiteral("No transaction is open to roll back."));
-    execute(QStringLiteral("ROLLBACK"));
+    run(QStringLiteral("ROLLBACK"));
 }
 
 Database& db() {

@@ -48,6 +48,7 @@ public:
     QString fileName() const { return m_file; }
 
     // Runs one INSERT, UPDATE or DELETE. Throws VbError on failure. Returns the rows affected.
+    // Like opening a result set, it first clears the error records of an earlier failure.
     long execute(const QString& sql);
 
     void beginTrans();
@@ -81,6 +82,7 @@ public:
     static ErrorRecord makeRecord(int extendedCode, const QString& message);
 
 private:
+    long run(const QString& sql);
     struct Pool;
     sqlite3* m_db = nullptr;
     QString m_connectionText;

@@ -173,6 +173,7 @@ void Recordset::open(const QString& sql, Database& cn, CursorType cursor) {
     close();
     d->cn = &cn;
     d->cursor = cursor;
+    cn.clearErrors();
     const TranslatedSql t = TranslateSql(sql);
     if (!t.error.isEmpty())
         cn.fail(hr::Fail, SQLITE_ERROR, QStringLiteral("42000"), t.error);

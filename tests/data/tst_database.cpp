@@ -18,6 +18,7 @@ private Q_SLOTS:
     void errorRecordsFromTheEngine();
     void secondStatementIsNotRun();
     void transactions();
+    void errorRecordsOutliveRollbackUntilNextCommand();
     void nestedBeginIsAnError();
     void commitWithoutBeginIsAnError();
     void statementInUseIsNotHandedOutAgain();
@@ -185,6 +186,21 @@ void TestDatabase::transactions() {
     m_cn.commitTrans();
     rs.open("SELECT COUNT(*) FROM CLASSES", m_cn);
     QCOMPARE(rs.intValue(0), 1);
+}
+
+// A save handler rolls back first and reports afterwards: the records must still be there.
+void TestDatabase::errorRecordsOutliveRollbackUntilNextCommand() {
+    m_cn.beginTrans();
+    QVERIFY_THROWS_EXCEPTION(VbError, m_cn.execute("INSERT INTO CLASSES (CLASS_NAME) VALUES ('Fighter')"));
+    m_cn.rollbackTrans();
+    QCOMPARE(m_cn.errors().size(), 1);
+    QCOMPARE(m_cn.errors().first().NativeError, long(SQLITE_CONSTRAINT_UNIQUE));
+    m_cn.execute("UPDATE CLASSES SET CLASS_NAME = 'Fighter' WHERE CLASS_NAME = 'Fighter'");
+    QVERIFY(m_cn.errors().isEmpty());
+    QVERIFY_THROWS_EXCEPTION(VbError, m_cn.execute("DELETE FROM NOWHERE"));
+    Recordset rs;
+    rs.open("SELECT * FROM CLASSES", m_cn);
+    QVERIFY(m_cn.errors().isEmpty());
 }
 
 void TestDatabase::nestedBeginIsAnError() {

@@ -4,6 +4,7 @@
 #include "core/settings.h"
 #include "data/database.h"
 #include "data/errorreport.h"
+#include "data/recordset.h"
 #include "enginedb.h"
 
 #include <QSettings>
@@ -22,6 +23,7 @@ private Q_SLOTS:
     void engineCodesWithoutConstraintName();
     void otherDatabaseErrorShowsItsText();
     void twoRecordsInOneBox();
+    void saveHandlerRollsBackThenReports();
     void runTimeErrorWithoutBugReport();
     void runTimeErrorOpensBugReportWhenAsked();
     void otherExceptionsAreError5();
@@ -154,6 +156,26 @@ void TestErrorReport::twoRecordsInOneBox() {
     QCOMPARE(m_prompt->last().style, 0);
     QCOMPARE(m_prompt->last().title, QStringLiteral("VOSK"));
     QVERIFY(db().errors().isEmpty());
+}
+
+void TestErrorReport::saveHandlerRollsBackThenReports() {
+    db().beginTrans();
+    QString lines;
+    try {
+        db().execute("UPDATE EQUIPMENTS SET UPDATED = TRUE WHERE EQUIPMENT_NAME = 'Ember Beam'");
+        db().execute("INSERT INTO EQUIPMENTS (EQUIPMENT_NAME) VALUES ('Hunter''s Lance')");
+        QFAIL("no error");
+    } catch (const VbError& e) {
+        lines = DescribeErrorRecords();
+        db().rollbackTrans();
+        ReportDBError(e, "cmdSave_Click", "Form frmAddEquip");
+    }
+    QVERIFY(lines.startsWith("Error #-2147467259\r (Source: VOSK SQLite Provider)\r (SQL State: 23000)\r"));
+    QCOMPARE(m_prompt->last().title, QStringLiteral("Duplicate Record"));
+    QVERIFY(!db().inTransaction());
+    Recordset rs;
+    rs.open("SELECT COUNT(*) FROM EQUIPMENTS WHERE UPDATED = TRUE");
+    QCOMPARE(rs.intValue(0), 0); // the first write of the save was rolled back too
 }
 
 void TestErrorReport::runTimeErrorWithoutBugReport() {
