@@ -94,6 +94,24 @@ void Recordset::Impl::describe(sqlite3_stmt* st, int count) {
         }
         cols.append(c);
     }
+    // A computed column whose first value is NULL still has a kind: read it from the expression.
+    const QStringList items = topLevelSelectItems(QString::fromUtf8(sqlite3_sql(st)));
+    bool starred = false;
+    for (const QString& item : items)
+        starred = starred || item == u'*' || item.endsWith(QLatin1String(".*"));
+    if (!starred && items.size() == count) {
+        for (int i = 0; i < count; ++i) {
+            if (!cols[i].baseColumn.isEmpty())
+                continue;
+            const QString& e = items[i];
+            if (e.contains(QLatin1String(kJetConcat) + u'('))
+                cols[i].hint = FieldKind::Text;
+            else if (e.contains(QLatin1String("* 1.0 /")))
+                cols[i].hint = FieldKind::Double;
+            else if (e.startsWith(QLatin1String("COUNT("), Qt::CaseInsensitive))
+                cols[i].hint = FieldKind::Long;
+        }
+    }
     // Two columns of one name from different tables (SELECT * over a join) are told apart by
     // their table, as "MOBS.MOB_NAME" and "MOB_STATS.MOB_NAME".
     for (int i = 0; i < count; ++i) {
@@ -122,7 +140,9 @@ static void kindsFromFirstRow(QList<ColumnInfo>& cols, sqlite3_stmt* st) {
         case SQLITE_FLOAT: c.kind = FieldKind::Double; c.size = 8; break;
         case SQLITE_TEXT: c.kind = FieldKind::Text; c.size = 255; break;
         case SQLITE_BLOB: c.kind = FieldKind::Memo; c.size = 536870910; break;
-        default: break;
+        default: // NULL or no row at all
+            c.kind = c.hint;
+            c.size = c.hint == FieldKind::Text ? 255 : c.hint == FieldKind::Long ? 4 : c.hint == FieldKind::Double ? 8 : 0;
         }
     }
 }

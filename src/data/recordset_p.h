@@ -18,6 +18,7 @@ struct ColumnInfo {
     FieldKind kind = FieldKind::Empty;
     int size = 0;
     int table = -1;     // index into Recordset::Impl::tables, -1 when computed
+    FieldKind hint = FieldKind::Empty; // a computed column's kind read from its expression
 };
 
 struct Recordset::Impl {

@@ -443,6 +443,32 @@ int topLevelFrom(const QString& s) {
     return -1;
 }
 
+QStringList topLevelSelectItems(const QString& s) {
+    const int from = topLevelFrom(s);
+    const int end = from < 0 ? int(s.size()) : from;
+    if (!s.startsWith(QLatin1String("SELECT "), Qt::CaseInsensitive))
+        return {};
+    QStringList items;
+    int depth = 0, start = 7;
+    for (int i = start; i <= end; ++i) {
+        const QChar c = i < end ? s[i] : QChar(u',');
+        if (c == u'"' || c == u'\'') {
+            const int close = int(s.indexOf(c, i + 1));
+            if (close < 0 || close >= end)
+                return {};
+            i = close;
+        } else if (c == u'(') {
+            ++depth;
+        } else if (c == u')') {
+            --depth;
+        } else if (c == u',' && depth == 0) {
+            items.append(s.mid(start, i - start).trimmed());
+            start = i + 1;
+        }
+    }
+    return items;
+}
+
 QString quoteIdentifier(const QString& name) {
     QString q = name;
     q.replace(u'"', QStringLiteral("\"\""));

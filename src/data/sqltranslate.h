@@ -29,6 +29,10 @@ inline constexpr const char* kJetConcat = "JETCAT";
 // Offset of the top-level FROM keyword of translated SELECT text, -1 when there is none.
 int topLevelFrom(const QString& sqliteSql);
 
+// The items of the top-level select list of translated SELECT text (each trimmed, aliases kept);
+// empty when the text is not a SELECT.
+QStringList topLevelSelectItems(const QString& sqliteSql);
+
 // An identifier in double quotes, inner quotes doubled.
 QString quoteIdentifier(const QString& name);
 

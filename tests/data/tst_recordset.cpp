@@ -18,6 +18,7 @@ private Q_SLOTS:
     void forwardOnlyCannotGoBack();
     void fieldKindsAndSizes_data();
     void fieldKindsAndSizes();
+    void computedKindWhenFirstValueIsNull();
     void baseColumnsAndAliases();
     void typedReadsAndNulls();
     void joinedNamesAreQualified();
@@ -141,6 +142,20 @@ void TestRecordset::fieldKindsAndSizes() {
         QVERIFY(i >= 0);
         QCOMPARE(rs.fieldKind(i), kind);
         QCOMPARE(rs.definedSize(i), size);
+    }
+}
+
+// A zero delay makes the first damage per second NULL: the column is still a fraction.
+void TestRecordset::computedKindWhenFirstValueIsNull() {
+    for (const char* where : {"EQUIPMENT_NAME = 'Ember Beam'", "EQUIPMENT_NAME = 'none'"}) {
+        Recordset rs;
+        rs.open(QStringLiteral("SELECT EQUIPMENT_NAME, (DAMAGE/DELAY) AS DAMAGE_PER_SECOND, IIF(ROUNDS > 1, ' x' & ROUNDS) "
+                               "AS R, LVL_LESS FROM (SELECT *, NULL AS LVL_LESS FROM WEAPON_STATS) WHERE ") + where,
+                m_cn);
+        QCOMPARE(rs.fieldKind(1), FieldKind::Double);
+        QCOMPARE(rs.fieldKind(2), FieldKind::Text);
+        QCOMPARE(rs.definedSize(2), 255);
+        QCOMPARE(rs.fieldKind(3), FieldKind::Empty); // nothing to tell
     }
 }
 

@@ -156,6 +156,9 @@ void TestSqlTranslate::topLevelFromSkipsSubqueries() {
     const QString s = "SELECT (SELECT LVL FROM ITEMS WHERE ITEM_NAME = ?) AS \"FROM\", FROMAGE FROM RAW_MATERIALS_ITEMS";
     QCOMPARE(topLevelFrom(s), int(s.indexOf("FROM RAW")));
     QCOMPARE(topLevelFrom("SELECT 1"), -1);
+    QCOMPARE(topLevelSelectItems(s), (QStringList{"(SELECT LVL FROM ITEMS WHERE ITEM_NAME = ?) AS \"FROM\"", "FROMAGE"}));
+    QCOMPARE(topLevelSelectItems("SELECT JETCAT(?, A), B AS \"x,y\" FROM T"), (QStringList{"JETCAT(?, A)", "B AS \"x,y\""}));
+    QCOMPARE(topLevelSelectItems("DELETE FROM T"), QStringList{});
 }
 
 // Every statement form the program sends, with names filled in, runs on the small database.
