@@ -275,6 +275,9 @@ void Recordset::moveNextRaw() {
         close();
         cn->fail(r.Number, r.NativeError, r.SQLState, r.Description);
     }
+    // Past the last row the statement is of no more use: back to the pool for the next reader.
+    d->cn->release(d->stmt);
+    d->stmt = nullptr;
 }
 
 void Recordset::close() {

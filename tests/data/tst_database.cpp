@@ -23,6 +23,7 @@ private Q_SLOTS:
     void commitWithoutBeginIsAnError();
     void statementInUseIsNotHandedOutAgain();
     void statementsAreReusedByShape();
+    void readerAtTheEndGivesItsStatementBack();
     void foreignKeysOnWhenSchemaUsesThem();
     void closeWithOpenReaderIsSafe();
 
@@ -247,6 +248,25 @@ void TestDatabase::statementsAreReusedByShape() {
     QCOMPARE(sqlite3_column_int(c, 0), 4);
     m_cn.release(b);
     m_cn.release(c);
+}
+
+void TestDatabase::readerAtTheEndGivesItsStatementBack() {
+    const QString q = "SELECT COMPONENT_NAME FROM COMPONENTS WHERE LVL > 0";
+    sqlite3_stmt* p = m_cn.acquire(q);
+    m_cn.release(p);
+    Recordset rs;
+    rs.open(q, m_cn); // takes p
+    sqlite3_stmt* other = m_cn.acquire(q);
+    QVERIFY(other != p);
+    m_cn.release(other);
+    while (!rs.eof())
+        rs.moveNext();
+    sqlite3_stmt* again = m_cn.acquire(q);
+    QVERIFY(again == p || again == other); // the finished reader's statement is free again
+    sqlite3_stmt* more = m_cn.acquire(q);
+    QVERIFY(more == p || more == other);
+    m_cn.release(again);
+    m_cn.release(more);
 }
 
 void TestDatabase::foreignKeysOnWhenSchemaUsesThem() {
