@@ -287,11 +287,12 @@ void Recordset::close() {
         d->cn->release(d->stmt);
     d->stmt = nullptr;
     d->cn = nullptr;
-    d->cols.clear();
-    d->tables.clear();
-    d->rows.clear();
-    d->rowids.clear();
-    d->pending.clear();
+    // Assigning empty lists drops the shared column facts without copying them (clear() would).
+    d->cols = {};
+    d->tables = {};
+    d->rows = {};
+    d->rowids = {};
+    d->pending = {};
     d->adding = false;
     d->onDeleted = false;
     d->atEnd = true;
