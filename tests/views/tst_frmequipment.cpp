@@ -1,0 +1,353 @@
+// The equipment view on the sample world: one window per equipment, the header, prices, statistics
+// by type (projectile ammunition layout), ammunition figures, specials, tooltips, Edit, errors.
+#include "core/settings.h"
+#include "data/recordset.h"
+#include "viewsfixture.h"
+#include "views/childwindows.h"
+#include "views/equiptypes.h"
+#include "views/frmequipment.h"
+#include "views/modmain.h"
+#include "views/openviews.h"
+
+#include <QApplication>
+#include <QRegularExpression>
+#include <cmath>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QTabWidget>
+#include <QTest>
+#include <QToolButton>
+#include <QTreeWidget>
+
+class TestFrmEquipment : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void init();
+    void cleanup();
+    void eachType_data();
+    void eachType();
+    void oneWindowPerEquipment();
+    void ammunitionLayout_data();
+    void ammunitionLayout();
+    void freeAmmunition();
+    void launcherAmmo();
+    void specials();
+    void priceWords_data();
+    void priceWords();
+    void customFields();
+    void uniqueAndTooltips();
+    void editButton();
+    void missingRecord();
+
+private:
+    frmEquipment* open(const QString& name);
+    ViewsFixture f;
+};
+
+namespace {
+QString firstName(const QString& sql) {
+    Recordset rs;
+    rs.open(sql);
+    return rs.eof() ? QString() : rs.value(0).toString();
+}
+
+QStringList tabTexts(QTabWidget* tabs) {
+    QStringList out;
+    for (int i = 0; i < tabs->count(); ++i)
+        out << tabs->tabText(i);
+    return out;
+}
+
+QString captured;
+void recordEditor(const QString& kind, const QString& name) { captured = kind + "/" + name; }
+} // namespace
+
+void TestFrmEquipment::init() {
+    QString error;
+    QVERIFY2(f.setUp(true, &error), qPrintable(error));
+}
+
+void TestFrmEquipment::cleanup() {
+    CloseChildWindows();
+    QApplication::processEvents();
+    setEditorOpener(nullptr);
+    f.tearDown();
+}
+
+frmEquipment* TestFrmEquipment::open(const QString& name) {
+    const int type = FindType(name);
+    ViewEquipDetails(name, type, DeEnumerate(type));
+    return qobject_cast<frmEquipment*>(FindChildWindow(DeEnumerate(type) + ": " + name));
+}
+
+void TestFrmEquipment::eachType_data() {
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("caption");
+    QTest::addColumn<QStringList>("stats");
+    QTest::newRow("beam") << "Sunspear Mk II" << "Beam: Sunspear Mk II"
+        << QStringList{"Damage:", "Damage Type:", "Delay:", "Energy Use:", "Range:", "Damage Per Second:", "Efficiency:"};
+    QTest::newRow("missile") << "Seeker Rack Mk I" << "Missile: Seeker Rack Mk I"
+        << QStringList{"Energy Use:", "Delay:", "Rounds:", "Ammunition  Type:"};
+    QTest::newRow("projectile") << "Autocannon Mk I" << "Projectile: Autocannon Mk I"
+        << QStringList{"Energy Use:", "Delay:", "Range:", "Rounds:", "Ammunition  Type:"};
+    QTest::newRow("two-word projectile") << "Mass Driver Mk I" << "Projectile: Mass Driver Mk I"
+        << QStringList{"Energy Use:", "Delay:", "Range:", "Rounds:", "Ammunition  Type:"};
+    QTest::newRow("reactor") << "Fusion Core Mk I" << "Reactor: Fusion Core Mk I"
+        << QStringList{"Energy:", "Recharge Rate:", "Recharge Time:"};
+    QTest::newRow("engine") << "Afterburner Mk III" << "Engine: Afterburner Mk III"
+        << QStringList{"Warp:", "Drain:", "Thrust:", "Signature:", "Efficiency:"};
+    QTest::newRow("shield") << "Bulwark Mk I" << "Shield: Bulwark Mk I"
+        << QStringList{"Coverage:", "Regen Rate:", "Regenerate Time:"};
+    QTest::newRow("device") << "Scanner Array Mk I" << "Device: Scanner Array Mk I" << QStringList{};
+    QTest::newRow("missile ammunition") << "Standard Seeker" << "Ammunition: Standard Seeker"
+        << QStringList{"Damage:", "Damage Type:", "Launch Type:", "Ammunition  Type:", "Stack Size:", "Ammo Range:",
+                       "Maneuverability:", "Damage Per Credit:"};
+}
+
+void TestFrmEquipment::eachType() {
+    QFETCH(QString, name);
+    QFETCH(QString, caption);
+    QFETCH(QStringList, stats);
+    frmEquipment* w = open(name);
+    QVERIFY2(w, qPrintable(caption));
+    QCOMPARE(w->windowTitle(), caption);
+    QVERIFY(w->isVisible());
+    QCOMPARE(f.prompt().count(), 0);
+    QVERIFY(w->lblType->text().contains(QRegularExpression("^(Unique )?Level ")));
+    QStringList shown;
+    for (int k = 0; k < frmEquipment::StatSlots; ++k)
+        if (!w->lblSpecData[k]->isHidden())
+            shown << w->lblSpecData[k]->text();
+    QCOMPARE(shown, stats);
+    QCOMPARE(w->findChild<QWidget*>("fraStats")->isHidden(), stats.isEmpty());
+    QCOMPARE(w->txtPMPrice->text(), QString("TBA"));
+    QCOMPARE(w->txtSRP->text(), QString("TBA"));
+    QVERIFY(w->txtQuality->text().endsWith('%'));
+    // the blueprint's root is the equipment itself
+    QCOMPARE(w->treBlueprint->topLevelItemCount(), 1);
+    QCOMPARE(w->treBlueprint->topLevelItem(0)->text(0), name);
+    QVERIFY(w->treMOBs->topLevelItemCount() >= 1);
+    const QStringList tabs = tabTexts(w->tabEquipment);
+    QCOMPARE(tabs.mid(0, 4), (QStringList{"Attributes", "Prices", "Comments", "Other"}));
+    QCOMPARE(tabs.contains("Ammo"), caption.startsWith("Missile") || caption.startsWith("Projectile"));
+    QString file = "/tmp/views-equipment-" + QString(QTest::currentDataTag()).replace(' ', '-') + ".png";
+    w->grab().save(file);
+}
+
+void TestFrmEquipment::oneWindowPerEquipment() {
+    ViewEquipDetails("Sunspear Mk II", 0, "Beam");
+    QWidget* first = FindChildWindow("Beam: Sunspear Mk II");
+    ViewEquipDetails("Sunspear Mk II", 0, "Beam");
+    int count = 0;
+    for (QWidget* w : QApplication::topLevelWidgets())
+        if (w->windowTitle() == "Beam: Sunspear Mk II" && w->isVisible())
+            ++count;
+    QCOMPARE(count, 1);
+    QCOMPARE(FindChildWindow("Beam: Sunspear Mk II"), first);
+}
+
+void TestFrmEquipment::ammunitionLayout_data() {
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QStringList>("stats");
+    // Projectile ammunition has no range or maneuverability, and damage per credit moves up by two.
+    QTest::newRow("projectile") << "Hollow Light Slug"
+        << QStringList{"Damage:", "Damage Type:", "Launch Type:", "Ammunition  Type:", "Stack Size:", "Damage Per Credit:"};
+    QTest::newRow("missile") << "Hollow Torpedo"
+        << QStringList{"Damage:", "Damage Type:", "Launch Type:", "Ammunition  Type:", "Stack Size:", "Ammo Range:",
+                       "Maneuverability:", "Damage Per Credit:"};
+}
+
+void TestFrmEquipment::ammunitionLayout() {
+    QFETCH(QString, name);
+    QFETCH(QStringList, stats);
+    frmEquipment* w = open(name);
+    QVERIFY(w);
+    QStringList shown;
+    for (int k = 0; k < frmEquipment::StatSlots; ++k)
+        if (!w->lblSpecData[k]->isHidden())
+            shown << w->lblSpecData[k]->text();
+    QCOMPARE(shown, stats);
+    const int dpc = int(stats.size()) - 1;
+    QCOMPARE(w->lblSpecData[dpc]->text(), QString("Damage Per Credit:"));
+    QVERIFY(!w->txtSpecData[dpc]->text().isEmpty());
+    w->grab().save("/tmp/views-ammunition-" + QString(QTest::currentDataTag()) + ".png");
+}
+
+void TestFrmEquipment::freeAmmunition() {
+    frmEquipment* w = open("Standard Flechette");
+    QVERIFY(w);
+    QCOMPARE(w->txtPurchasePrice->text(), QString("Unknown"));
+    QCOMPARE(w->lblSpecData[5]->text(), QString("Damage Per Credit:"));
+    QCOMPARE(w->txtSpecData[5]->text(), QString("0"));
+}
+
+void TestFrmEquipment::launcherAmmo() {
+    frmEquipment* w = open("Seeker Rack Mk I");
+    QVERIFY(w);
+    QVERIFY(w->lstAmmo->count() > 0);
+    QCOMPARE(w->lstAmmo->currentRow(), 0);
+    QVERIFY(w->tbAmmoView->isEnabled());
+    QVERIFY(w->txtAmmoName->text().isEmpty()); // nothing worked out until the user picks
+    const QString ammoType = w->txtSpecData[3]->text();
+    QVERIFY(w->lstAmmo->item(0)->text().endsWith(ammoType));
+    w->lstAmmo_Click();
+    QCOMPARE(w->txtAmmoName->text(), w->lstAmmo->item(0)->text());
+    QVERIFY(!w->txtAmmoRange->isHidden());
+    QVERIFY(!w->txtAmmoRange->text().isEmpty());
+
+    // The launcher's figures with the ammunition, from the shown values.
+    Recordset rs;
+    rs.open("SELECT W.ENERGY_USE, W.DELAY, W.ROUNDS, A.DAMAGE FROM WEAPON_STATS AS W, AMO_STATS AS A WHERE "
+            "W.EQUIPMENT_NAME = 'Seeker Rack Mk I' AND A.EQUIPMENT_NAME = '" + w->txtAmmoName->text() + "'");
+    QVERIFY(!rs.eof());
+    const double e = rs.value(0).toDouble(), d = rs.value(1).toDouble(), r = rs.value(2).toDouble(),
+                 dmg = rs.value(3).toDouble();
+    const double shownD = QString(w->txtSpecData[1]->text()).remove(',').toDouble();
+    const double shownE = QString(w->txtSpecData[0]->text()).remove(',').toDouble();
+    QVERIFY(qAbs(shownD - d) < 0.006 && qAbs(shownE - e) < 0.006);
+    QCOMPARE(w->txtDamagePerSecond->text().toDouble(), std::round(dmg * r / shownD * 100) / 100);
+    QCOMPARE(w->txtAmmoEfficiency->text().toDouble(), std::round(dmg * r / shownE * 100) / 100);
+    w->tabEquipment->setCurrentIndex(w->tabEquipment->count() - 1);
+    w->grab().save("/tmp/views-equipment-ammo-page.png");
+
+    frmEquipment* gun = open("Autocannon Mk I");
+    QVERIFY(gun);
+    QVERIFY(gun->lstAmmo->count() > 0);
+    gun->lstAmmo_Click();
+    QVERIFY(gun->txtAmmoRange->isHidden());
+    QVERIFY(gun->lblAmmoManeuverability->isHidden());
+}
+
+void TestFrmEquipment::specials() {
+    frmEquipment* w = open("Hunter's Lance Mk I");
+    QVERIFY(w);
+    QVERIFY(tabTexts(w->tabEquipment).contains("Specials"));
+    QStringList tops;
+    for (int i = 0; i < w->treSpecials->topLevelItemCount(); ++i)
+        tops << w->treSpecials->topLevelItem(i)->text(0);
+    QCOMPARE(tops, (QStringList{"Energy Siphon -3 Points", "Overcharge +12.35%"}));
+    for (int i = 0; i < w->treSpecials->topLevelItemCount(); ++i)
+        for (int c = 0; c < w->treSpecials->topLevelItem(i)->childCount(); ++c) {
+            const QString detail = w->treSpecials->topLevelItem(i)->child(c)->text(0);
+            QVERIFY2(!detail.endsWith(": 0"), qPrintable(detail));
+            QVERIFY2(QRegularExpression("^(Energy Use|Range|Duration|Shunt): ").match(detail).hasMatch(), qPrintable(detail));
+        }
+    w->tabEquipment->setCurrentIndex(w->tabEquipment->count() - 1);
+    w->grab().save("/tmp/views-equipment-specials.png");
+
+    frmEquipment* zero = open("Hunter's Lance Mk II");
+    QVERIFY(zero);
+    bool found = false;
+    for (int i = 0; i < zero->treSpecials->topLevelItemCount(); ++i)
+        found |= zero->treSpecials->topLevelItem(i)->text(0) == "Targeting Boost";
+    QVERIFY2(found, "an amount of 0 shows the name alone");
+}
+
+void TestFrmEquipment::priceWords_data() {
+    QTest::addColumn<QString>("where");
+    QTest::addColumn<QString>("price");
+    QTest::addColumn<QString>("fee");
+    QTest::newRow("loot only") << "PRICE = -1" << "Loot Only" << "";
+    QTest::newRow("mission reward") << "PRICE = -2" << "Mission Reward" << "";
+    QTest::newRow("unknown price") << "PRICE = 0" << "Unknown" << "";
+    QTest::newRow("fee -1") << "COST_TO_MANUFACTURE = -1" << "" << "Not Manufacturable";
+    QTest::newRow("fee -5") << "COST_TO_MANUFACTURE = -5" << "" << "Not Manufacturable";
+    QTest::newRow("fee 0") << "COST_TO_MANUFACTURE = 0" << "" << "Unknown";
+    QTest::newRow("grouped") << "PRICE >= 1000" << "," << "";
+}
+
+void TestFrmEquipment::priceWords() {
+    QFETCH(QString, where);
+    QFETCH(QString, price);
+    QFETCH(QString, fee);
+    const QString name = firstName("SELECT EQUIPMENT_NAME FROM EQUIPMENTS WHERE " + where + " AND TYPE <> 'Device' ORDER BY EQUIPMENT_NAME");
+    QVERIFY2(!name.isEmpty(), qPrintable(where));
+    frmEquipment* w = open(name);
+    QVERIFY2(w, qPrintable(name));
+    if (price == ",")
+        QVERIFY(w->txtPurchasePrice->text().contains(','));
+    else if (!price.isEmpty())
+        QCOMPARE(w->txtPurchasePrice->text(), price);
+    if (!fee.isEmpty())
+        QCOMPARE(w->txtManufFee->text(), fee);
+}
+
+void TestFrmEquipment::customFields() {
+    QString error;
+    QVERIFY2(f.exec({"DELETE FROM DB_OPTIONS",
+                     "INSERT INTO DB_OPTIONS (CUSTOM_FIELDS_ON, FIELD_01_CAPTION, FIELD_02_CAPTION, FIELD_03_CAPTION) "
+                     "VALUES (TRUE, 'Seen At', '', 'Spare Part')",
+                     "UPDATE EQUIPMENTS SET CUSTOM_01 = 'Kell fair', CUSTOM_03 = 'yes' WHERE EQUIPMENT_NAME = 'Ion Drive Mk I'"},
+                    &error),
+             qPrintable(error));
+    reloadCustomFields();
+    frmEquipment* w = open("Ion Drive Mk I");
+    QVERIFY(w);
+    QCOMPARE(w->lblCustom[0]->text(), QString("Seen At:"));
+    QCOMPARE(w->txtCustom[0]->text(), QString("Kell fair"));
+    QVERIFY(!w->txtCustom[0]->isHidden());
+    QVERIFY(w->txtCustom[1]->isHidden()); // no caption, not shown
+    QCOMPARE(w->lblCustom[2]->text(), QString("Spare Part:"));
+    QCOMPARE(w->txtCustom[2]->text(), QString("yes"));
+    w->grab().save("/tmp/views-equipment-custom.png");
+
+    CloseChildWindows();
+    QApplication::processEvents();
+    QVERIFY(f.exec({"UPDATE DB_OPTIONS SET CUSTOM_FIELDS_ON = FALSE"}, &error));
+    reloadCustomFields();
+    w = open("Ion Drive Mk I");
+    QVERIFY(w);
+    for (int i = 0; i < 3; ++i)
+        QVERIFY(w->txtCustom[i]->isHidden());
+}
+
+void TestFrmEquipment::uniqueAndTooltips() {
+    const QString name = firstName("SELECT EQUIPMENT_NAME FROM EQUIPMENTS WHERE UNIQUE_FLAG = TRUE ORDER BY EQUIPMENT_NAME");
+    QVERIFY(!name.isEmpty());
+    frmEquipment* w = open(name);
+    QVERIFY(w);
+    QVERIFY2(w->lblType->text().startsWith("Unique Level "), qPrintable(w->lblType->text()));
+    QVERIFY(w->cmdClose->toolTip().contains("Close this window."));
+    QVERIFY(w->lstBuyLocations->toolTip().contains("Stations that sell " + QString(name).remove('_')));
+    QCOMPARE(w->cmdClose->toolTipDuration(), 20000);
+    QVERIFY(!w->lblSpecData[0]->toolTip().isEmpty());
+
+    CloseChildWindows();
+    QApplication::processEvents();
+    opt::saveFlag(opt::Tooltips, false);
+    w = open(name);
+    QVERIFY(w->cmdClose->toolTip().isEmpty());
+}
+
+void TestFrmEquipment::editButton() {
+    frmEquipment* w = open("Fusion Core Mk I");
+    QVERIFY(w);
+    QVERIFY(!w->cmdEdit->isEnabled());
+    CloseChildWindows();
+    QApplication::processEvents();
+    setEditorOpener(&recordEditor);
+    w = open("Fusion Core Mk I");
+    QVERIFY(w->cmdEdit->isEnabled());
+    captured.clear();
+    QTest::mouseClick(w->cmdEdit, Qt::LeftButton);
+    QCOMPARE(captured, QString("Equipment/Fusion Core Mk I"));
+    QTest::mouseClick(w->cmdClose, Qt::LeftButton);
+    QApplication::processEvents();
+    QVERIFY(!FindChildWindow("Reactor: Fusion Core Mk I"));
+}
+
+void TestFrmEquipment::missingRecord() {
+    ViewEquipDetails("No Such Gun", 0, "Beam");
+    QVERIFY(!FindChildWindow("Beam: No Such Gun"));
+    QCOMPARE(f.prompt().count(), 1);
+    QVERIFY2(f.prompt().last().text.contains("procedure ViewEquipDetails of Module modMain"), qPrintable(f.prompt().last().text));
+    // A name with an apostrophe is found.
+    frmEquipment* w = open("Hunter's Lance Mk III");
+    QVERIFY(w);
+    QCOMPARE(f.prompt().count(), 1);
+}
+
+QTEST_MAIN(TestFrmEquipment)
+#include "tst_frmequipment.moc"
