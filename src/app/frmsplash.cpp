@@ -63,6 +63,11 @@ frmSplash::frmSplash(QWidget* owner)
     prgLoad->setObjectName(QStringLiteral("prgLoad"));
     prgLoad->setTextVisible(false);
     prgLoad->setFixedHeight(10);
+    // A plain bar in the picture's colours rather than the desktop's light trough.
+    prgLoad->setStyleSheet(QStringLiteral(
+        "QProgressBar { background: rgb(14, 14, 34); border: none; border-top: 1px solid rgb(60, 70, 130); }"
+        "QProgressBar::chunk { background: qlineargradient(x1:0, y1:0, x2:0, y2:1, stop:0 rgb(150, 180, 255),"
+        " stop:1 rgb(70, 100, 200)); }"));
     prgLoad->setRange(0, 0);
     prgLoad->setValue(0);
 
