@@ -52,3 +52,6 @@ struct Recordset::Impl {
 
 // The kind and defined size of a declared column type.
 FieldKind kindOfDeclared(const QString& declType, int* size);
+// Computed columns (and columns of no declared type) take the kind of their first value; st is null
+// when there is no row.
+void kindsFromFirstRow(QList<ColumnInfo>& cols, sqlite3_stmt* st);

@@ -1,5 +1,7 @@
 #include "data/sqltranslate.h"
 
+#include "data/sqltokens.h"
+
 #include <QHash>
 #include <QList>
 #include <QLocale>
@@ -7,131 +9,7 @@
 
 namespace {
 
-enum class Tok { Ident, String, Number, Op, LParen, RParen, Comma, Semi };
-
-struct Token {
-    Tok kind;
-    int pos;
-    int len;
-    bool spaceBefore;
-    QString value; // strings: the literal's value; identifiers: the text with [..] resolved
-};
-
-bool isIdentStart(QChar c) { return c.isLetter() || c == u'_'; }
-bool isIdentChar(QChar c) { return c.isLetterOrNumber() || c == u'_' || c == u'$'; }
-
-// Reads a quoted run starting at i (the opening quote); doubled quotes stand for one. Returns the
-// index after the closing quote, or -1 when the text ends first.
-int readQuoted(const QString& s, int i, QChar q, QString& value) {
-    const int n = int(s.size());
-    for (int j = i + 1; j < n; ++j) {
-        if (s[j] == q) {
-            if (j + 1 < n && s[j + 1] == q) {
-                value += q;
-                ++j;
-                continue;
-            }
-            return j + 1;
-        }
-        value += s[j];
-    }
-    return -1;
-}
-
-QList<Token> tokenize(const QString& s) {
-    QList<Token> out;
-    const int n = int(s.size());
-    int i = 0;
-    bool space = false;
-    while (i < n) {
-        const QChar c = s[i];
-        if (c.isSpace()) {
-            space = true;
-            ++i;
-            continue;
-        }
-        Token t{Tok::Op, i, 1, space, {}};
-        space = false;
-        if (c == u'\'' || c == u'"') {
-            const int end = readQuoted(s, i, c, t.value);
-            if (end < 0) { // an unterminated literal goes through as it is, for the engine to refuse
-                t.len = n - i;
-                t.value.clear();
-            } else {
-                t.kind = Tok::String;
-                t.len = end - i;
-            }
-        } else if (isIdentStart(c) || c == u'[') {
-            // NAME, TABLE.NAME, [A NAME], TABLE.*: the parts joined by dots make one identifier.
-            int j = i;
-            QString text;
-            while (true) {
-                if (j < n && s[j] == u'[') {
-                    const int close = int(s.indexOf(u']', j));
-                    if (close < 0)
-                        break;
-                    text += quoteIdentifier(s.mid(j + 1, close - j - 1));
-                    j = close + 1;
-                } else if (j < n && isIdentStart(s[j])) {
-                    const int start = j;
-                    while (j < n && isIdentChar(s[j]))
-                        ++j;
-                    text += s.mid(start, j - start);
-                } else if (j < n && s[j] == u'*' && !text.isEmpty()) {
-                    text += u'*';
-                    ++j;
-                    break;
-                } else {
-                    break;
-                }
-                if (j + 1 < n && s[j] == u'.' && (isIdentStart(s[j + 1]) || s[j + 1] == u'[' || s[j + 1] == u'*')) {
-                    text += u'.';
-                    ++j;
-                    continue;
-                }
-                break;
-            }
-            if (j == i) { // a lone '[' with no closing bracket
-                t.len = 1;
-            } else {
-                t.kind = Tok::Ident;
-                t.len = j - i;
-                t.value = text;
-            }
-        } else if (c.isDigit() || (c == u'.' && i + 1 < n && s[i + 1].isDigit())) {
-            int j = i;
-            while (j < n && (s[j].isDigit() || s[j] == u'.'))
-                ++j;
-            if (j < n && (s[j] == u'e' || s[j] == u'E')) {
-                int k = j + 1;
-                if (k < n && (s[k] == u'+' || s[k] == u'-'))
-                    ++k;
-                if (k < n && s[k].isDigit()) {
-                    j = k;
-                    while (j < n && s[j].isDigit())
-                        ++j;
-                }
-            }
-            t.kind = Tok::Number;
-            t.len = j - i;
-        } else if (c == u'(') {
-            t.kind = Tok::LParen;
-        } else if (c == u')') {
-            t.kind = Tok::RParen;
-        } else if (c == u',') {
-            t.kind = Tok::Comma;
-        } else if (c == u';') {
-            t.kind = Tok::Semi;
-        } else if (i + 1 < n) {
-            const QStringView two = QStringView(s).mid(i, 2);
-            if (two == u"<>" || two == u"<=" || two == u">=" || two == u"!=" || two == u"||" || two == u"==")
-                t.len = 2;
-        }
-        out.append(t);
-        i += t.len;
-    }
-    return out;
-}
+using namespace jetsql;
 
 // Tokens at which an operand of & ends: Jet's & binds looser than arithmetic and tighter than
 // comparison, so comparisons, logical words and clause words delimit its operands.
@@ -434,9 +312,9 @@ int topLevelFrom(const QString& s) {
             ++depth;
         } else if (c == u')') {
             --depth;
-        } else if (depth == 0 && (c == u'F' || c == u'f') && (i == 0 || !isIdentChar(s[i - 1])) &&
+        } else if (depth == 0 && (c == u'F' || c == u'f') && (i == 0 || !jetsql::isIdentChar(s[i - 1])) &&
                    QStringView(s).mid(i, 4).compare(QLatin1String("FROM"), Qt::CaseInsensitive) == 0 &&
-                   (i + 4 >= n || !isIdentChar(s[i + 4]))) {
+                   (i + 4 >= n || !jetsql::isIdentChar(s[i + 4]))) {
             return i;
         }
     }
