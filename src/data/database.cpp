@@ -87,7 +87,10 @@ QString dataSource(const QString& connectionText) {
     static const QRegularExpression re(QStringLiteral("Data Source\\s*=\\s*([^;]*)"),
                                        QRegularExpression::CaseInsensitiveOption);
     const QRegularExpressionMatch m = re.match(connectionText);
-    return m.hasMatch() ? m.captured(1).trimmed() : QString();
+    QString file = m.hasMatch() ? m.captured(1).trimmed() : QString();
+    if (file.size() >= 2 && file.startsWith(u'"') && file.endsWith(u'"'))
+        file = file.mid(1, file.size() - 2);
+    return file;
 }
 
 } // namespace

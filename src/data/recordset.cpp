@@ -52,13 +52,13 @@ Recordset& Recordset::operator=(Recordset&& other) noexcept {
 
 void Recordset::open(const QString& sql, Database& cn, CursorType cursor) {
     close();
-    d->cn = &cn;
     d->cursor = cursor;
     cn.clearErrors();
     const TranslatedSql t = TranslateSql(sql);
     if (!t.error.isEmpty())
         cn.fail(hr::Fail, SQLITE_ERROR, QStringLiteral("42000"), t.error);
     sqlite3_stmt* st = cn.acquireShape(t.sql, t.params);
+    d->cn = &cn; // open from here on; a failure above leaves the result set closed
     const int count = sqlite3_column_count(st);
     // What the columns are depends on the shape only: learn it once per prepared shape.
     std::shared_ptr<void>& known = cn.shapeData(st);

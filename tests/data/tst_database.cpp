@@ -56,6 +56,8 @@ void TestDatabase::opensAndReportsState() {
     // The prefix is the provider's business; only the data source counts.
     m_cn.open("Provider=Microsoft.Jet.OLEDB.4.0;Persist Security Info=False;data source=" + m_path + ";");
     QVERIFY(m_cn.isOpen());
+    m_cn.open("Data Source=\"" + m_path + "\"");
+    QCOMPARE(m_cn.fileName(), m_path);
 }
 
 void TestDatabase::refusesWhatIsNotADatabase_data() {

@@ -237,8 +237,13 @@ void TestRecordset::failedOpenLeavesItClosed() {
     } catch (const VbError& e) {
         QCOMPARE(e.number, hr::MissingValue);
     }
-    QVERIFY(!rs.isOpen() || rs.eof());
+    QVERIFY(!rs.isOpen());
+    QVERIFY(rs.eof());
     QCOMPARE(m_cn.errors().size(), 1);
+    Database closed;
+    QVERIFY_THROWS_EXCEPTION(VbError, rs.open("SELECT * FROM ITEMS", closed));
+    QVERIFY(!rs.isOpen());
+    QCOMPARE(closed.errors().first().Description, QStringLiteral("The database is not open."));
 }
 
 void TestRecordset::dynamicChangesOneTable() {
