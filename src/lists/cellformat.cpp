@@ -3,24 +3,43 @@
 #include <cfenv>
 #include <cmath>
 
-QString FormatWholeNumber(qint64 value) {
-    // Built from the right in a small buffer: the list formats many cells, and this stays allocation-
-    // light (one QString).
-    char buf[32];
-    int pos = int(sizeof buf);
-    const bool negative = value < 0;
-    quint64 v = negative ? quint64(0) - quint64(value) : quint64(value);
+namespace {
+void setLatin1(QString& out, const char* text, int len) {
+    out.resize(len);
+    QChar* dst = out.data();
+    for (int i = 0; i < len; ++i)
+        dst[i] = QLatin1Char(text[i]);
+}
+
+// Writes the grouped digits right-aligned ending at end; returns where they start.
+char* groupedDigits(quint64 v, char* end, bool grouping) {
+    char* p = end;
     int digits = 0;
     do {
-        if (digits > 0 && digits % 3 == 0)
-            buf[--pos] = ',';
-        buf[--pos] = char('0' + v % 10);
+        if (grouping && digits > 0 && digits % 3 == 0)
+            *--p = ',';
+        *--p = char('0' + v % 10);
         v /= 10;
         ++digits;
     } while (v != 0);
+    return p;
+}
+} // namespace
+
+void FormatWholeNumberInto(qint64 value, QString& out) {
+    char buf[32];
+    char* end = buf + sizeof buf;
+    const bool negative = value < 0;
+    char* p = groupedDigits(negative ? quint64(0) - quint64(value) : quint64(value), end, true);
     if (negative)
-        buf[--pos] = '-';
-    return QString::fromLatin1(buf + pos, int(sizeof buf) - pos);
+        *--p = '-';
+    setLatin1(out, p, int(end - p));
+}
+
+QString FormatWholeNumber(qint64 value) {
+    QString s;
+    FormatWholeNumberInto(value, s);
+    return s;
 }
 
 double RoundTo2(double value) {
@@ -41,4 +60,34 @@ QString VbNumberText(double value) {
     return s;
 }
 
-QString FormatFractionNumber(double value) { return VbNumberText(RoundTo2(value)); }
+void FormatFractionNumberInto(double value, QString& out) {
+    const double r = RoundTo2(value);
+    if (!(std::fabs(r) < 1e13)) {
+        out = VbNumberText(r);
+        return;
+    }
+    // Below 1e13 a value rounded to cents has at most 15 significant digits, so writing the cents
+    // out gives exactly the digits the 15-digit conversion gives, without its cost.
+    const qint64 cents = std::llround(r * 100.0);
+    const quint64 a = cents < 0 ? quint64(-cents) : quint64(cents);
+    char buf[32];
+    char* end = buf + sizeof buf;
+    char* p = end;
+    const unsigned frac = unsigned(a % 100);
+    if (frac != 0) {
+        if (frac % 10 != 0)
+            *--p = char('0' + frac % 10);
+        *--p = char('0' + frac / 10);
+        *--p = '.';
+    }
+    p = groupedDigits(a / 100, p, false);
+    if (cents < 0)
+        *--p = '-';
+    setLatin1(out, p, int(end - p));
+}
+
+QString FormatFractionNumber(double value) {
+    QString s;
+    FormatFractionNumberInto(value, s);
+    return s;
+}

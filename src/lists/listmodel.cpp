@@ -5,9 +5,13 @@
 #include "core/vberror.h"
 #include "data/recordset.h"
 
+#include <QFont>
 #include <sqlite3.h>
 
+#include <QByteArrayView>
+
 #include <cmath>
+#include <concepts>
 
 using liststore::Cell;
 using liststore::Column;
@@ -57,6 +61,27 @@ bool readFlag(const Recordset& rs, int i) {
     }
 }
 
+// Texts are copied as UTF-8 straight from the engine when the result set offers them so; otherwise
+// through its QString reader.
+template <typename RS>
+concept HasUtf8Text = requires(const RS& r) {
+    { r.textUtf8(0) } -> std::convertible_to<QByteArrayView>;
+};
+
+template <typename RS>
+void appendTextCell(const RS& rs, int i, Column& col, const QString& unknown) {
+    if constexpr (HasUtf8Text<RS>) {
+        const QByteArrayView t = rs.textUtf8(i);
+        if (col.unknownIfEmpty && t.isEmpty())
+            col.appendText(unknown);
+        else
+            col.appendUtf8(t.data(), size_t(t.size()));
+    } else {
+        const QString t = rs.textValue(i);
+        col.appendText(col.unknownIfEmpty && t.isEmpty() ? unknown : t);
+    }
+}
+
 // The field name without a table prefix, upper-cased, as the flag and special columns are known.
 QString plainName(const QString& field) {
     const qsizetype dot = field.lastIndexOf(QLatin1Char('.'));
@@ -64,16 +89,13 @@ QString plainName(const QString& field) {
 }
 } // namespace
 
-ListModel::ListModel(QObject* parent) : QAbstractTableModel(parent), d(new Impl) {
-    d->boldFont.setBold(true);
-}
+ListModel::ListModel(QObject* parent) : QAbstractTableModel(parent), d(new Impl) {}
 
 ListModel::~ListModel() = default;
 
 void ListModel::clear() {
     beginResetModel();
     auto fresh = std::make_unique<Impl>();
-    fresh->boldFont = d->boldFont;
     fresh->sortKey = d->sortKey;
     fresh->sortOrder = d->sortOrder;
     fresh->sorted = d->sorted;
@@ -83,7 +105,6 @@ void ListModel::clear() {
 
 void ListModel::load(Recordset& rs, const ListColors& colors) {
     auto next = std::make_unique<Impl>();
-    next->boldFont = d->boldFont;
     next->colors = colors;
     next->sortKey = d->sortKey;
     next->sortOrder = d->sortOrder;
@@ -146,17 +167,14 @@ void ListModel::load(Recordset& rs, const ListColors& colors) {
                     else
                         col.appendNull();
                     break;
-                default: {
-                    const QString t = rs.textValue(i);
-                    col.appendText(col.unknownIfEmpty && t.isEmpty() ? unknown : t);
-                }
+                default:
+                    appendTextCell(rs, i, col, unknown);
                 }
             }
             ++next->rows;
         }
     } catch (...) {
         auto empty = std::make_unique<Impl>();
-        empty->boldFont = d->boldFont;
         empty->sortKey = d->sortKey;
         empty->sortOrder = d->sortOrder;
         empty->sorted = d->sorted;
@@ -201,7 +219,7 @@ void ListModel::Impl::cellText(size_t src, int col, QString& out) const {
         else if (c.display == Display::Plain)
             out = QString::number(v);
         else
-            out = FormatWholeNumber(v);
+            FormatWholeNumberInto(v, out);
         return;
     }
     case Cell::Real: {
@@ -213,9 +231,9 @@ void ListModel::Impl::cellText(size_t src, int col, QString& out) const {
         else if (c.display == Display::Plain)
             out = VbNumberText(v);
         else if (isWholeNumber(c.kind) && v == std::trunc(v) && std::fabs(v) < 9.0e18)
-            out = FormatWholeNumber(qint64(v));
+            FormatWholeNumberInto(qint64(v), out);
         else
-            out = FormatFractionNumber(v);
+            FormatFractionNumberInto(v, out);
         return;
     }
     }
@@ -260,8 +278,13 @@ QVariant ListModel::data(const QModelIndex& index, int role) const {
             return d->colors.updated;
         return QVariant();
     }
-    case Qt::FontRole:
-        return isBold(index.row(), index.column()) ? QVariant(d->boldFont) : QVariant();
+    case Qt::FontRole: {
+        if (!isBold(index.row(), index.column()))
+            return QVariant();
+        QFont bold;
+        bold.setBold(true);
+        return bold;
+    }
     default:
         return QVariant();
     }

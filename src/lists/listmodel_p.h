@@ -3,8 +3,6 @@
 #include "lists/listmodel.h"
 #include "lists/liststore.h"
 
-#include <QFont>
-
 #include <vector>
 
 namespace listflags {
@@ -22,7 +20,6 @@ struct ListModel::Impl {
     int sortKey = -1;
     int sortOrder = ListModel::Ascending;
     bool sorted = false;
-    QFont boldFont;
 
     // The cell's text as shown, and its value as the numeric sort reads that text.
     void cellText(size_t src, int col, QString& out) const;

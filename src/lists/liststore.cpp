@@ -102,7 +102,6 @@ void Column::appendReal(double v) {
 }
 
 void Column::appendText(const QString& s) {
-    note(Cell::Text);
     // ASCII, by far the common case, narrows in one pass; anything else goes through the codec.
     const qsizetype n = s.size();
     m_scratch.resize(n);
@@ -114,23 +113,32 @@ void Column::appendText(const QString& s) {
         orAll |= c;
         dst[i] = char(c);
     }
-    if (orAll >= 0x80) {
+    if (orAll >= 0x80)
         m_scratch = s.toUtf8();
-        asciiOnly = false;
+    appendUtf8(m_scratch.constData(), size_t(m_scratch.size()));
+}
+
+void Column::appendUtf8(const char* data, size_t len) {
+    note(Cell::Text);
+    if (asciiOnly) {
+        unsigned char orAll = 0;
+        for (size_t i = 0; i < len; ++i)
+            orAll |= static_cast<unsigned char>(data[i]);
+        asciiOnly = orAll < 0x80;
     }
     uint32_t ref = 0;
     bool stored = false;
     if (m_dedup) {
-        const auto it = m_equal.constFind(QByteArray::fromRawData(m_scratch.constData(), m_scratch.size()));
+        const auto it = m_equal.constFind(QByteArray::fromRawData(data, qsizetype(len)));
         if (it != m_equal.constEnd()) {
             ref = it.value();
             stored = true;
         }
     }
     if (!stored) {
-        ref = m_texts.add(m_scratch.constData(), size_t(m_scratch.size()));
+        ref = m_texts.add(data, len);
         if (m_dedup) {
-            m_equal.insert(QByteArray(m_scratch.constData(), m_scratch.size()), ref);
+            m_equal.insert(QByteArray(data, qsizetype(len)), ref);
             // Worth it only while texts repeat a lot.
             if (m_equal.size() > 4096 || (m_rows >= 2048 && size_t(m_equal.size()) * 4 > m_rows)) {
                 m_dedup = false;

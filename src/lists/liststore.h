@@ -76,6 +76,7 @@ public:
     void appendInt(qint64 v);
     void appendReal(double v);
     void appendText(const QString& s);
+    void appendUtf8(const char* data, size_t len);
     void finish(); // ends loading: drops the table of equal texts
 
     Cell cellClass(size_t r) const;

@@ -2,13 +2,7 @@
 
 #include <QChar>
 
-char16_t WildcardPattern::fold(char16_t c) const {
-    if (!m_ignoreCase)
-        return c;
-    if (c < 128)
-        return (c >= u'a' && c <= u'z') ? char16_t(c - 32) : c;
-    return QChar::toUpper(c);
-}
+char16_t WildcardPattern::foldWide(char16_t c) { return QChar::toUpper(c); }
 
 WildcardPattern::WildcardPattern(const QString& pattern, bool ignoreCase) : m_ignoreCase(ignoreCase) {
     const qsizetype n = pattern.size();
@@ -59,6 +53,14 @@ WildcardPattern::WildcardPattern(const QString& pattern, bool ignoreCase) : m_ig
         }
         m_tokens.push_back(tok);
     }
+    const size_t count = m_tokens.size();
+    if (count >= 2 && m_tokens.front().kind == Token::Star && m_tokens.back().kind == Token::Star) {
+        m_contains = true;
+        for (size_t t = 1; t + 1 < count && m_contains; ++t) {
+            m_contains = m_tokens[t].kind == Token::Char;
+            m_literal.push_back(m_tokens[t].ch);
+        }
+    }
 }
 
 bool WildcardPattern::inList(const Token& tok, char16_t c) const {
@@ -69,6 +71,23 @@ bool WildcardPattern::inList(const Token& tok, char16_t c) const {
 }
 
 bool WildcardPattern::matches(QStringView text) const {
+    if (m_contains) {
+        const size_t m = m_literal.size();
+        const size_t n = size_t(text.size());
+        if (m == 0)
+            return true;
+        const QChar* s = text.data();
+        for (size_t p = 0; p + m <= n; ++p) {
+            if (fold(s[p].unicode()) != m_literal[0])
+                continue;
+            size_t k = 1;
+            while (k < m && fold(s[p + k].unicode()) == m_literal[k])
+                ++k;
+            if (k == m)
+                return true;
+        }
+        return false;
+    }
     // The usual glob walk with one remembered star: every token but "*" and "[]" takes exactly one
     // character, so backtracking to the last star is enough and the walk stays O(text x pattern).
     const size_t tokenCount = m_tokens.size();

@@ -11,6 +11,7 @@
 //   (the classic operator refused such a pattern; here it simply finds nothing).
 #include <QString>
 #include <QStringView>
+#include <string>
 #include <vector>
 
 class WildcardPattern {
@@ -27,11 +28,21 @@ private:
     };
     bool matchFrom(size_t t, QStringView text, qsizetype pos) const;
     bool inList(const Token& tok, char16_t c) const;
-    char16_t fold(char16_t c) const;
+    char16_t fold(char16_t c) const {
+        if (!m_ignoreCase)
+            return c;
+        if (c < 128)
+            return (c >= u'a' && c <= u'z') ? char16_t(c - 32) : c;
+        return foldWide(c);
+    }
+    static char16_t foldWide(char16_t c);
 
     std::vector<Token> m_tokens;
     std::vector<std::pair<char16_t, char16_t>> m_ranges;
     bool m_ignoreCase = false;
+    // "*text*" without wildcards inside, the usual find: searched as a plain (folded) text.
+    bool m_contains = false;
+    std::u16string m_literal;
 };
 
 // One-off convenience: text Like pattern.

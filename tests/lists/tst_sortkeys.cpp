@@ -151,6 +151,12 @@ void TestSortKeys::formatFraction_data() {
     QTest::newRow("tiny negative is zero") << -0.001 << "0";
     QTest::newRow("negative") << -2.333 << "-2.33";
     QTest::newRow("huge") << 1e16 << "1E+16";
+    QTest::newRow("leading zero decimal") << 0.05 << "0.05";
+    QTest::newRow("one tenth") << 0.1 << "0.1";
+    QTest::newRow("ties to even down") << 0.125 << "0.12";
+    QTest::newRow("ties to even up") << 0.375 << "0.38";
+    QTest::newRow("fifteen digits") << 99999999999.99 << "99999999999.99";
+    QTest::newRow("beyond cents") << 12345678901234.5 << "12345678901234.5";
 }
 
 void TestSortKeys::formatFraction() {

@@ -1,0 +1,100 @@
+#include "listbench.h"
+#include "benchutil.h"
+
+#include "data/database.h"
+#include "data/recordset.h"
+#include "data/sqltranslate.h"
+#include "data/synthetic.h"
+#include "lists/listmodel.h"
+#include "views/equiptypes.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFileInfo>
+
+#include <sqlite3.h>
+
+#include <cstdio>
+
+namespace bench {
+
+QString treeRoot() { return QStringLiteral("Bench Tree Engine"); }
+
+QString ensureDatabase(const QString& dir, qint64 rows, bool withTree, QString* error) {
+    QDir().mkpath(dir);
+    const QString file = QDir(dir).filePath(QStringLiteral("synthetic-%1.vosk").arg(rows));
+    if (QFileInfo::exists(file))
+        return file;
+    QElapsedTimer t;
+    t.start();
+    const QString part = file + QStringLiteral(".part");
+    QFile::remove(part);
+    if (!GenerateSynthetic(part, rows, error))
+        return QString();
+    if (withTree && !GenerateBuildTree(part, treeRoot(), 10000, 4, error))
+        return QString();
+    QFile::rename(part, file);
+    info(QStringLiteral("made %1 (%2 equipment rows)").arg(QFileInfo(file).fileName()).arg(rows),
+         double(t.nsecsElapsed()) / 1e9, QStringLiteral("s"));
+    return file;
+}
+
+QString equipmentListSql() { return GetSQL(equip::All, true, false, false, false, QString(), false); }
+
+void openDatabase(const QString& file) {
+    db().open(QStringLiteral("Provider=Microsoft.Jet.OLEDB.4.0;Data Source=") + file + QLatin1Char(';'));
+}
+
+qint64 bareLoop(const QString& jetSql) {
+    const TranslatedSql t = TranslateSql(jetSql);
+    sqlite3_stmt* stmt = nullptr;
+    const QByteArray sql = t.sql.toUtf8();
+    if (sqlite3_prepare_v2(db().handle(), sql.constData(), int(sql.size()), &stmt, nullptr) != SQLITE_OK)
+        return -1;
+    for (int i = 0; i < t.params.size(); ++i) {
+        const QByteArray p = t.params[i].toUtf8();
+        sqlite3_bind_text(stmt, i + 1, p.constData(), int(p.size()), SQLITE_TRANSIENT);
+    }
+    const int cols = sqlite3_column_count(stmt);
+    qint64 rows = 0;
+    qint64 sink = 0;
+    while (sqlite3_step(stmt) == SQLITE_ROW) {
+        for (int c = 0; c < cols; ++c) {
+            switch (sqlite3_column_type(stmt, c)) {
+            case SQLITE_INTEGER: sink += sqlite3_column_int64(stmt, c); break;
+            case SQLITE_FLOAT: sink += qint64(sqlite3_column_double(stmt, c)); break;
+            case SQLITE_NULL: break;
+            default: {
+                const unsigned char* text = sqlite3_column_text(stmt, c);
+                sink += text ? text[0] + sqlite3_column_bytes(stmt, c) : 0;
+            }
+            }
+        }
+        ++rows;
+    }
+    sqlite3_finalize(stmt);
+    return sink == -1 ? -1 : rows; // keeps the reads from being optimised away
+}
+
+void fillList(ListModel& model, const QString& jetSql) {
+    Recordset rs;
+    rs.open(jetSql);
+    model.load(rs, ListColors{QColor(0, 0, 255), QColor(0, 128, 0)});
+}
+
+int memoryChild(const QString& file) {
+    openDatabase(file);
+    ListModel model;
+    Recordset rs;
+    rs.open(equipmentListSql());
+    const qint64 before = residentBytes();
+    model.load(rs, ListColors{QColor(0, 0, 255), QColor(0, 128, 0)});
+    rs.close();
+    const qint64 after = residentBytes();
+    std::printf("%d %d %lld %lld %lld\n", model.rowCount(), model.columnCount(), before, after,
+                model.memoryUsed());
+    db().close();
+    return 0;
+}
+
+} // namespace bench
