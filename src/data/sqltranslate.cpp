@@ -28,6 +28,23 @@ bool isStopWord(const QString& upper) {
     return words.contains(upper);
 }
 
+// Jet's text functions that SQLite knows under another name.
+const char* const kRenamed[][2] = {{"UCASE", "UPPER"}, {"LCASE", "LOWER"}, {"LEN", "LENGTH"}, {"MID", "SUBSTR"}};
+
+bool isRenamedFunction(const QString& name) {
+    for (const auto& r : kRenamed)
+        if (name.compare(QLatin1String(r[0]), Qt::CaseInsensitive) == 0)
+            return true;
+    return false;
+}
+
+QString renamedFunction(const QString& name) {
+    for (const auto& r : kRenamed)
+        if (name.compare(QLatin1String(r[0]), Qt::CaseInsensitive) == 0)
+            return QLatin1String(r[1]);
+    return name;
+}
+
 bool isKeywordColumn(const QString& upper) {
     return upper == QLatin1String("CHECK") || upper == QLatin1String("RANGE");
 }
@@ -52,12 +69,26 @@ public:
             break;
         }
         markUpdateTargets(end);
-        r.sql = range(0, end).trimmed();
+        const QString limit = takeTop(end);
+        r.sql = range(0, end).trimmed() + limit;
         r.params = m_params;
         return r;
     }
 
 private:
+    // SELECT [DISTINCT] TOP n ...: SQLite says LIMIT n at the end.
+    QString takeTop(int end) {
+        int i = 0;
+        if (end < 3 || upperWord(0) != QLatin1String("SELECT"))
+            return {};
+        if (upperWord(1) == QLatin1String("DISTINCT"))
+            i = 1;
+        if (i + 2 >= end || upperWord(i + 1) != QLatin1String("TOP") || m_t[i + 2].kind != Tok::Number)
+            return {};
+        m_drop = {i + 1, i + 2};
+        return QStringLiteral(" LIMIT ") + m_src.mid(m_t[i + 2].pos, m_t[i + 2].len);
+    }
+
     QString upperWord(int i) const { return m_t[i].kind == Tok::Ident ? m_t[i].value.toUpper() : QString(); }
 
     int matching(int open, int end) const {
@@ -172,6 +203,8 @@ private:
         QString out;
         for (int i = b; i < e; ++i) {
             const Token& t = m_t[i];
+            if (m_drop.contains(i))
+                continue;
             const QString sp = (t.spaceBefore || m_forceSpace) ? QStringLiteral(" ") : QString();
             m_forceSpace = false;
             switch (t.kind) {
@@ -187,6 +220,8 @@ private:
                     const int close = matching(i + 1, e);
                     out += sp + iif(i + 2, close);
                     i = close;
+                } else if (i + 1 < e && m_t[i + 1].kind == Tok::LParen && isRenamedFunction(t.value)) {
+                    out += sp + renamedFunction(t.value);
                 } else {
                     out += sp + identifier(i);
                 }
@@ -237,6 +272,7 @@ private:
     const QString& m_src;
     QList<Token> m_t;
     QList<bool> m_strip;
+    QList<int> m_drop; // tokens left out (TOP n)
     QStringList m_params;
     bool m_forceSpace = false;
 };

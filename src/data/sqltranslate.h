@@ -10,6 +10,8 @@
 //   [NAME]           -> "NAME"
 //   a / b            -> a * 1.0 / b    (Jet divides as floating point even between whole numbers)
 //   UPDATE T SET T.C = ...  -> UPDATE T SET C = ...
+//   SELECT TOP n ...        -> SELECT ... LIMIT n
+//   UCASE, LCASE, LEN, MID  -> UPPER, LOWER, LENGTH, SUBSTR
 //   'text', "text"   -> ?              (value kept in params, in order)
 // A trailing ";" is dropped; anything after it makes the statement an error that is not run.
 #include <QString>

@@ -112,6 +112,13 @@ void TestSqlTranslate::translates_data() {
                                                      << "SELECT \"it's\" FROM T WHERE A = ?" << QStringList{"b"};
     QTest::newRow("two kinds of literal side by side") << "SELECT 'a'\"b\" FROM T"
                                                        << "SELECT ?? FROM T" << QStringList{"a", "b"};
+    QTest::newRow("TOP becomes LIMIT") << "SELECT TOP 10 EQUIPMENT_NAME FROM EQUIPMENTS WHERE EQUIPMENT_NAME LIKE '%a%';"
+                                       << "SELECT EQUIPMENT_NAME FROM EQUIPMENTS WHERE EQUIPMENT_NAME LIKE ? LIMIT 10"
+                                       << QStringList{"%a%"};
+    QTest::newRow("DISTINCT TOP") << "SELECT DISTINCT TOP 3 TYPE FROM EQUIPMENTS"
+                                  << "SELECT DISTINCT TYPE FROM EQUIPMENTS LIMIT 3" << QStringList{};
+    QTest::newRow("Jet text functions") << "SELECT UCase(A), LEN(B), Mid(C, 2, 3), LCASE FROM T"
+                                        << "SELECT UPPER(A), LENGTH(B), SUBSTR(C, 2, 3), LCASE FROM T" << QStringList{};
     QTest::newRow("semicolon inside a literal is text") << "SELECT A FROM T WHERE B = 'a;b'"
                                                         << "SELECT A FROM T WHERE B = ?" << QStringList{"a;b"};
     QTest::newRow("several trailing semicolons") << "DELETE FROM DB_OPTIONS;;" << "DELETE FROM DB_OPTIONS"
