@@ -11,8 +11,10 @@
 #include "data/database.h"
 #include "data/recordset.h"
 #include "data/schema.h"
+#include "views/childwindows.h"
 
 #include <QApplication>
+#include <QCloseEvent>
 #include <QDir>
 #include <QFile>
 #include <QImage>
@@ -49,6 +51,7 @@ private Q_SLOTS:
     void withoutPreloadingNothingIsLoadedAndTheSplashWaits();
     void preloadFetchesEveryIndexUpToTheCount();
     void shutDownClosesConnectionWindowsAndLock();
+    void shutDownUnloadsEveryKindOfWindow();
 
     void checkCharactersWithACharacterAsksNothing();
     void checkCharactersLoopsOnEmptyAnswers();
@@ -347,6 +350,35 @@ void TestStartup::shutDownClosesConnectionWindowsAndLock() {
     QVERIFY(!main); // the main window is unloaded, not just hidden
     QLockFile again(instanceLockPath());
     QVERIFY(again.tryLock(0));
+}
+
+namespace {
+// A window whose close handler says no (an editor with unsaved changes, say).
+struct StubbornWindow : QWidget {
+    void closeEvent(QCloseEvent* e) override { e->ignore(); }
+};
+} // namespace
+
+void TestStartup::shutDownUnloadsEveryKindOfWindow() {
+    makeDatabase();
+    RunVOSK();
+    auto* record = new QWidget;
+    record->setAttribute(Qt::WA_DeleteOnClose);
+    record->setWindowTitle("Equipment: Field Welder");
+    RegisterChildWindow(record);
+    record->show();
+    auto* loadedNotShown = new QWidget;
+    loadedNotShown->setAttribute(Qt::WA_DeleteOnClose);
+    StubbornWindow stubborn;
+    stubborn.show();
+    QPointer<QWidget> r = record, hidden = loadedNotShown, main = m_main;
+    ShutDown();
+    flushDeletes();
+    QVERIFY(!r);
+    QVERIFY(!hidden);
+    QVERIFY(!main);
+    QVERIFY(!stubborn.isVisible()); // hidden when it will not close
+    QVERIFY(!FindChildWindow("Equipment: Field Welder"));
 }
 
 void TestStartup::checkCharactersWithACharacterAsksNothing() {
