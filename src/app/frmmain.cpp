@@ -3,6 +3,7 @@
 #include "app/frmmain_p.h"
 
 #include "app/mainsettings.h"
+#include "app/modmain_app.h"
 #include "core/imagestore.h"
 #include "core/inifile.h"
 #include "core/settings.h"
@@ -210,4 +211,8 @@ void frmMain::closeEvent(QCloseEvent* event) {
     if (d->find)
         d->find->close();
     event->accept();
+    // Leaving the main window is leaving the program.
+    ShutDown();
 }
+
+void frmMain::CheckCharacters() { ::CheckCharacters(); }

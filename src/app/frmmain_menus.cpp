@@ -11,6 +11,7 @@
 
 #include <QDesktopServices>
 #include <QFileInfo>
+#include <QItemSelectionModel>
 #include <QKeySequence>
 #include <QMenuBar>
 #include <QUrl>
@@ -112,6 +113,8 @@ void frmMain::buildMenus() {
         updateMenuState();
         mnuPopup->popup(lstItems->viewport()->mapToGlobal(pos));
     });
+    // The record entries follow the selection, so that their shortcuts work only when they apply.
+    connect(lstItems->selectionModel(), &QItemSelectionModel::selectionChanged, this, &frmMain::updateMenuState);
     updateMenuState();
 }
 

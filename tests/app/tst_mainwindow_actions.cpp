@@ -16,6 +16,7 @@
 #include <QDir>
 #include <QHeaderView>
 #include <QLineEdit>
+#include <QMenu>
 #include <QTest>
 #include <QTreeView>
 #include <QUrl>
@@ -205,7 +206,9 @@ void TestMainWindowActions::columnLayoutPerCategory() {
         choose(m.cmbData, "Items");
         QVERIFY(m.model()->columnCount() >= 3);
         m.model()->sortByColumn(1);
-        m.model()->sortByColumn(1); // descending
+        m.model()->sortByColumn(1);
+        m.model()->sortByColumn(1);
+        const int order = m.model()->sortOrder();
         m.lstItems->header()->resizeSection(0, 211);
         m.lstItems->header()->moveSection(2, 0);
         choose(m.cmbData, "Raw Materials"); // leaving the category keeps its layout
@@ -214,7 +217,8 @@ void TestMainWindowActions::columnLayoutPerCategory() {
         const ColumnLayout items = LoadColumnLayout("Items");
         QCOMPARE(items.widths.value(0), 211);
         QCOMPARE(items.sortKey, 1);
-        QCOMPARE(items.sortOrder, 1);
+        QCOMPARE(items.sortOrder, order);
+        QCOMPARE(order, 1); // three clicks: the order toggles from ascending each time
         QCOMPARE(LoadColumnLayout("Raw Materials").widths.value(0), 177);
         m.SaveSettings();
     }
@@ -228,6 +232,10 @@ void TestMainWindowActions::columnLayoutPerCategory() {
     QCOMPARE(m.model()->sortKey(), 1);
     QCOMPARE(m.model()->sortOrder(), 1);
     QVERIFY(m.model()->isSorted());
+    // The rows come sorted: the second column descends.
+    const int rows = m.model()->rowCount();
+    QVERIFY(rows > 2);
+    QVERIFY(m.model()->text(0, 1).toInt() >= m.model()->text(rows - 1, 1).toInt());
 }
 
 void TestMainWindowActions::laterEntriesDisabledUntilHandled() {
