@@ -1,3 +1,4 @@
+string(REPLACE "|" ";" PARTS "${PARTS}")
 file(WRITE ${OUT} "")
 foreach(part ${PARTS})
   file(READ ${part} text)
