@@ -38,14 +38,71 @@ private:
     static inline int s_depth = 0;
 };
 
+// One read transaction around a whole tree: the tree reads one consistent state of the file, and
+// the file is locked once instead of once for every one of its many small statements.
+class ReadTransaction {
+public:
+    ReadTransaction() : m_mine(db().isOpen() && !db().inTransaction()) {
+        if (m_mine)
+            db().beginTrans();
+    }
+    ~ReadTransaction() {
+        if (!m_mine || !db().inTransaction())
+            return;
+        try {
+            db().commitTrans(); // nothing was written
+        } catch (const VbError&) {
+            db().clearErrors();
+        }
+    }
+    ReadTransaction(const ReadTransaction&) = delete;
+    ReadTransaction& operator=(const ReadTransaction&) = delete;
+
+private:
+    bool m_mine;
+};
+
 QString levelText(const Row& r) { return r.name + " (L" + r.level + ")" + r.amount; }
 
-int rawImage(const QString& name) {
-    return IsRefined(name) ? buildimg::RefinedRawMaterial : buildimg::RawMaterial;
+QStringList readNames(const QString& sql) {
+    Recordset rs;
+    rs.open(sql);
+    QStringList names = PopulateList(rs);
+    rs.close();
+    return names;
+}
+
+// What a raw material is made from. The same two statements tell whether it is refined (its
+// picture), so each raw material node reads them once for both.
+struct RawRecipe {
+    QStringList sources, items;
+    int image() const {
+        return sources.isEmpty() && items.isEmpty() ? buildimg::RawMaterial : buildimg::RefinedRawMaterial;
+    }
+};
+
+RawRecipe readRawRecipe(const QString& quotedName) {
+    return {readNames("SELECT REFINES_FROM FROM RAW_MATERIALS_REFINES_FROM WHERE RAW_MATERIAL_NAME = '" + quotedName +
+                      "' ORDER BY REFINES_FROM"),
+            readNames("SELECT ITEM_NAME FROM RAW_MATERIALS_ITEMS WHERE RAW_MATERIAL_NAME = '" + quotedName +
+                      "' ORDER BY ITEM_NAME")};
+}
+
+void buildRawFrom(const QString& parentKey, const QString& name, const RawRecipe& recipe, TreeNodeSink& nodes,
+                  bool& recurse);
+
+// Adds a raw material node and, with recurse set, what it is refined from below it.
+void addRawNode(const QString& parentKey, const QString& key, const QString& text, const QString& name,
+                TreeNodeSink& nodes, bool& recurse) {
+    const RawRecipe recipe = readRawRecipe(FixQuotes(name));
+    nodes.addNode(parentKey, key, text, recipe.image());
+    if (recurse)
+        buildRawFrom(key, name, recipe, nodes, recurse);
 }
 } // namespace
 
 void BuildEquipTree(const QString& parentKey, const QString& name, TreeNodeSink& nodes, bool& recurse) {
+    ReadTransaction reading;
     DepthGuard guard;
     const QString e = FixQuotes(name);
 
@@ -87,15 +144,12 @@ void BuildEquipTree(const QString& parentKey, const QString& name, TreeNodeSink&
         "' x' & EQUIPMENTS_RAW_MATERIALS.AMOUNT) FROM EQUIPMENTS_RAW_MATERIALS, RAW_MATERIALS WHERE "
         "EQUIPMENTS_RAW_MATERIALS.EQUIPMENTS_EQUIPMENT = '" + e + "' AND EQUIPMENTS_RAW_MATERIALS.RAW_MATERIAL_NAME = "
         "RAW_MATERIALS.RAW_MATERIAL_NAME ORDER BY EQUIPMENTS_RAW_MATERIALS.RAW_MATERIAL_NAME", true);
-    for (const Row& r : raws) {
-        const QString key = parentKey + marker::RawMat + r.name;
-        nodes.addNode(parentKey, key, levelText(r), rawImage(r.name));
-        if (recurse)
-            BuildRawMatTree(key, r.name, nodes, recurse);
-    }
+    for (const Row& r : raws)
+        addRawNode(parentKey, parentKey + marker::RawMat + r.name, levelText(r), r.name, nodes, recurse);
 }
 
 void BuildCompTree(const QString& parentKey, const QString& name, TreeNodeSink& nodes, bool& recurse) {
+    ReadTransaction reading;
     DepthGuard guard;
     const QString c = FixQuotes(name);
 
@@ -103,12 +157,8 @@ void BuildCompTree(const QString& parentKey, const QString& name, TreeNodeSink& 
         "SELECT COMPONENTS_RAW_MATERIALS.RAW_MATERIAL, RAW_MATERIALS.LVL, IIF(COMPONENTS_RAW_MATERIALS.AMOUNT > 1, ' x' & "
         "COMPONENTS_RAW_MATERIALS.AMOUNT,'') FROM COMPONENTS_RAW_MATERIALS, RAW_MATERIALS WHERE COMPONENTS_COMPONENT = '" +
         c + "' AND RAW_MATERIALS.RAW_MATERIAL_NAME = COMPONENTS_RAW_MATERIALS.RAW_MATERIAL ORDER BY RAW_MATERIAL", true);
-    for (const Row& r : raws) {
-        const QString key = parentKey + marker::RawMat + r.name;
-        nodes.addNode(parentKey, key, levelText(r), rawImage(r.name));
-        if (recurse)
-            BuildRawMatTree(key, r.name, nodes, recurse);
-    }
+    for (const Row& r : raws)
+        addRawNode(parentKey, parentKey + marker::RawMat + r.name, levelText(r), r.name, nodes, recurse);
 
     const QList<Row> equips = readRows(
         "SELECT COMPONENTS_EQUIPMENTS.EQUIPMENT_NAME, EQUIPMENTS.LVL, IIF(COMPONENTS_EQUIPMENTS.AMOUNT > 1,' x' & "
@@ -159,42 +209,31 @@ Row sourceRow(const QString& name, const QString& sql) {
     return r;
 }
 
-QStringList readNames(const QString& sql) {
-    Recordset rs;
-    rs.open(sql);
-    QStringList names = PopulateList(rs);
-    rs.close();
-    return names;
-}
-} // namespace
-
-void BuildRawMatTree(const QString& parentKey, const QString& name, TreeNodeSink& nodes, bool& recurse) {
+void buildRawFrom(const QString& parentKey, const QString& name, const RawRecipe& recipe, TreeNodeSink& nodes,
+                  bool& recurse) {
     DepthGuard guard;
     const QString r = FixQuotes(name);
-
-    const QStringList sources = readNames("SELECT REFINES_FROM FROM RAW_MATERIALS_REFINES_FROM WHERE RAW_MATERIAL_NAME = '" +
-                                          r + "' ORDER BY REFINES_FROM");
-    for (const QString& s : sources) {
+    for (const QString& s : recipe.sources) {
         const QString sq = FixQuotes(s);
         const Row row = sourceRow(s, "SELECT (SELECT LVL FROM RAW_MATERIALS WHERE RAW_MATERIAL_NAME = '" + sq +
                                          "') AS LVL, IIF(RAW_MATERIALS_REFINES_FROM.AMOUNT > 1, ' x' & "
                                          "RAW_MATERIALS_REFINES_FROM.AMOUNT) AS AMOUNT FROM RAW_MATERIALS_REFINES_FROM WHERE "
                                          "RAW_MATERIAL_NAME = '" + r + "' AND REFINES_FROM = '" + sq + "'");
-        const QString key = parentKey + marker::RawMat + s;
-        nodes.addNode(parentKey, key, levelText(row), rawImage(s));
-        if (recurse)
-            BuildRawMatTree(key, s, nodes, recurse);
+        addRawNode(parentKey, parentKey + marker::RawMat + s, levelText(row), s, nodes, recurse);
     }
-
-    const QStringList items = readNames("SELECT ITEM_NAME FROM RAW_MATERIALS_ITEMS WHERE RAW_MATERIAL_NAME = '" + r +
-                                        "' ORDER BY ITEM_NAME");
-    for (const QString& i : items) {
+    for (const QString& i : recipe.items) {
         const QString iq = FixQuotes(i);
         const Row row = sourceRow(i, "SELECT (SELECT LVL FROM ITEMS WHERE ITEM_NAME = '" + iq +
                                          "' ) AS LVL, IIF(AMOUNT > 1, ' x' & AMOUNT) AS AMOUNT FROM RAW_MATERIALS_ITEMS "
                                          "WHERE RAW_MATERIAL_NAME = '" + r + "' AND ITEM_NAME = '" + iq + "'");
         nodes.addNode(parentKey, parentKey + marker::Item + i, levelText(row), buildimg::Item);
     }
+}
+} // namespace
+
+void BuildRawMatTree(const QString& parentKey, const QString& name, TreeNodeSink& nodes, bool& recurse) {
+    ReadTransaction reading;
+    buildRawFrom(parentKey, name, readRawRecipe(FixQuotes(name)), nodes, recurse);
 }
 
 void TreeNodeList::addNode(const QString& parentKey, const QString& key, const QString& text, int image) {

@@ -220,6 +220,8 @@ void frmRecordView::load(const QString& name) {
         const int pic = rs.fieldIndex(QStringLiteral("PIC_ID"));
         if (pic >= 0)
             m_icon->setPixmap(QPixmap::fromImage(GetItemIcon(NzLong(rs.value(pic)))));
+        else
+            m_icon->setVisible(false); // stations have no picture
         const int comments = rs.fieldIndex(QStringLiteral("COMMENTS"));
         if (comments >= 0)
             txtComments->setPlainText(NzString(rs.value(comments)));

@@ -87,6 +87,9 @@ QTreeWidget* NewTree(QWidget* parent, const QString& objectName) {
     tree->setUniformRowHeights(true);
     tree->setContextMenuPolicy(Qt::CustomContextMenu);
     tree->setExpandsOnDoubleClick(false);
+    // Long recipe lines scroll sideways instead of being cut short.
+    tree->header()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
+    tree->header()->setStretchLastSection(false);
     return tree;
 }
 
