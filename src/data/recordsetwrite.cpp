@@ -218,9 +218,19 @@ void Recordset::Impl::writeRow() {
             values[t].append(*p);
         }
     }
+    // A new row given no value at all is still a row: the first table gets one of its defaults (and
+    // refuses it when a required value is missing), as the old engine did.
+    bool none = true;
+    for (const QStringList& n : std::as_const(names))
+        none = none && n.isEmpty();
+    const bool defaultsOnly = adding && none && !tables.isEmpty();
     QList<qint64> ids = adding ? QList<qint64>(tables.size(), 0) : rowids[pos];
     {
         WriteScope scope(db);
+        if (defaultsOnly) {
+            run(db, QStringLiteral("INSERT INTO %1 DEFAULT VALUES").arg(quoteIdentifier(tables[0])), {});
+            ids[0] = sqlite3_last_insert_rowid(db.handle());
+        }
         for (int t = 0; t < tables.size(); ++t) {
             if (names[t].isEmpty())
                 continue;

@@ -34,6 +34,7 @@ private Q_SLOTS:
     void wrongKindOfValueIsRefused();
     void valuesAreConvertedToTheColumnKind();
     void computedFieldCannotBeSet();
+    void newRowWithNoValuesIsStillWritten();
     void forwardOnlyIsReadOnly();
 
 private:
@@ -448,6 +449,21 @@ void TestRecordset::computedFieldCannotBeSet() {
     rs.open("SELECT ITEM_NAME, LVL * 2 AS TWICE FROM ITEMS", m_cn, Recordset::Dynamic);
     QVERIFY_THROWS_EXCEPTION(VbError, rs.setValue("TWICE", 3));
     QCOMPARE(m_cn.errors().size(), 1);
+}
+
+// Nothing set on a new row is no reason to drop it silently: the table's rules decide.
+void TestRecordset::newRowWithNoValuesIsStillWritten() {
+    Recordset rs;
+    rs.open("SELECT * FROM ITEMS WHERE ITEM_NAME = 'x'", m_cn, Recordset::Dynamic);
+    rs.addNew();
+    QVERIFY_THROWS_EXCEPTION(VbError, rs.update());
+    QCOMPARE(m_cn.errors().first().NativeError, long(SQLITE_CONSTRAINT_NOTNULL));
+    rs.close();
+    rs.open("SELECT * FROM DB_VERSION", m_cn, Recordset::Dynamic);
+    rs.addNew();
+    rs.update();
+    rs.close();
+    QCOMPARE(count("SELECT COUNT(*) FROM DB_VERSION WHERE VERSION IS NULL"), 1L);
 }
 
 void TestRecordset::forwardOnlyIsReadOnly() {
