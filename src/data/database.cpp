@@ -98,8 +98,12 @@ QString dataSource(const QString& connectionText) {
 ErrorRecord Database::makeRecord(int extendedCode, const QString& message) {
     ErrorRecord r;
     const int primary = extendedCode & 0xff;
+    // A name the engine cannot resolve, and a value of the wrong kind (the schema's INVALID_... checks),
+    // are what the old provider reported as a missing value.
     const bool missing = message.startsWith(QLatin1String("no such column")) || primary == SQLITE_MISMATCH ||
-                         extendedCode == SQLITE_CONSTRAINT_DATATYPE;
+                         extendedCode == SQLITE_CONSTRAINT_DATATYPE ||
+                         (extendedCode == SQLITE_CONSTRAINT_CHECK &&
+                          message.startsWith(QLatin1String("CHECK constraint failed: INVALID"), Qt::CaseInsensitive));
     r.Number = missing ? hr::MissingValue : hr::Fail;
     r.Description = message;
     r.Source = QLatin1String(kSource);

@@ -127,8 +127,12 @@ void TestDatabase::errorRecordsFromTheEngine_data() {
     QTest::newRow("missing name") << "INSERT INTO ITEMS (LVL) VALUES (1)" << hr::Fail
                                   << long(SQLITE_CONSTRAINT_NOTNULL) << "23000" << "NOT NULL constraint failed";
     QTest::newRow("named check") << "UPDATE EQUIPMENTS SET LVL = 'high' WHERE EQUIPMENT_NAME = 'Ember Beam'"
-                                 << hr::Fail << long(SQLITE_CONSTRAINT_CHECK) << "23000"
+                                 << hr::MissingValue << long(SQLITE_CONSTRAINT_CHECK) << "23000"
                                  << "CHECK constraint failed: INVALID_EQUIPMENTS_LVL";
+    QTest::newRow("too large check") << "UPDATE EQUIPMENTS SET EQUIPMENT_NAME = '" + QString(120, 'x') + "' WHERE "
+                                        "EQUIPMENT_NAME = 'Ember Beam'"
+                                     << hr::Fail << long(SQLITE_CONSTRAINT_CHECK) << "23000"
+                                     << "CHECK constraint failed: TOO_LARGE_EQUIPMENTS_EQUIPMENT_NAME";
     QTest::newRow("trigger refusal") << "DELETE FROM DAMAGE_TYPE WHERE DAMAGE_TYPE = 'Heat'" << hr::Fail
                                      << long(SQLITE_CONSTRAINT_TRIGGER) << "23000"
                                      << "DAMAGE_TYPE value is in use by MOB_ATTACK_TYPE";
