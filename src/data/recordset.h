@@ -42,18 +42,26 @@ public:
     // Accepts a result name or "TABLE.COLUMN"; -1 when there is none.
     int fieldIndex(const QString& name) const;
 
-    // A null QVariant for NULL. By name throws VbError 3265 when there is no such field.
+    // A null QVariant for NULL; yes/no fields read as bool, whole numbers as int, fractions as double,
+    // dates and text as QString. By name throws VbError 3265 when there is no such field; at the end
+    // (or on a deleted row) throws VbError 3021, which is not a database error.
     QVariant value(int i) const;
     QVariant value(const QString& name) const;
     bool isNull(int i) const;
 
-    // Fast typed reads of the current row for the list (ForwardOnly): no QVariant.
+    // Fast typed reads of the current row for the list (ForwardOnly): no QVariant and no checks; past
+    // the end they read as NULL. Yes/no fields are whole numbers here (1/0).
     int storageClass(int i) const; // SQLITE_INTEGER, SQLITE_FLOAT, SQLITE_TEXT, SQLITE_BLOB, SQLITE_NULL
     qint64 intValue(int i) const;
     double doubleValue(int i) const;
     QString textValue(int i) const;
 
-    // Dynamic only. Throws VbError on a failed write.
+    // Dynamic only. Throws VbError on a failed write, which leaves nothing written and keeps the
+    // pending values (the row can be corrected and updated again). Values are converted to the field's
+    // kind when set ("12" into a number, "True" into a yes/no; empty text into a number, date or yes/no
+    // is NULL); a value that does not convert, or a computed field, is refused at once. After update()
+    // a new row is the current one; moving off a changed row updates it; a deleted row stays current
+    // (unreadable) until moveNext(), which comes to the row after it.
     void addNew();
     void setValue(const QString& name, const QVariant& v);
     void setValue(int i, const QVariant& v);
