@@ -311,3 +311,13 @@ QString Recordset::textValue(int i) const {
     }
     return value(i).toString();
 }
+
+QByteArrayView Recordset::textUtf8(int i) const {
+    if (d->cursor == ForwardOnly) {
+        const unsigned char* t = sqlite3_column_text(d->stmt, i);
+        return t ? QByteArrayView(reinterpret_cast<const char*>(t), sqlite3_column_bytes(d->stmt, i))
+                 : QByteArrayView();
+    }
+    d->utf8 = value(i).toString().toUtf8();
+    return QByteArrayView(d->utf8);
+}

@@ -6,6 +6,7 @@
 #include "data/database.h"
 #include "data/fieldkind.h"
 
+#include <QByteArrayView>
 #include <QVariant>
 #include <memory>
 
@@ -55,6 +56,8 @@ public:
     qint64 intValue(int i) const;
     double doubleValue(int i) const;
     QString textValue(int i) const;
+    // The text as the engine holds it (UTF-8), valid until the next move or read of this result set.
+    QByteArrayView textUtf8(int i) const;
 
     // Dynamic only. Throws VbError on a failed write, which leaves nothing written and keeps the
     // pending values (the row can be corrected and updated again). Values are converted to the field's

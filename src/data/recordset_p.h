@@ -40,6 +40,7 @@ struct Recordset::Impl {
     bool adding = false;
     bool onDeleted = false; // the current row was deleted; moveNext comes to the one after it
     QHash<int, QVariant> pending; // changed fields of the current (or new) row, already converted
+    mutable QByteArray utf8;      // what textUtf8 last handed out (Dynamic)
 
     void describe(sqlite3_stmt* st, int count);
     QVariant read(sqlite3_stmt* st, int i) const { return readAs(st, i, cols[i].kind); }

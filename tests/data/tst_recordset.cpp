@@ -194,6 +194,9 @@ void TestRecordset::typedReadsAndNulls() {
     QCOMPARE(rs.storageClass(4), SQLITE_NULL);
     QVERIFY(rs.value(4).isNull());
     QCOMPARE(rs.textValue(4), QString());
+    QVERIFY(rs.textUtf8(4).isEmpty());
+    QCOMPARE(rs.textUtf8(0), QByteArrayView("Hunter's Lance"));
+    QCOMPARE(rs.textUtf8(1), QByteArrayView("3"));
     QCOMPARE(rs.value(5), QVariant(1200));
 }
 
