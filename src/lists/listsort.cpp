@@ -65,59 +65,102 @@ qint64 ListModel::Impl::cellDate(size_t src, int col, QString& scratch) const {
 }
 
 namespace {
-template <typename Key>
-struct Item {
-    Key key;
-    uint32_t pos; // current view position: ties keep it, which makes the sort stable
+// A sort key and the row's current view position. Keys are unsigned numbers whose order is the sort
+// order (descending keys are inverted), and the radix sort below is stable, so equal keys keep the
+// current view order: the sort is stable in both directions.
+struct KeyPos {
+    uint64_t key;
+    uint32_t pos;
 };
 
-template <typename Key>
-void sortItems(std::vector<Item<Key>>& items, bool descending) {
-    if (descending)
-        std::sort(items.begin(), items.end(), [](const Item<Key>& a, const Item<Key>& b) {
-            return a.key > b.key || (a.key == b.key && a.pos < b.pos);
-        });
-    else
-        std::sort(items.begin(), items.end(), [](const Item<Key>& a, const Item<Key>& b) {
-            return a.key < b.key || (a.key == b.key && a.pos < b.pos);
-        });
+uint64_t orderedDouble(double v) {
+    uint64_t u;
+    std::memcpy(&u, &v, sizeof u);
+    const uint64_t sign = uint64_t(1) << 63;
+    return (u & sign) ? ~u : (u | sign);
 }
 
-// Texts without case: ASCII folded to lower case byte by byte, anything else case-folded first.
-// Sorted by 8 bytes at a time, going deeper only inside runs that are still equal.
+uint64_t orderedInt(qint64 v) { return uint64_t(v) ^ (uint64_t(1) << 63); }
+
+void radixSort(KeyPos* v, size_t n, std::vector<KeyPos>& tmp) {
+    if (n < 64) {
+        std::stable_sort(v, v + n, [](const KeyPos& a, const KeyPos& b) { return a.key < b.key; });
+        return;
+    }
+    if (tmp.size() < n)
+        tmp.resize(n);
+    std::vector<size_t> counts(8 * 256, 0);
+    for (size_t i = 0; i < n; ++i) {
+        const uint64_t k = v[i].key;
+        for (int b = 0; b < 8; ++b)
+            ++counts[size_t(b) * 256 + ((k >> (8 * b)) & 0xFF)];
+    }
+    KeyPos* src = v;
+    KeyPos* dst = tmp.data();
+    for (int b = 0; b < 8; ++b) {
+        size_t* c = &counts[size_t(b) * 256];
+        if (c[(src[0].key >> (8 * b)) & 0xFF] == n)
+            continue; // every key has the same byte here
+        size_t sum = 0;
+        for (int i = 0; i < 256; ++i) {
+            const size_t t = c[i];
+            c[i] = sum;
+            sum += t;
+        }
+        for (size_t i = 0; i < n; ++i)
+            dst[c[(src[i].key >> (8 * b)) & 0xFF]++] = src[i];
+        std::swap(src, dst);
+    }
+    if (src != v)
+        std::copy(src, src + n, v);
+}
+
+// Texts without case: ASCII folded to lower case byte by byte (other texts arrive case-folded), sorted
+// 8 bytes at a time, going deeper only inside runs that are still equal.
 struct TextSorter {
     std::vector<std::string_view> texts; // by current view position
     bool descending = false;
+    std::vector<KeyPos> tmp;
 
-    static uint64_t chunk(std::string_view s, size_t depth) {
+    static unsigned char fold(char ch) {
+        const unsigned char c = static_cast<unsigned char>(ch);
+        return (c >= 'A' && c <= 'Z') ? static_cast<unsigned char>(c + 32) : c;
+    }
+
+    static uint64_t chunk(std::string_view s, size_t from) {
         uint64_t k = 0;
-        const size_t from = depth * 8;
-        for (size_t i = 0; i < 8; ++i) {
-            unsigned char c = from + i < s.size() ? static_cast<unsigned char>(s[from + i]) : 0;
-            if (c >= 'A' && c <= 'Z')
-                c = static_cast<unsigned char>(c + 32);
-            k = (k << 8) | c;
-        }
+        for (size_t i = 0; i < 8; ++i)
+            k = (k << 8) | (from + i < s.size() ? fold(s[from + i]) : 0);
         return k;
     }
 
-    void sort(std::vector<Item<uint64_t>>& items, size_t begin, size_t end, size_t depth) {
-        for (size_t i = begin; i < end; ++i)
-            items[i].key = chunk(texts[items[i].pos], depth);
-        std::vector<Item<uint64_t>> part(items.begin() + std::ptrdiff_t(begin), items.begin() + std::ptrdiff_t(end));
-        sortItems(part, descending);
-        std::copy(part.begin(), part.end(), items.begin() + std::ptrdiff_t(begin));
-        for (size_t i = begin; i < end;) {
+    void sort(KeyPos* items, size_t n, size_t offset) {
+        // Skip what all texts of the range have in common.
+        const std::string_view first = texts[items[0].pos];
+        size_t common = first.size() > offset ? first.size() - offset : 0;
+        size_t longest = first.size();
+        for (size_t i = 1; i < n; ++i) {
+            const std::string_view t = texts[items[i].pos];
+            longest = std::max(longest, t.size());
+            size_t k = 0;
+            while (k < common && offset + k < t.size() && fold(t[offset + k]) == fold(first[offset + k]))
+                ++k;
+            common = k;
+        }
+        offset += common;
+        if (longest <= offset)
+            return; // all equal: they stay in view order
+        for (size_t i = 0; i < n; ++i) {
+            const uint64_t k = chunk(texts[items[i].pos], offset);
+            items[i].key = descending ? ~k : k;
+        }
+        radixSort(items, n, tmp);
+        for (size_t i = 0; i < n;) {
             size_t j = i + 1;
-            while (j < end && items[j].key == items[i].key)
+            while (j < n && items[j].key == items[i].key)
                 ++j;
-            if (j - i > 1) {
-                bool longer = false;
-                for (size_t k = i; k < j && !longer; ++k)
-                    longer = texts[items[k].pos].size() > (depth + 1) * 8;
-                if (longer)
-                    sort(items, i, j, depth + 1);
-            }
+            if (j - i > 1)
+                sort(items + i, j - i, offset + 8);
             i = j;
         }
     }
@@ -128,11 +171,18 @@ std::vector<uint32_t> ListModel::Impl::sortedOrder(int col, int sortOrder) const
     const size_t n = order.size();
     const bool descending = sortOrder == ListModel::Descending;
     const QString tag = cols[size_t(col)].tag.toUpper();
+    const Column& c = cols[size_t(col)];
     std::vector<uint32_t> result(n);
+    std::vector<KeyPos> items(n);
+    std::vector<KeyPos> tmp;
+    auto finish = [&] {
+        for (size_t p = 0; p < n; ++p)
+            result[p] = order[items[p].pos];
+        return result;
+    };
 
     if (tag == ListModel::NumberTag) {
         // Non-numbers (an empty key) first, then by value.
-        std::vector<Item<double>> items(n);
         bool plain = true;
         for (size_t p = 0; p < n; ++p) {
             double v = 0;
@@ -142,45 +192,47 @@ std::vector<uint32_t> ListModel::Impl::sortedOrder(int col, int sortOrder) const
             } else {
                 v = -std::numeric_limits<double>::infinity();
             }
-            items[p] = {v, uint32_t(p)};
+            const uint64_t k = orderedDouble(v == 0.0 ? 0.0 : v); // -0 sorts as 0
+            items[p] = {descending ? ~k : k, uint32_t(p)};
         }
         if (plain) {
-            sortItems(items, descending);
-        } else {
-            // Values beyond 30 integer digits or below 30 decimals: sort the key texts as written.
-            std::vector<std::string> keys(n);
-            QString s;
-            for (size_t p = 0; p < n; ++p) {
-                cellText(order[p], col, s);
-                keys[p] = NumberSortText(s).toStdString();
-            }
-            std::vector<uint32_t> idx(n);
-            for (size_t p = 0; p < n; ++p)
-                idx[p] = uint32_t(p);
-            std::stable_sort(idx.begin(), idx.end(), [&](uint32_t a, uint32_t b) {
-                return descending ? keys[b] < keys[a] : keys[a] < keys[b];
-            });
-            for (size_t p = 0; p < n; ++p)
-                items[p].pos = idx[p];
+            radixSort(items.data(), n, tmp);
+            return finish();
+        }
+        // Values beyond 30 integer digits or below 30 decimals: sort the key texts as written.
+        std::vector<std::string> keys(n);
+        QString s;
+        for (size_t p = 0; p < n; ++p) {
+            cellText(order[p], col, s);
+            keys[p] = NumberSortText(s).toStdString();
         }
         for (size_t p = 0; p < n; ++p)
-            result[p] = order[items[p].pos];
-        return result;
+            items[p].pos = uint32_t(p);
+        std::stable_sort(items.begin(), items.end(), [&](const KeyPos& a, const KeyPos& b) {
+            return descending ? keys[b.pos] < keys[a.pos] : keys[a.pos] < keys[b.pos];
+        });
+        return finish();
     }
 
     if (tag == ListModel::DateTag) {
-        std::vector<Item<qint64>> items(n);
         QString scratch;
-        for (size_t p = 0; p < n; ++p)
-            items[p] = {cellDate(order[p], col, scratch), uint32_t(p)};
-        sortItems(items, descending);
-        for (size_t p = 0; p < n; ++p)
-            result[p] = order[items[p].pos];
-        return result;
+        for (size_t p = 0; p < n; ++p) {
+            const size_t src = order[p];
+            qint64 key;
+            if (c.cellClass(src) == Cell::Text && c.asciiOnly) {
+                const std::string_view t = c.textAt(src);
+                key = DateSortKey(QLatin1StringView(t.data(), qsizetype(t.size())));
+            } else {
+                key = cellDate(src, col, scratch);
+            }
+            const uint64_t k = orderedInt(key);
+            items[p] = {descending ? ~k : k, uint32_t(p)};
+        }
+        radixSort(items.data(), n, tmp);
+        return finish();
     }
 
     // Text: stored ASCII texts are compared where they lie; other cells are written out first.
-    const Column& c = cols[size_t(col)];
     TextSorter sorter;
     sorter.descending = descending;
     sorter.texts.resize(n);
@@ -192,8 +244,8 @@ std::vector<uint32_t> ListModel::Impl::sortedOrder(int col, int sortOrder) const
         if (c.cellClass(src) == Cell::Text) {
             const std::string_view t = c.textAt(src);
             bool ascii = true;
-            for (char ch : t)
-                ascii = ascii && static_cast<unsigned char>(ch) < 0x80;
+            for (size_t k = 0; !c.asciiOnly && ascii && k < t.size(); ++k)
+                ascii = static_cast<unsigned char>(t[k]) < 0x80;
             if (ascii) {
                 sorter.texts[p] = t;
                 continue;
@@ -205,14 +257,11 @@ std::vector<uint32_t> ListModel::Impl::sortedOrder(int col, int sortOrder) const
     }
     for (const auto& [p, w] : writtenAt)
         sorter.texts[p] = written[w];
-    std::vector<Item<uint64_t>> items(n);
     for (size_t p = 0; p < n; ++p)
         items[p] = {0, uint32_t(p)};
     if (n > 1)
-        sorter.sort(items, 0, n, 0);
-    for (size_t p = 0; p < n; ++p)
-        result[p] = order[items[p].pos];
-    return result;
+        sorter.sort(items.data(), n, 0);
+    return finish();
 }
 
 void ListModel::sortByColumn(int col) {

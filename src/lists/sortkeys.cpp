@@ -117,10 +117,11 @@ QString NumberSortText(const QString& cellText) {
 }
 
 namespace {
-bool readInt(QStringView s, qsizetype& i, int minDigits, int maxDigits, int* out) {
+template <typename View>
+bool readInt(View s, qsizetype& i, int minDigits, int maxDigits, int* out) {
     int v = 0, d = 0;
     while (i < s.size() && d < maxDigits && s[i] >= u'0' && s[i] <= u'9') {
-        v = v * 10 + (s[i].unicode() - u'0');
+        v = v * 10 + (s[i].unicode() - '0');
         ++i;
         ++d;
     }
@@ -128,7 +129,8 @@ bool readInt(QStringView s, qsizetype& i, int minDigits, int maxDigits, int* out
     return d >= minDigits;
 }
 
-bool parseTime(QStringView s, qsizetype& i, int* h, int* m, int* sec) {
+template <typename View>
+bool parseTime(View s, qsizetype& i, int* h, int* m, int* sec) {
     *sec = 0;
     if (!readInt(s, i, 1, 2, h) || i >= s.size() || s[i] != u':')
         return false;
@@ -158,11 +160,10 @@ bool parseTime(QStringView s, qsizetype& i, int* h, int* m, int* sec) {
     }
     return *h < 24 && *m < 60 && *sec < 60;
 }
-} // namespace
-
-qint64 DateSortKey(QStringView text) {
+template <typename View>
+qint64 dateKey(View text) {
     qsizetype i = 0;
-    QStringView s = text.trimmed();
+    const View s = text.trimmed();
     if (s.isEmpty())
         return -1;
     int y = 1899, mo = 12, d = 30, h = 0, mi = 0, sec = 0; // a time alone is on day zero
@@ -212,6 +213,10 @@ qint64 DateSortKey(QStringView text) {
         return -1;
     return ((((qint64(y) * 100 + mo) * 100 + d) * 100 + h) * 100 + mi) * 100 + sec;
 }
+} // namespace
+
+qint64 DateSortKey(QStringView text) { return dateKey(text); }
+qint64 DateSortKey(QLatin1StringView text) { return dateKey(text); }
 
 QString DateSortText(const QString& cellText) {
     const qint64 k = DateSortKey(cellText);

@@ -2,6 +2,7 @@
 // The sort keys of the list's column-click: numeric columns sort by value and date columns by time,
 // in exactly the order the list produced when it sorted texts rewritten as fixed-width keys.
 #include <QString>
+#include <QLatin1StringView>
 #include <QStringView>
 
 // "0"<->"9", "1"<->"8", "2"<->"7", "3"<->"6", "4"<->"5", "-" becomes a blank; anything else is kept.
@@ -18,5 +19,6 @@ bool ParseListNumber(QStringView text, double* value);
 // A date cell as its "YYYYMMDDHhNnSs" key (e.g. 20240315142005); -1 when the text is not a date.
 // Accepts "yyyy-mm-dd[ hh:nn[:ss]]" (also with "T"), "m/d/yyyy[ h:nn[:ss][ AM|PM]]" and a time alone.
 qint64 DateSortKey(QStringView text);
+qint64 DateSortKey(QLatin1StringView text); // the same over 8-bit (ASCII) text
 // The same key as the list wrote it: 14 digits, or empty for an invalid date.
 QString DateSortText(const QString& cellText);

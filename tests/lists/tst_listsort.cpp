@@ -1,5 +1,6 @@
 #include "listfixture.h"
 #include "lists/listviewsort.h"
+#include "lists/sortkeys.h"
 
 #include <QApplication>
 #include <QHeaderView>
@@ -21,6 +22,8 @@ private Q_SLOTS:
     void restoredSortAppliesAndReloadKeepsIt();
     void selectionFollowsTheRecord();
     void headerClickSorts();
+    void largeListMatchesTheKeyTexts_data();
+    void largeListMatchesTheKeyTexts();
 };
 
 namespace {
@@ -238,6 +241,65 @@ void TestListSort::headerClickSorts() {
     sorter.setListView(nullptr);
     QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, onValue);
     QCOMPARE(m.sortOrder(), int(ListModel::Ascending)); // detached: clicks no longer sort
+}
+
+void TestListSort::largeListMatchesTheKeyTexts_data() {
+    QTest::addColumn<int>("col");
+    QTest::addColumn<int>("order");
+    for (int order : {int(ListModel::Ascending), int(ListModel::Descending)}) {
+        const char* dir = order == ListModel::Ascending ? "ascending" : "descending";
+        QTest::addRow("numbers %s", dir) << 1 << order;
+        QTest::addRow("fractions %s", dir) << 2 << order;
+        QTest::addRow("dates %s", dir) << 3 << order;
+        QTest::addRow("texts %s", dir) << 4 << order;
+    }
+}
+
+// Thousands of rows with many equal keys: the order must be the one the old list gave by sorting the
+// key texts (number and date keys, texts without case), stably against the order before the sort.
+void TestListSort::largeListMatchesTheKeyTexts() {
+    QFETCH(int, col);
+    QFETCH(int, order);
+    ListDb db({"CREATE TABLE T (NAME VARCHAR(50), N INTEGER, F DOUBLE, D DATETIME, S VARCHAR(80))",
+               "WITH RECURSIVE k(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM k WHERE i < 2999) "
+               "INSERT INTO T SELECT 'r' || i, "
+               "CASE WHEN i % 97 = 0 THEN NULL WHEN i % 89 = 0 THEN '-' ELSE abs(random()) % 2001 - 1000 END, "
+               "CASE WHEN i % 83 = 0 THEN NULL ELSE (abs(random()) % 200001 - 100000) / 7.0 END, "
+               "CASE WHEN i % 79 = 0 THEN 'later' ELSE printf('%04d-%02d-%02d %02d:%02d:%02d', "
+               "2000 + abs(random()) % 3, 1 + abs(random()) % 12, 1 + abs(random()) % 28, abs(random()) % 24, "
+               "abs(random()) % 2, abs(random()) % 2) END, "
+               "CASE abs(random()) % 6 WHEN 0 THEN 'Synthetic Beam ' WHEN 1 THEN 'synthetic BEAM ' "
+               "WHEN 2 THEN 'Synthetic Beam Mk' WHEN 3 THEN 'Ärger ' WHEN 4 THEN '' ELSE 'x' END "
+               "|| CASE WHEN i % 5 = 0 THEN '' ELSE abs(random()) % 300 END FROM k"});
+    QVERIFY2(db.ok(), qPrintable(db.error()));
+    ListModel m;
+    db.load(m, QStringLiteral("SELECT * FROM T"));
+    QCOMPARE(m.rowCount(), 3000);
+    m.setSort(col == 4 ? 1 : 4, ListModel::Descending); // some other order to start from
+    QHash<int, int> before; // stored row -> view position before the sort
+    for (int r = 0; r < m.rowCount(); ++r)
+        before.insert(m.sourceRow(r), r);
+    m.setSort(col, order);
+    auto key = [&](int row) {
+        const QString t = m.text(row, col);
+        if (col <= 2)
+            return NumberSortText(t);
+        if (col == 3)
+            return DateSortText(t);
+        return t.toCaseFolded();
+    };
+    int ties = 0;
+    for (int r = 1; r < m.rowCount(); ++r) {
+        const QString a = key(r - 1), b = key(r);
+        if (a == b) {
+            ++ties;
+            QVERIFY2(before[m.sourceRow(r - 1)] < before[m.sourceRow(r)], qPrintable(QString::number(r)));
+        } else {
+            QVERIFY2(order == ListModel::Ascending ? a < b : b < a,
+                     qPrintable(QStringLiteral("row %1: %2 / %3").arg(r).arg(m.text(r - 1, col), m.text(r, col))));
+        }
+    }
+    QVERIFY(ties > 10);
 }
 
 QTEST_MAIN(TestListSort)
