@@ -1,5 +1,6 @@
 #include "views/buildtree.h"
 
+#include "data/errorreport.h"
 #include "data/quotes.h"
 #include "data/recordset.h"
 #include "views/equiptypes.h"
@@ -94,7 +95,18 @@ void buildRawFrom(const QString& parentKey, const QString& name, const RawRecipe
 // Adds a raw material node and, with recurse set, what it is refined from below it.
 void addRawNode(const QString& parentKey, const QString& key, const QString& text, const QString& name,
                 TreeNodeSink& nodes, bool& recurse) {
-    const RawRecipe recipe = readRawRecipe(FixQuotes(name));
+    RawRecipe recipe;
+    try {
+        recipe = readRawRecipe(FixQuotes(name));
+    } catch (const VbError& e) {
+        // The picture's test reports on its own and the node is still shown, as a plain raw material;
+        // building below it then meets the same failure and ends the tree.
+        ReportDBError(e, QStringLiteral("IsRefined"), QStringLiteral("Module modMain"));
+        nodes.addNode(parentKey, key, text, buildimg::RawMaterial);
+        if (recurse)
+            BuildRawMatTree(key, name, nodes, recurse);
+        return;
+    }
     nodes.addNode(parentKey, key, text, recipe.image());
     if (recurse)
         buildRawFrom(key, name, recipe, nodes, recurse);

@@ -66,7 +66,10 @@ void frmEquipment::load(const QString& name, int typeIndex, const QString& typeN
         throw VbError(3021, kNoRecord);
     fillHeader(rs);
     fillStatistics(rs);
-    m_icon->setPixmap(QPixmap::fromImage(GetItemIcon(NzLong(rs.value(10)))));
+    const QPixmap icon = QPixmap::fromImage(GetItemIcon(NzLong(rs.value(10))));
+    m_icon->setPixmap(icon);
+    if (!icon.isNull())
+        setWindowIcon(icon);
     setWindowTitle(typeName + ": " + name);
     m_headerLoaded = true;
     rs.close();

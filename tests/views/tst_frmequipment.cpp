@@ -8,6 +8,7 @@
 #include "views/frmequipment.h"
 #include "views/modmain.h"
 #include "views/openviews.h"
+#include "views/propertysheet.h"
 
 #include <QApplication>
 #include <QRegularExpression>
@@ -15,6 +16,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QPrinterInfo>
 #include <QPushButton>
 #include <QTabWidget>
 #include <QTest>
@@ -40,6 +42,7 @@ private Q_SLOTS:
     void uniqueAndTooltips();
     void editButton();
     void missingRecord();
+    void propertySheet();
 
 private:
     frmEquipment* open(const QString& name);
@@ -134,6 +137,8 @@ void TestFrmEquipment::eachType() {
     QCOMPARE(tabs.contains("Ammo"), caption.startsWith("Missile") || caption.startsWith("Projectile"));
     QString file = "/tmp/views-equipment-" + QString(QTest::currentDataTag()).replace(' ', '-') + ".png";
     w->grab().save(file);
+    w->tabEquipment->setCurrentIndex(3);
+    w->grab().save(QString(file).replace(".png", "-other.png"));
 }
 
 void TestFrmEquipment::oneWindowPerEquipment() {
@@ -347,6 +352,45 @@ void TestFrmEquipment::missingRecord() {
     frmEquipment* w = open("Hunter's Lance Mk III");
     QVERIFY(w);
     QCOMPARE(f.prompt().count(), 1);
+}
+
+void TestFrmEquipment::propertySheet() {
+    const PropertySheet sheet = EquipmentPropertySheet("Hunter's Lance Mk I", equip::Beam);
+    QCOMPARE(sheet.title, QString("Beam: Hunter's Lance Mk I"));
+    QVERIFY(sheet.subtitle.contains("Level "));
+    QStringList captions;
+    for (const auto& row : sheet.rows)
+        captions << row.first;
+    for (const char* c : {"Manufacturer", "Quality", "Purchase Price", "Manufacturing Fee", "Damage", "Damage Per Second",
+                          "Efficiency", "Last Updated"})
+        QVERIFY2(captions.contains(c), c);
+    QStringList headings;
+    for (const auto& section : sheet.sections)
+        headings << section.first;
+    QCOMPARE(headings, (QStringList{"Specials", "Buy Locations", "Allowed Classes", "Blueprint"}));
+    QCOMPARE(sheet.sections.at(0).second.first(), QString("Energy Siphon -3 Points"));
+    const QString html = PropertySheetHtml(sheet);
+    QVERIFY(html.contains("<h2>Beam: Hunter's Lance Mk I</h2>"));
+    QVERIFY(html.contains("Overcharge +12.35%"));
+
+    bool threw = false;
+    try {
+        EquipmentPropertySheet("No Such Gun", equip::Beam);
+    } catch (const VbError& e) {
+        threw = e.number == 3021;
+    }
+    QVERIFY(threw);
+
+    // Printing without a printer says so and prints nothing.
+    if (QPrinterInfo::availablePrinters().isEmpty()) {
+        opt::saveFlag(opt::PrintPreview, false);
+        frmEquipment* w = open("Hunter's Lance Mk I");
+        QVERIFY(w);
+        QTest::mouseClick(w->cmdPrint, Qt::LeftButton);
+        QCOMPARE(f.prompt().count(), 1);
+        QCOMPARE(f.prompt().last().style, int(vb::Exclamation));
+        QVERIFY(f.prompt().last().text.contains("printer"));
+    }
 }
 
 QTEST_MAIN(TestFrmEquipment)
