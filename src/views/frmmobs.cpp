@@ -79,6 +79,8 @@ frmMOBs::frmMOBs(QWidget* parent) : QWidget(parent) {
     txtAltruism = row(tf, temper, QStringLiteral("Altruism:"), QStringLiteral("txtAltruism"));
     txtInteligence = row(tf, temper, QStringLiteral("Intelligence:"), QStringLiteral("txtInteligence"));
     txtLastUpdated = row(tf, temper, QStringLiteral("Last Updated:"), QStringLiteral("txtLastUpdated"));
+    txtLastUpdated->setAlignment(Qt::AlignLeft);
+    txtLastUpdated->setMinimumWidth(txtLastUpdated->fontMetrics().horizontalAdvance(QStringLiteral("0000-00-00 00:00:00 ")) + 12);
     cols->addWidget(temper, 1);
     tabMOBData->addTab(attributes, QStringLiteral("Attributes"));
 

@@ -1,5 +1,7 @@
 // The type index helpers and the equipment query builder: every type and switch combination against
 // the statement texts written out in full.
+#include "core/vberror.h"
+#include "viewsfixture.h"
 #include "views/equiptypes.h"
 
 #include <QTest>
@@ -17,6 +19,8 @@ private Q_SLOTS:
     void getSQL();
     void wholeStatements_data();
     void wholeStatements();
+    void findType_data();
+    void findType();
 };
 
 void TestEquipTypes::enumerate_data() {
@@ -219,5 +223,39 @@ void TestEquipTypes::wholeStatements() {
     QCOMPARE(actual, expected);
 }
 
-QTEST_APPLESS_MAIN(TestEquipTypes)
+// The type of a stored equipment, by its last word when it has two.
+void TestEquipTypes::findType_data() {
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<int>("index");
+    QTest::addColumn<long>("error");
+    QTest::newRow("beam with an apostrophe") << "Hunter's Lance Mk I" << 0 << 0L;
+    QTest::newRow("two-word projectile") << "Mass Driver Mk II" << 2 << 0L;
+    QTest::newRow("two-word shield") << "Bulwark Mk I" << 5 << 0L;
+    QTest::newRow("lower-case engine") << "Afterburner Mk I" << 4 << 0L;
+    QTest::newRow("ammunition") << "Standard Flechette" << 7 << 0L;
+    QTest::newRow("device") << "Cloak Emitter Mk I" << 6 << 0L;
+    QTest::newRow("missing") << "No Such Thing" << 0 << 3021L;
+}
+
+void TestEquipTypes::findType() {
+    QFETCH(QString, name);
+    QFETCH(int, index);
+    QFETCH(long, error);
+    ViewsFixture f;
+    QString why;
+    QVERIFY2(f.setUp(true, &why), qPrintable(why));
+    long thrown = 0;
+    int found = -1;
+    try {
+        found = FindType(name);
+    } catch (const VbError& e) {
+        thrown = e.number;
+    }
+    QCOMPARE(thrown, error);
+    if (!error)
+        QCOMPARE(found, index);
+    f.tearDown();
+}
+
+QTEST_GUILESS_MAIN(TestEquipTypes)
 #include "tst_equiptypes.moc"
