@@ -81,6 +81,10 @@ void Recordset::Impl::describe(sqlite3_stmt* st, int count) {
             if (!cols[i].baseColumn.isEmpty())
                 continue;
             const QString& e = items[i];
+            // An expression without an alias is named by its place, as Jet named it (Expr1000, ...),
+            // not by the text it was translated into.
+            if (cols[i].plainName == e)
+                cols[i].plainName = QStringLiteral("Expr%1").arg(1000 + i);
             if (e.contains(QLatin1String(kJetConcat) + u'('))
                 cols[i].hint = FieldKind::Text;
             else if (e.contains(QLatin1String("* 1.0 /")))

@@ -173,6 +173,16 @@ void TestRecordset::baseColumnsAndAliases() {
     QCOMPARE(rs.baseColumnName(1), QStringLiteral("EQUIPMENT_NAME"));
     QCOMPARE(rs.baseTableName(1), QStringLiteral("WEAPON_STATS"));
     QCOMPARE(rs.baseColumnName(2), QString());
+    rs.close();
+    rs.open("SELECT ITEM_NAME, IIF(LVL > 1, ' x' & LVL), COUNT(*) FROM ITEMS", m_cn);
+    QCOMPARE(rs.fieldName(0), QStringLiteral("ITEM_NAME"));
+    QCOMPARE(rs.fieldName(1), QStringLiteral("Expr1001")); // not the translated text
+    QCOMPARE(rs.fieldName(2), QStringLiteral("Expr1002"));
+    rs.close();
+    rs.open("SELECT EQUIPMENTS.PRICE AS PURCHASE_PRICE, WEAPON_STATS.EQUIPMENT_NAME AS STAT_NAME, "
+            "EQUIPMENTS.LVL * 3 AS L3 FROM EQUIPMENTS, WEAPON_STATS WHERE EQUIPMENTS.EQUIPMENT_NAME = "
+            "WEAPON_STATS.EQUIPMENT_NAME",
+            m_cn);
     QCOMPARE(rs.fieldIndex("purchase_price"), 0); // names are found without regard to case
     QCOMPARE(rs.fieldIndex("EQUIPMENTS.PRICE"), 0);
     QCOMPARE(rs.fieldIndex("WEAPON_STATS.EQUIPMENT_NAME"), 1);
