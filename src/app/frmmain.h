@@ -51,7 +51,12 @@ public:
     // A menu entry by its object name ("mnuEditFind"); nullptr when there is none.
     QAction* menuEntry(const QString& objectName) const;
     // Windows built later hand their action to the menu entry here; an entry without a handler
-    // stays disabled. Entries that act on a record read category() and selectedName().
+    // stays disabled. Entries that act on a record read category() and selectedName(). The pop-up
+    // entries share the handler of their Edit menu twin ("mnuEditDelete", "mnuEditCopy",
+    // "mnuEditRename"). Delete is called only after the user said Yes to "Are you sure...", and
+    // the list is refreshed after it; copy and rename are called for the five categories that
+    // support them (Stations get the "not implemented" box). A VbError thrown by a handler is
+    // reported under the entry's name + "_Click".
     void setMenuHandler(const QString& objectName, std::function<void()> handler);
     // How an address is opened (the browser by default; tests record instead).
     static void setUrlOpener(std::function<bool(const QUrl&)> opener);
@@ -79,6 +84,7 @@ public:
     void mnuPopupView_Click();
     void mnuEditEditItem_Click();
     void mnuEditFind_Click();
+    void mnuEditDelete_Click();
     void mnuEditCopy_Click();
     void mnuEditRename_Click();
     void mnuViewBuidView_Click();

@@ -5,6 +5,7 @@
 #include "core/inifile.h"
 #include "core/programfolder.h"
 #include "core/prompt.h"
+#include "data/errorreport.h"
 #include "lists/frmfind.h"
 #include "lists/listmodel.h"
 #include "views/openviews.h"
@@ -65,7 +66,7 @@ void frmMain::buildMenus() {
 
     QMenu* edit = menuBar()->addMenu(tr("&Edit"));
     entry(edit, "mnuEditEditItem", tr("&Edit Item..."), [this] { mnuEditEditItem_Click(); });
-    entry(edit, "mnuEditDelete", tr("&Delete"), handed("mnuEditDelete"), QKeySequence::Delete);
+    entry(edit, "mnuEditDelete", tr("&Delete"), [this] { mnuEditDelete_Click(); }, QKeySequence::Delete);
     entry(edit, "mnuEditCopy", tr("&Copy..."), [this] { mnuEditCopy_Click(); });
     entry(edit, "mnuEditRename", tr("&Rename..."), [this] { mnuEditRename_Click(); });
     edit->addSeparator();
@@ -97,7 +98,7 @@ void frmMain::buildMenus() {
     entry(mnuPopup, "mnuPopupEditItem", tr("&Edit Item..."), [this] { mnuEditEditItem_Click(); });
     entry(mnuPopup, "mnuPopupBuildview", tr("&Build View"), [this] { mnuViewBuidView_Click(); });
     mnuPopup->addSeparator();
-    entry(mnuPopup, "mnuPopupDelete", tr("&Delete"), handed("mnuEditDelete"));
+    entry(mnuPopup, "mnuPopupDelete", tr("&Delete"), [this] { mnuEditDelete_Click(); });
     entry(mnuPopup, "mnuPopupCopy", tr("&Copy..."), [this] { mnuEditCopy_Click(); });
     entry(mnuPopup, "mnuPopupRename", tr("&Rename..."), [this] { mnuEditRename_Click(); });
     mnuPopup->addSeparator();
@@ -130,8 +131,30 @@ void frmMain::setMenuHandler(const QString& objectName, std::function<void()> ha
 
 void frmMain::runHandler(const QString& objectName) {
     const auto h = d->handlers.value(objectName);
-    if (h)
+    if (!h)
+        return;
+    // The copy and rename handlers have always named their container without "Form "; their
+    // error texts keep it so.
+    const bool bare = objectName == QLatin1String("mnuEditCopy") || objectName == QLatin1String("mnuEditRename");
+    const QString container = bare ? QStringLiteral("frmMain") : QStringLiteral("Form frmMain");
+    try {
         h();
+    } catch (const VbError& e) {
+        ReportDBError(e, objectName + QStringLiteral("_Click"), container);
+    } catch (const std::exception& e) {
+        ReportDBError(e, objectName + QStringLiteral("_Click"), container);
+    }
+}
+
+void frmMain::mnuEditDelete_Click() {
+    const QString name = selectedName();
+    if (name.isEmpty() || !d->handlers.contains(QStringLiteral("mnuEditDelete")))
+        return;
+    if (MsgBox(QStringLiteral("Are you sure you want to delete '") + name + QStringLiteral("' ?"),
+               vb::YesNo + vb::Question, QStringLiteral("Delete?")) != vb::Yes)
+        return;
+    runHandler(QStringLiteral("mnuEditDelete"));
+    RefreshGrid();
 }
 
 // Enables each entry that can do something now: its window exists and, for record entries, a row

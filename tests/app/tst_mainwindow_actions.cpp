@@ -12,6 +12,7 @@
 #include "views/openviews.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QComboBox>
 #include <QDir>
 #include <QHeaderView>
@@ -44,6 +45,8 @@ private Q_SLOTS:
     void laterEntriesDisabledUntilHandled();
     void copyAndRenameOfStations_data();
     void copyAndRenameOfStations();
+    void deleteAsksFirst();
+    void handlerErrorsAreReported();
     void doubleClickEditorOrView();
     void helpLinksAndAbout();
     void findOpensOverTheList();
@@ -299,6 +302,44 @@ void TestMainWindowActions::copyAndRenameOfStations() {
     QCOMPARE(fx.prompt().last().title, "Can Not Rename");
 }
 
+void TestMainWindowActions::deleteAsksFirst() {
+    frmMain& m = open();
+    choose(m.cmbData, "Items");
+    m.lstItems->setCurrentIndex(m.model()->index(0, 0));
+    QVERIFY(!m.menuEntry("mnuEditDelete")->isEnabled());
+    QStringList deleted;
+    m.setMenuHandler("mnuEditDelete", [&] { deleted << m.category() + "|" + m.selectedName(); });
+    QVERIFY(m.menuEntry("mnuEditDelete")->isEnabled());
+    QVERIFY(m.menuEntry("mnuPopupDelete")->isEnabled());
+    const QString name = m.model()->name(0);
+
+    fx.prompt().queueButton(7); // No
+    m.menuEntry("mnuEditDelete")->trigger();
+    QVERIFY(deleted.isEmpty());
+    QCOMPARE(fx.prompt().last().text, "Are you sure you want to delete '" + name + "' ?");
+    QCOMPARE(fx.prompt().last().title, "Delete?");
+    QCOMPARE(fx.prompt().last().style, 36);
+
+    fx.prompt().queueButton(6); // Yes
+    m.menuEntry("mnuPopupDelete")->trigger();
+    QCOMPARE(deleted, QStringList{"Items|" + name});
+}
+
+void TestMainWindowActions::handlerErrorsAreReported() {
+    frmMain& m = open();
+    choose(m.cmbData, "Items");
+    m.lstItems->setCurrentIndex(m.model()->index(0, 0));
+    m.setMenuHandler("mnuEditRename", [] { throw VbError(5, "Invalid procedure call"); });
+    m.setMenuHandler("mnuFileOptions", [] { throw VbError(5, "Invalid procedure call"); });
+    m.menuEntry("mnuPopupRename")->trigger();
+    QVERIFY2(fx.errorLog().last().contains("mnuEditRename_Click") && !fx.errorLog().last().contains("Form frmMain") &&
+                 fx.errorLog().last().contains("frmMain"),
+             qPrintable(fx.errorLog().last()));
+    m.menuEntry("mnuFileOptions")->trigger();
+    QVERIFY2(fx.errorLog().last().contains("mnuFileOptions_Click") && fx.errorLog().last().contains("Form frmMain"),
+             qPrintable(fx.errorLog().last()));
+}
+
 void TestMainWindowActions::doubleClickEditorOrView() {
     setEditorOpener(recordEditor);
     SaveSetting("Options", "DoubleClickEvent", "1");
@@ -312,8 +353,27 @@ void TestMainWindowActions::doubleClickEditorOrView() {
     // Option 0 opens the view; the editor is not asked.
     SaveSetting("Options", "DoubleClickEvent", "0");
     editorCalls.clear();
+    const QString name = m.model()->name(2);
+    auto viewOf = [&] {
+        for (QWidget* t : QApplication::topLevelWidgets())
+            if (t != &m && t->windowTitle().contains(name))
+                return t;
+        return static_cast<QWidget*>(nullptr);
+    };
+    QVERIFY(!viewOf());
     m.lstItems_DblClick();
     QVERIFY(editorCalls.isEmpty());
+    QWidget* view = viewOf();
+    QVERIFY2(view, "no window shows the component");
+    delete view;
+    // Without an editor installed, option 1 falls back to the view.
+    setEditorOpener(nullptr);
+    SaveSetting("Options", "DoubleClickEvent", "1");
+    m.lstItems_DblClick();
+    view = viewOf();
+    QVERIFY(view);
+    delete view;
+    setEditorOpener(recordEditor);
     // Nothing selected: nothing opens.
     m.lstItems->selectionModel()->clear();
     SaveSetting("Options", "DoubleClickEvent", "1");
