@@ -70,8 +70,17 @@ void frmMain::SetRStoList(Recordset& rs) {
     colors.updated = colorFromVbColorText(ReadVoskIni(QStringLiteral("COLORS"), QStringLiteral("UPDATED")));
     colors.personal = colorFromVbColorText(ReadVoskIni(QStringLiteral("COLORS"), QStringLiteral("PERSONAL")));
     d->model->load(rs, colors);
-    for (int c = 0; c < d->model->columnCount(); ++c)
-        d->model->setHeaderText(c, FormatFieldName(d->model->columnName(c)));
+    // A custom field without a caption is not in use: its column stays out of sight.
+    const CustomFields& custom = customFields();
+    for (int c = 0; c < d->model->columnCount(); ++c) {
+        const QString column = d->model->columnName(c);
+        d->model->setHeaderText(c, FormatFieldName(column));
+        bool unused = false;
+        for (int k = 0; k < 3; ++k)
+            if (column == QStringLiteral("CUSTOM_0%1").arg(k + 1))
+                unused = custom.caption[k].trimmed().isEmpty();
+        lstItems->setColumnHidden(c, unused);
+    }
 }
 
 void frmMain::lstItems_ItemCheck(int row, const QString& name, bool checked) {

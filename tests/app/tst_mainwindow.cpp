@@ -6,6 +6,7 @@
 #include "data/database.h"
 #include "lists/listmodel.h"
 #include "mainwindow_fixture.h"
+#include "views/modmain.h"
 
 #include <QComboBox>
 #include <QTest>
@@ -23,6 +24,7 @@ private Q_SLOTS:
     void eachCategoryListsItsRows_data();
     void eachCategoryListsItsRows();
     void equipmentTypeLevelAndClass();
+    void customFieldsInUse();
     void componentTypesAndSubtypes();
     void unknownComponentTypeIncludesNone();
     void mobBands_data();
@@ -206,6 +208,25 @@ void TestMainWindow::equipmentTypeLevelAndClass() {
     choose(m.cmbRace, "Scout");
     QCOMPARE(m.model()->rowCount(),
              int(fx.count("SELECT EQUIPMENTS_EQUIPMENT FROM EQUIPMENT_CLASS WHERE CLASS_NAME = 'Scout'")));
+}
+
+void TestMainWindow::customFieldsInUse() {
+    CustomFields fields;
+    fields.on = true;
+    fields.caption[0] = "Where Found";
+    setCustomFields(fields);
+    frmMain& m = open();
+    const int c1 = m.model()->columnIndex("CUSTOM_01");
+    const int c2 = m.model()->columnIndex("CUSTOM_02");
+    QVERIFY(c1 > 0 && c2 > 0);
+    QCOMPARE(m.model()->headerData(c1, Qt::Horizontal).toString(), "Where Found");
+    QVERIFY(!m.lstItems->isColumnHidden(c1));
+    QVERIFY(m.lstItems->isColumnHidden(c2));
+    setCustomFields(CustomFields{});
+    m.RefreshGrid();
+    QCOMPARE(m.model()->columnIndex("CUSTOM_01"), -1);
+    for (int c = 0; c < m.model()->columnCount(); ++c)
+        QVERIFY(!m.lstItems->isColumnHidden(c));
 }
 
 void TestMainWindow::componentTypesAndSubtypes() {
