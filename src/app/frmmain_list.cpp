@@ -36,6 +36,9 @@ void frmMain::RefreshGrid() {
 
         const QString sql = ListStatement(cat, currentFilters());
         Recordset rs;
+        // Another category's rows must not be sorted by this one's column first.
+        if (cat != d->listCategory)
+            d->model->setSort(-1, ListModel::Ascending);
         d->model->clear();
         d->listCategory.clear();
         rs.open(sql);

@@ -73,7 +73,7 @@ void frmMain::SaveColumnInfo() {
         layout.order << header->visualIndex(c);
         layout.widths << header->sectionSize(c);
     }
-    layout.sortKey = d->model->isSorted() ? d->model->sortKey() : -1;
+    layout.sortKey = d->model->isSorted() && d->model->sortKey() >= 0 ? d->model->sortKey() : -1;
     layout.sortOrder = d->model->sortOrder();
     SaveColumnLayout(d->listCategory, layout);
 }
@@ -87,14 +87,15 @@ void frmMain::LoadColumnInfo() {
         if (!d->model->isSorted() || d->model->sortKey() != layout.sortKey ||
             d->model->sortOrder() != layout.sortOrder)
             d->model->setSort(layout.sortKey, layout.sortOrder);
-    } else if (d->model->isSorted()) {
+    } else if (d->model->isSorted() && d->model->sortKey() >= 0) {
         d->model->setSort(-1, ListModel::Ascending);
     }
     QHeaderView* header = lstItems->header();
-    if (d->model->isSorted())
+    const bool sorted = d->model->isSorted() && d->model->sortKey() >= 0;
+    if (sorted)
         header->setSortIndicator(d->model->sortKey(),
                                  d->model->sortOrder() == ListModel::Ascending ? Qt::AscendingOrder : Qt::DescendingOrder);
-    header->setSortIndicatorShown(d->model->isSorted());
+    header->setSortIndicatorShown(sorted);
 
     // The MOB and station lists always open with columns fitted to their contents.
     const bool restore = d->listCategory != listcat::MOBs && d->listCategory != listcat::Stations;
