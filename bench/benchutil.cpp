@@ -3,6 +3,7 @@
 #include <QFile>
 
 #include <cstdio>
+#include <ctime>
 
 namespace bench {
 
@@ -17,6 +18,22 @@ qint64 residentBytes() {
         }
     }
     return 0;
+}
+
+double threadCpuSeconds() {
+    timespec ts{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &ts);
+    return double(ts.tv_sec) + double(ts.tv_nsec) / 1e9;
+}
+
+void report(const QString& what, const Timing& t, double goal) {
+    report(what + QStringLiteral(" [cpu]"), t.cpu, QStringLiteral("s"), goal);
+    info(QStringLiteral("    the same by the wall clock"), t.wall, QStringLiteral("s"));
+}
+
+void info(const QString& what, const Timing& t) {
+    std::printf("%-58s %10.4f s  (wall %.4f s)\n", qPrintable(what + QStringLiteral(" [cpu]")), t.cpu, t.wall);
+    std::fflush(stdout);
 }
 
 void report(const QString& what, double value, const QString& unit, double goal) {

@@ -37,16 +37,18 @@ QString findSql() {
 void fillFigures(qint64 size, int runs) {
     const QString sql = equipmentListSql();
     qint64 rows = 0;
-    const double bare = medianSeconds(runs, [&] { rows = bareLoop(sql); });
+    const Timing bare = medianSeconds(runs, [&] { rows = bareLoop(sql); });
     ListModel model;
-    const double fill = medianSeconds(runs, [&] { fillList(model, sql); });
-    info(QStringLiteral("limit: bare statement loop, %1 rows").arg(rows), bare, QStringLiteral("s"));
+    const Timing fill = medianSeconds(runs, [&] { fillList(model, sql); });
+    info(QStringLiteral("limit: bare statement loop, %1 rows").arg(rows), bare);
     info(QStringLiteral("fill: GetSQL list into ListModel, %1 rows x %2 cols").arg(model.rowCount()).arg(model.columnCount()),
-         fill, QStringLiteral("s"));
+         fill);
+    const QString ratio = QStringLiteral("fill / limit at %1 rows").arg(size);
     if (size == 100000)
-        report(QStringLiteral("fill / limit at %1 rows").arg(size), fill / bare, QStringLiteral("x"), 1.5);
+        report(ratio + QStringLiteral(" [cpu]"), fill.cpu / bare.cpu, QStringLiteral("x"), 1.5);
     else
-        info(QStringLiteral("fill / limit at %1 rows").arg(size), fill / bare, QStringLiteral("x"));
+        info(ratio + QStringLiteral(" [cpu]"), fill.cpu / bare.cpu, QStringLiteral("x"));
+    info(ratio + QStringLiteral(" [wall]"), fill.wall / bare.wall, QStringLiteral("x"));
 }
 
 void findFigures(int runs) {
@@ -54,17 +56,17 @@ void findFigures(int runs) {
     fillList(model, findSql());
     const QString what = QStringLiteral("%1 rows x %2 cols").arg(model.rowCount()).arg(model.columnCount());
     int found = -1;
-    const double none = medianSeconds(
+    const Timing none = medianSeconds(
         runs, [&] { found = UberFindItem(QStringLiteral("no such thing"), 1, model, true, false, false, true); },
         [&] { model.clearBold(); });
-    report(QStringLiteral("Find All, no match (every cell), %1").arg(what), none, QStringLiteral("s"), 0.25);
-    const double some = medianSeconds(
+    report(QStringLiteral("Find All, no match (every cell), %1").arg(what), none, 0.25);
+    const Timing some = medianSeconds(
         runs, [&] { found = UberFindItem(QStringLiteral("beam 00??1"), 1, model, true, false, false, true); },
         [&] { model.clearBold(); });
-    report(QStringLiteral("Find All, wildcard matching some rows, %1").arg(what), some, QStringLiteral("s"), 0.25);
-    const double names = medianSeconds(
+    report(QStringLiteral("Find All, wildcard matching some rows, %1").arg(what), some, 0.25);
+    const Timing names = medianSeconds(
         runs, [&] { found = UberFindItem(QStringLiteral("zzz"), 1, model, true, true, true, false); });
-    info(QStringLiteral("Find Next, names only, no match, %1").arg(what), names, QStringLiteral("s"));
+    info(QStringLiteral("Find Next, names only, no match, %1").arg(what), names);
 }
 
 void sortFigures(int runs) {
@@ -75,26 +77,26 @@ void sortFigures(int runs) {
     const int date = model.columnIndex(QStringLiteral("LAST_UPDATED"));
     const QString rows = QStringLiteral("%1 rows").arg(model.rowCount());
     // Each timed sort starts from the order another column gave.
-    const double byNumber = medianSeconds(
+    const Timing byNumber = medianSeconds(
         runs, [&] { model.setSort(number, ListModel::Ascending); }, [&] { model.setSort(name, ListModel::Descending); });
-    report(QStringLiteral("sort number column (PURCHASE_PRICE), %1").arg(rows), byNumber, QStringLiteral("s"), 0.3);
-    const double byDate = medianSeconds(
+    report(QStringLiteral("sort number column (PURCHASE_PRICE), %1").arg(rows), byNumber, 0.3);
+    const Timing byDate = medianSeconds(
         runs, [&] { model.setSort(date, ListModel::Ascending); }, [&] { model.setSort(number, ListModel::Descending); });
-    report(QStringLiteral("sort date column (LAST_UPDATED), %1").arg(rows), byDate, QStringLiteral("s"), 0.3);
-    const double byText = medianSeconds(
+    report(QStringLiteral("sort date column (LAST_UPDATED), %1").arg(rows), byDate, 0.3);
+    const Timing byText = medianSeconds(
         runs, [&] { model.setSort(name, ListModel::Ascending); }, [&] { model.setSort(number, ListModel::Descending); });
-    report(QStringLiteral("sort text column (EQUIPMENT_NAME), %1").arg(rows), byText, QStringLiteral("s"), 1.0);
+    report(QStringLiteral("sort text column (EQUIPMENT_NAME), %1").arg(rows), byText, 1.0);
 }
 
 void treeFigure(int runs) {
     int nodes = 0;
-    const double t = medianSeconds(runs, [&] {
+    const Timing t = medianSeconds(runs, [&] {
         CountingSink sink;
         bool recurse = true;
         BuildEquipTree(treeRoot(), treeRoot(), sink, recurse);
         nodes = sink.nodes;
     });
-    report(QStringLiteral("build tree, %1 nodes (BuildEquipTree)").arg(nodes), t, QStringLiteral("s"), 0.3);
+    report(QStringLiteral("build tree, %1 nodes (BuildEquipTree)").arg(nodes), t, 0.3);
 }
 
 void memoryFigure(const QString& file) {

@@ -215,17 +215,20 @@ std::vector<uint32_t> ListModel::Impl::sortedOrder(int col, int sortOrder) const
     }
 
     if (tag == ListModel::DateTag) {
+        // Keys are read in storage order (the texts lie in that order) and then placed by view row.
+        std::vector<qint64> byStored(n);
         QString scratch;
-        for (size_t p = 0; p < n; ++p) {
-            const size_t src = order[p];
-            qint64 key;
-            if (c.cellClass(src) == Cell::Text && c.asciiOnly) {
+        const bool ascii = c.asciiOnly;
+        for (size_t src = 0; src < n; ++src) {
+            if (ascii && c.cellClass(src) == Cell::Text) {
                 const std::string_view t = c.textAt(src);
-                key = DateSortKey(QLatin1StringView(t.data(), qsizetype(t.size())));
+                byStored[src] = DateSortKey(QLatin1StringView(t.data(), qsizetype(t.size())));
             } else {
-                key = cellDate(src, col, scratch);
+                byStored[src] = cellDate(src, col, scratch);
             }
-            const uint64_t k = orderedInt(key);
+        }
+        for (size_t p = 0; p < n; ++p) {
+            const uint64_t k = orderedInt(byStored[order[p]]);
             items[p] = {descending ? ~k : k, uint32_t(p)};
         }
         radixSort(items.data(), n, tmp);

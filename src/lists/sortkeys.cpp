@@ -160,8 +160,40 @@ bool parseTime(View s, qsizetype& i, int* h, int* m, int* sec) {
     }
     return *h < 24 && *m < 60 && *sec < 60;
 }
+// "yyyy-mm-dd hh:nn:ss", the form the database keeps, read without the general parser.
+template <typename View>
+bool storedForm(View s, qint64* key) {
+    static constexpr char shape[] = "dddd-dd-dd dd:dd:dd";
+    if (s.size() != 19)
+        return false;
+    int v[6] = {0, 0, 0, 0, 0, 0};
+    int field = 0;
+    for (int i = 0; i < 19; ++i) {
+        const char16_t c = s[i].unicode();
+        if (shape[i] == 'd') {
+            if (c < '0' || c > '9')
+                return false;
+            v[field] = v[field] * 10 + (c - '0');
+        } else if (c != char16_t(shape[i])) {
+            return false;
+        } else {
+            ++field;
+        }
+    }
+    const int y = v[0], mo = v[1], d = v[2];
+    if (y < 100 || mo < 1 || mo > 12 || d < 1 || (d > 28 && !QDate::isValid(y, mo, d)) || v[3] > 23 || v[4] > 59 ||
+        v[5] > 59)
+        *key = -1;
+    else
+        *key = ((((qint64(y) * 100 + mo) * 100 + d) * 100 + v[3]) * 100 + v[4]) * 100 + v[5];
+    return true;
+}
+
 template <typename View>
 qint64 dateKey(View text) {
+    qint64 stored;
+    if (storedForm(text, &stored))
+        return stored;
     qsizetype i = 0;
     const View s = text.trimmed();
     if (s.isEmpty())

@@ -101,6 +101,9 @@ void TestSortKeys::dateKeys_data() {
     QTest::addColumn<QString>("text");
     QTest::addColumn<qint64>("key");
     QTest::newRow("iso with time") << "2024-03-15 14:20:05" << Q_INT64_C(20240315142005);
+    QTest::newRow("stored form, no such day") << "2023-02-29 10:00:00" << Q_INT64_C(-1);
+    QTest::newRow("stored form, minute 60") << "2023-02-01 10:60:00" << Q_INT64_C(-1);
+    QTest::newRow("stored form, last day") << "2023-12-31 23:59:59" << Q_INT64_C(20231231235959);
     QTest::newRow("iso T") << "2024-03-15T14:20:05" << Q_INT64_C(20240315142005);
     QTest::newRow("iso date") << "2024-03-15" << Q_INT64_C(20240315000000);
     QTest::newRow("iso minutes") << "2024-03-15 09:07" << Q_INT64_C(20240315090700);
@@ -121,6 +124,8 @@ void TestSortKeys::dateKeys() {
     QFETCH(QString, text);
     QFETCH(qint64, key);
     QCOMPARE(DateSortKey(text), key);
+    const QByteArray latin1 = text.toLatin1();
+    QCOMPARE(DateSortKey(QLatin1StringView(latin1)), key);
     QCOMPARE(DateSortText(text), key < 0 ? QString() : QString::number(key).rightJustified(14, QLatin1Char('0')));
 }
 
