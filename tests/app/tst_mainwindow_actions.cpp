@@ -444,6 +444,7 @@ void TestMainWindowActions::exitClosesAndSaves() {
     choose(m.cmbCL, "51+");
     m.menuEntry("mnuFileExit")->trigger();
     QVERIFY(!m.isVisible());
+    QVERIFY(!db().isOpen()); // closing the main window went through ShutDown
     QCOMPARE(LoadCategory(), "MOBs");
     QCOMPARE(LoadFilters().combatBand, "51+");
 }
