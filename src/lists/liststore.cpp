@@ -4,6 +4,26 @@
 
 namespace liststore {
 
+namespace {
+constexpr size_t MaxEqual = 4096; // distinct texts kept in the table (it has 16384 slots)
+
+uint64_t hashText(const char* p, size_t n) {
+    uint64_t h = 0x9E3779B97F4A7C15ull ^ n;
+    while (n >= 8) {
+        uint64_t w;
+        std::memcpy(&w, p, 8);
+        h = (h ^ w) * 0xFF51AFD7ED558CCDull;
+        h ^= h >> 32;
+        p += 8;
+        n -= 8;
+    }
+    uint64_t w = 0;
+    std::memcpy(&w, p, n);
+    h = (h ^ w) * 0xC4CEB9FE1A85EC53ull;
+    return h ^ (h >> 29);
+}
+} // namespace
+
 uint32_t TextStore::add(const char* data, size_t len) {
     unsigned char prefix[5];
     size_t plen = 0;
@@ -127,24 +147,19 @@ void Column::appendUtf8(const char* data, size_t len) {
         asciiOnly = orAll < 0x80;
     }
     uint32_t ref = 0;
-    bool stored = false;
     if (m_dedup) {
-        const auto it = m_equal.constFind(QByteArray::fromRawData(data, qsizetype(len)));
-        if (it != m_equal.constEnd()) {
-            ref = it.value();
-            stored = true;
-        }
-    }
-    if (!stored) {
-        ref = m_texts.add(data, len);
-        if (m_dedup) {
-            m_equal.insert(QByteArray(data, qsizetype(len)), ref);
+        const uint64_t hash = hashText(data, len);
+        if (!findEqual(data, len, hash, &ref)) {
+            ref = m_texts.add(data, len);
+            rememberEqual(hash, ref);
             // Worth it only while texts repeat a lot.
-            if (m_equal.size() > 4096 || (m_rows >= 2048 && size_t(m_equal.size()) * 4 > m_rows)) {
+            if (m_equalCount > MaxEqual || (m_rows >= 2048 && m_equalCount * 4 > m_rows)) {
                 m_dedup = false;
-                m_equal = {};
+                m_equalSlots = {};
             }
         }
+    } else {
+        ref = m_texts.add(data, len);
     }
     m_textRef.fill(m_rows, 0);
     m_textRef.push_back(ref);
@@ -153,8 +168,35 @@ void Column::appendUtf8(const char* data, size_t len) {
     ++m_rows;
 }
 
+bool Column::findEqual(const char* data, size_t len, uint64_t hash, uint32_t* ref) const {
+    if (m_equalSlots.empty())
+        return false;
+    const size_t mask = m_equalSlots.size() - 1;
+    for (size_t i = size_t(hash) & mask;; i = (i + 1) & mask) {
+        const uint32_t slot = m_equalSlots[i];
+        if (slot == 0)
+            return false;
+        const std::string_view t = m_texts.at(slot - 1);
+        if (t.size() == len && (len == 0 || std::memcmp(t.data(), data, len) == 0)) {
+            *ref = slot - 1;
+            return true;
+        }
+    }
+}
+
+void Column::rememberEqual(uint64_t hash, uint32_t ref) {
+    if (m_equalSlots.empty())
+        m_equalSlots.assign(4 * MaxEqual, 0);
+    const size_t mask = m_equalSlots.size() - 1;
+    size_t i = size_t(hash) & mask;
+    while (m_equalSlots[i] != 0)
+        i = (i + 1) & mask;
+    m_equalSlots[i] = ref + 1;
+    ++m_equalCount;
+}
+
 void Column::finish() {
-    m_equal = {};
+    m_equalSlots = {};
     m_dedup = false;
     m_scratch = QByteArray();
     if (!m_num.empty())
@@ -180,7 +222,7 @@ double Column::realAt(size_t r) const {
 
 size_t Column::bytes() const {
     return m_nullBits.capacity() * 8 + m_cls.bytes() + m_num.bytes() + m_textRef.bytes() + m_texts.bytes() +
-           size_t(m_scratch.capacity()) + size_t(m_equal.size()) * 48;
+           size_t(m_scratch.capacity()) + m_equalSlots.capacity() * 4;
 }
 
 void decodeInto(std::string_view utf8, QString& out) {

@@ -5,7 +5,6 @@
 #include "data/fieldkind.h"
 
 #include <QByteArray>
-#include <QHash>
 #include <QString>
 
 #include <cstdint>
@@ -98,7 +97,11 @@ private:
     ChunkedVector<uint32_t> m_textRef;
     TextStore m_texts;
     QByteArray m_scratch;
-    QHash<QByteArray, uint32_t> m_equal; // while storing equal texts once pays
+    // Equal texts stored once while that pays: an open-addressing table of text references.
+    bool findEqual(const char* data, size_t len, uint64_t hash, uint32_t* ref) const;
+    void rememberEqual(uint64_t hash, uint32_t ref);
+    std::vector<uint32_t> m_equalSlots; // ref + 1, 0 = free
+    size_t m_equalCount = 0;
     bool m_dedup = true;
 };
 
