@@ -18,7 +18,25 @@ struct Database::Pool {
     };
     QHash<QString, Shape*> shapes;
     QHash<sqlite3_stmt*, Shape*> owner;
+    // The translation hands out the same shared text for the same shape, so its buffer finds the
+    // shape without hashing the whole text. Each shape keeps its buffer alive, so an address here
+    // can only mean that text.
+    QHash<const QChar*, Shape*> byBuffer;
     int idle = 0;
+
+    Shape* find(const QString& sql) {
+        if (Shape* s = byBuffer.value(sql.constData()))
+            return s;
+        Shape*& s = shapes[sql];
+        if (!s) {
+            s = new Shape{sql, {}, {}};
+        } else if (s->sql.constData() != sql.constData()) {
+            byBuffer.remove(s->sql.constData());
+            s->sql = sql;
+        }
+        byBuffer.insert(s->sql.constData(), s);
+        return s;
+    }
 
     ~Pool() { qDeleteAll(shapes); }
 
@@ -213,9 +231,7 @@ sqlite3_stmt* Database::acquireShape(const QString& sqliteSql, const QStringList
             return nullptr;
         raise(SQLITE_MISUSE, QStringLiteral("The database is not open."));
     }
-    Pool::Shape*& shape = m_pool->shapes[sqliteSql];
-    if (!shape)
-        shape = new Pool::Shape{sqliteSql, {}, {}};
+    Pool::Shape* shape = m_pool->find(sqliteSql);
     sqlite3_stmt* st = nullptr;
     if (!shape->free.isEmpty()) {
         st = shape->free.takeLast();

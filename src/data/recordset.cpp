@@ -75,7 +75,7 @@ void Recordset::open(const QString& sql, Database& cn, CursorType cursor) {
         d->moved = false;
         d->atEnd = false;
         moveNextRaw();
-        kindsFromFirstRow(d->cols, d->atEnd ? nullptr : st);
+        kindsFromFirstRow(d->cols, d->atEnd ? nullptr : st, d->computed);
         return;
     }
     // Dynamic: read every row, with the rowid of each base table so changes can be written back.
@@ -96,7 +96,7 @@ void Recordset::open(const QString& sql, Database& cn, CursorType cursor) {
     int rc;
     while ((rc = sqlite3_step(rows)) == SQLITE_ROW) {
         if (d->rows.isEmpty())
-            kindsFromFirstRow(d->cols, rows);
+            kindsFromFirstRow(d->cols, rows, d->computed);
         QList<QVariant> values;
         values.reserve(count);
         for (int i = 0; i < count; ++i)
@@ -109,7 +109,7 @@ void Recordset::open(const QString& sql, Database& cn, CursorType cursor) {
         d->rowids.append(ids);
     }
     if (d->rows.isEmpty())
-        kindsFromFirstRow(d->cols, nullptr);
+        kindsFromFirstRow(d->cols, nullptr, d->computed);
     if (rc != SQLITE_DONE) {
         const ErrorRecord r = Database::makeRecord(sqlite3_extended_errcode(cn.handle()),
                                                    QString::fromUtf8(sqlite3_errmsg(cn.handle())));
@@ -154,6 +154,7 @@ void Recordset::close() {
     d->rows = {};
     d->rowids = {};
     d->pending = {};
+    d->computed.clear();
     d->adding = false;
     d->onDeleted = false;
     d->atEnd = true;
@@ -229,8 +230,15 @@ static const ColumnInfo& column(const Recordset::Impl* d, int i) {
 QString Recordset::fieldName(int i) const { return column(d.get(), i).name; }
 QString Recordset::baseColumnName(int i) const { return column(d.get(), i).baseColumn; }
 QString Recordset::baseTableName(int i) const { return column(d.get(), i).baseTable; }
-FieldKind Recordset::fieldKind(int i) const { return column(d.get(), i).kind; }
-int Recordset::definedSize(int i) const { return column(d.get(), i).size; }
+FieldKind Recordset::fieldKind(int i) const {
+    const ColumnInfo& c = column(d.get(), i);
+    return c.kind != FieldKind::Empty || i >= d->computed.size() ? c.kind : d->computed[i];
+}
+
+int Recordset::definedSize(int i) const {
+    const ColumnInfo& c = column(d.get(), i);
+    return c.kind != FieldKind::Empty || i >= d->computed.size() ? c.size : computedSize(d->computed[i]);
+}
 
 int Recordset::fieldIndex(const QString& name) const {
     if (!isOpen())

@@ -6,6 +6,7 @@
 #include <QHash>
 #include <QList>
 #include <QStringList>
+#include <QVarLengthArray>
 
 struct sqlite3_stmt;
 
@@ -24,7 +25,8 @@ struct ColumnInfo {
 struct Recordset::Impl {
     Database* cn = nullptr;
     CursorType cursor = ForwardOnly;
-    QList<ColumnInfo> cols;
+    QList<ColumnInfo> cols;       // shared by every result set of the same shape: never changed here
+    QVarLengthArray<FieldKind, 32> computed; // computed columns' kinds, from this result's first row
 
     // ForwardOnly: the live statement, positioned on the current row.
     sqlite3_stmt* stmt = nullptr;
@@ -55,4 +57,6 @@ struct Recordset::Impl {
 FieldKind kindOfDeclared(const QString& declType, int* size);
 // Computed columns (and columns of no declared type) take the kind of their first value; st is null
 // when there is no row.
-void kindsFromFirstRow(QList<ColumnInfo>& cols, sqlite3_stmt* st);
+void kindsFromFirstRow(const QList<ColumnInfo>& cols, sqlite3_stmt* st, QVarLengthArray<FieldKind, 32>& out);
+// The defined size Jet gave a computed column of a kind.
+int computedSize(FieldKind kind);

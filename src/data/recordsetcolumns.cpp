@@ -111,20 +111,31 @@ void Recordset::Impl::describe(sqlite3_stmt* st, int count) {
 }
 
 // Computed columns take the kind of their first value.
-void kindsFromFirstRow(QList<ColumnInfo>& cols, sqlite3_stmt* st) {
+void kindsFromFirstRow(const QList<ColumnInfo>& cols, sqlite3_stmt* st, QVarLengthArray<FieldKind, 32>& out) {
+    out.resize(cols.size());
     for (int i = 0; i < cols.size(); ++i) {
-        if (cols.at(i).kind != FieldKind::Empty) // read without detaching the shape's shared list
+        const ColumnInfo& c = cols.at(i);
+        if (c.kind != FieldKind::Empty) {
+            out[i] = c.kind;
             continue;
-        ColumnInfo& c = cols[i];
-        switch (st ? sqlite3_column_type(st, i) : SQLITE_NULL) {
-        case SQLITE_INTEGER: c.kind = FieldKind::Long; c.size = 4; break;
-        case SQLITE_FLOAT: c.kind = FieldKind::Double; c.size = 8; break;
-        case SQLITE_TEXT: c.kind = FieldKind::Text; c.size = 255; break;
-        case SQLITE_BLOB: c.kind = FieldKind::Memo; c.size = 536870910; break;
-        default: // NULL or no row at all
-            c.kind = c.hint;
-            c.size = c.hint == FieldKind::Text ? 255 : c.hint == FieldKind::Long ? 4 : c.hint == FieldKind::Double ? 8 : 0;
         }
+        switch (st ? sqlite3_column_type(st, i) : SQLITE_NULL) {
+        case SQLITE_INTEGER: out[i] = FieldKind::Long; break;
+        case SQLITE_FLOAT: out[i] = FieldKind::Double; break;
+        case SQLITE_TEXT: out[i] = FieldKind::Text; break;
+        case SQLITE_BLOB: out[i] = FieldKind::Memo; break;
+        default: out[i] = c.hint; // NULL or no row at all
+        }
+    }
+}
+
+int computedSize(FieldKind kind) {
+    switch (kind) {
+    case FieldKind::Long: return 4;
+    case FieldKind::Double: return 8;
+    case FieldKind::Text: return 255;
+    case FieldKind::Memo: return 536870910;
+    default: return 0;
     }
 }
 

@@ -5,6 +5,7 @@
 #include <QHash>
 #include <QList>
 #include <QLocale>
+#include <QVarLengthArray>
 #include <cmath>
 
 namespace {
@@ -281,14 +282,81 @@ private:
 
 // The same statement comes again and again with other names in it (the build trees recurse through
 // one query per level), so the translation is kept per skeleton: the text with every literal emptied.
-// Finding the skeleton and the literals is one pass over the characters.
-TranslatedSql TranslateSql(const QString& jetSql) {
+// One pass over the characters finds the literals and hashes the skeleton without building it.
+namespace {
+
+struct Literal {
+    int open;  // index of the opening quote
+    int close; // index of the closing quote
+    bool doubled;
+};
+using Literals = QVarLengthArray<Literal, 8>;
+
+struct CachedShape {
     QString skeleton;
-    skeleton.reserve(jetSql.size());
-    QStringList literals;
+    TranslatedSql translation;
+};
+
+// Calls f(from, length) for each run of text kept as it is and q(quote) for each emptied literal.
+template <typename Text, typename Quote>
+void walkSkeleton(const QString& s, const Literals& lits, Text f, Quote q) {
+    int from = 0;
+    for (const Literal& l : lits) {
+        f(from, l.open - from);
+        q(s[l.open]);
+        from = l.close + 1;
+    }
+    f(from, int(s.size()) - from);
+}
+
+quint64 skeletonHash(const QString& s, const Literals& lits) {
+    quint64 h = 1469598103934665603ull; // FNV-1a
+    const ushort* p = s.utf16();
+    walkSkeleton(
+        s, lits,
+        [&](int from, int len) {
+            for (int i = from; i < from + len; ++i)
+                h = (h ^ p[i]) * 1099511628211ull;
+        },
+        [&](QChar q) { h = (((h ^ q.unicode()) * 1099511628211ull) ^ q.unicode()) * 1099511628211ull; });
+    return h;
+}
+
+bool sameSkeleton(const QString& s, const Literals& lits, const QString& skeleton) {
+    bool same = true;
+    int k = 0;
+    const int n = int(skeleton.size());
+    walkSkeleton(
+        s, lits,
+        [&](int from, int len) {
+            same = same && k + len <= n && QStringView(s).mid(from, len) == QStringView(skeleton).mid(k, len);
+            k += len;
+        },
+        [&](QChar q) {
+            same = same && k + 2 <= n && skeleton[k] == q && skeleton[k + 1] == q;
+            k += 2;
+        });
+    return same && k == n;
+}
+
+QString buildSkeleton(const QString& s, const Literals& lits) {
+    QString out;
+    out.reserve(s.size());
+    walkSkeleton(
+        s, lits, [&](int from, int len) { out.append(s.constData() + from, len); },
+        [&](QChar q) {
+            out += q;
+            out += q;
+        });
+    return out;
+}
+
+} // namespace
+
+TranslatedSql TranslateSql(const QString& jetSql) {
+    Literals lits;
     const QChar* p = jetSql.constData();
     const int n = int(jetSql.size());
-    int copied = 0; // text before this index is in the skeleton already
     for (int i = 0; i < n; ++i) {
         const QChar c = p[i];
         if (c == u'\'' || c == u'"') {
@@ -306,32 +374,39 @@ TranslatedSql TranslateSql(const QString& jetSql) {
             }
             if (close >= n) // unterminated: goes through as it is
                 break;
-            skeleton.append(p + copied, i - copied);
-            skeleton += c;
-            skeleton += c;
-            QString value(p + i + 1, close - i - 1);
-            if (doubled)
-                value.replace(QString(2, c), QString(c));
-            literals.append(value);
+            lits.append({i, close, doubled});
             i = close;
-            copied = close + 1;
         } else if (c == u'[') {
             const int end = int(jetSql.indexOf(u']', i));
             if (end >= 0)
                 i = end;
         }
     }
-    skeleton.append(p + copied, n - copied);
-    thread_local QHash<QString, TranslatedSql> cache;
-    auto it = cache.constFind(skeleton);
-    if (it == cache.constEnd()) {
+    thread_local QHash<quint64, CachedShape> cache;
+    const quint64 key = skeletonHash(jetSql, lits);
+    auto it = cache.constFind(key);
+    if (it == cache.constEnd() || !sameSkeleton(jetSql, lits, it->skeleton)) {
+        if (it != cache.constEnd()) // two skeletons of one hash: translate this one as it comes
+            return Translator(jetSql).run();
         if (cache.size() > 4096)
             cache.clear();
-        it = cache.insert(skeleton, Translator(skeleton).run());
+        const QString skeleton = buildSkeleton(jetSql, lits);
+        it = cache.insert(key, CachedShape{skeleton, Translator(skeleton).run()});
     }
-    if (!it->error.isEmpty() || it->params.size() != literals.size())
-        return it->error.isEmpty() ? Translator(jetSql).run() : TranslatedSql{{}, {}, it->error};
-    return TranslatedSql{it->sql, literals, {}};
+    const TranslatedSql& t = it->translation;
+    if (!t.error.isEmpty())
+        return TranslatedSql{{}, {}, t.error};
+    if (t.params.size() != lits.size())
+        return Translator(jetSql).run();
+    QStringList params;
+    params.reserve(lits.size());
+    for (const Literal& l : lits) {
+        QString value(p + l.open + 1, l.close - l.open - 1);
+        if (l.doubled)
+            value.replace(QString(2, p[l.open]), QString(p[l.open]));
+        params.append(value);
+    }
+    return TranslatedSql{t.sql, params, {}};
 }
 
 int topLevelFrom(const QString& s) {

@@ -13,6 +13,7 @@ private Q_SLOTS:
     void secondStatementIsRefused_data();
     void secondStatementIsRefused();
     void sameShapeForDifferentNames();
+    void keptTranslationsAreTheirOwn();
     void topLevelFromSkipsSubqueries();
     void everyStatementFormRuns_data();
     void everyStatementFormRuns();
@@ -194,6 +195,26 @@ void TestSqlTranslate::sameShapeForDifferentNames() {
     const QString b = TranslateSql("SELECT REFINES_FROM FROM RAW_MATERIALS_REFINES_FROM WHERE RAW_MATERIAL_NAME = "
                                    "'Metal''s ore' ORDER BY REFINES_FROM").sql;
     QCOMPARE(a, b);
+}
+
+// Kept translations are found by the text around the literals, never by a look-alike.
+void TestSqlTranslate::keptTranslationsAreTheirOwn() {
+    const QList<QPair<QString, QString>> cases = {
+        {"SELECT A FROM T WHERE B = 'x'", "SELECT A FROM T WHERE B = ?"},
+        {"SELECT A FROM T WHERE C = 'x'", "SELECT A FROM T WHERE C = ?"},
+        {"SELECT A FROM T WHERE B = \"x\"", "SELECT A FROM T WHERE B = ?"},
+        {"SELECT A FROM T WHERE B = 'x' ", "SELECT A FROM T WHERE B = ?"},
+        {"SELECT A FROM T WHERE B = ''''", "SELECT A FROM T WHERE B = ?"},
+        {"SELECT A FROM T WHERE B = 'it''s' AND C = 'x'", "SELECT A FROM T WHERE B = ? AND C = ?"},
+        {"SELECT A FROM T WHERE B = 'x' AND C = 'it''s'", "SELECT A FROM T WHERE B = ? AND C = ?"},
+        {"SELECT A FROM T WHERE B = 'x' AND CHECK = 'it''s'", "SELECT A FROM T WHERE B = ? AND \"CHECK\" = ?"},
+    };
+    for (int round = 0; round < 2; ++round)
+        for (const auto& [text, sql] : cases)
+            QCOMPARE(TranslateSql(text).sql, sql);
+    QCOMPARE(TranslateSql("SELECT A FROM T WHERE B = ''''").params, QStringList{"'"});
+    QCOMPARE(TranslateSql("SELECT A FROM T WHERE B = 'it''s' AND C = 'x'").params, (QStringList{"it's", "x"}));
+    QCOMPARE(TranslateSql("SELECT A FROM T WHERE B = 'x' AND C = 'it''s'").params, (QStringList{"x", "it's"}));
 }
 
 void TestSqlTranslate::topLevelFromSkipsSubqueries() {
