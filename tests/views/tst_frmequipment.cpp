@@ -43,6 +43,7 @@ private Q_SLOTS:
     void editButton();
     void missingRecord();
     void propertySheet();
+    void droppedBy();
 
 private:
     frmEquipment* open(const QString& name);
@@ -391,6 +392,22 @@ void TestFrmEquipment::propertySheet() {
         QCOMPARE(f.prompt().last().style, int(vb::Exclamation));
         QVERIFY(f.prompt().last().text.contains("printer"));
     }
+}
+
+void TestFrmEquipment::droppedBy() {
+    const QString name = firstName("SELECT EQUIPMENT_NAME FROM MOB_EQUIP_DROP ORDER BY EQUIPMENT_NAME");
+    QVERIFY(!name.isEmpty());
+    frmEquipment* w = open(name);
+    QVERIFY(w);
+    QTreeWidgetItem* mob = w->treMOBs->topLevelItem(0);
+    QVERIFY(mob->childCount() == 1);
+    QVERIFY(mob->child(0)->text(0).startsWith("Drop Rate: "));
+    QVERIFY(mob->isExpanded());
+    Q_EMIT w->treMOBs->itemDoubleClicked(mob->child(0), 0);
+    bool opened = false;
+    for (QWidget* top : QApplication::topLevelWidgets())
+        opened |= top->objectName() == "frmMOBs" && top->isVisible() && top->windowTitle() == mob->text(0);
+    QVERIFY2(opened, qPrintable(mob->text(0)));
 }
 
 QTEST_MAIN(TestFrmEquipment)

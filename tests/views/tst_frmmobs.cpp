@@ -160,6 +160,21 @@ void TestFrmMOBs::sampleScreens() {
     ViewMOBInfo("Brother Kell's Wraith");
     QCOMPARE(f.prompt().count(), 0);
     QCOMPARE(windows("Brother Kell's Wraith").size(), 1);
+
+    // From a drop in the loot tree to the record's own view, by the marker in the node's key.
+    const QString mob = f.scalar("SELECT MOB_NAME FROM MOB_COMP_DROP WHERE DROP_FREQUENCY = 'Rare' ORDER BY MOB_NAME").toString();
+    QVERIFY(!mob.isEmpty());
+    ViewMOBInfo(mob);
+    frmMOBs* m = windows(mob).value(0);
+    QVERIFY(m);
+    QTreeWidgetItem* components = m->treLoot->topLevelItem(1);
+    QCOMPARE(components->text(0), QString("Components"));
+    QVERIFY(components->childCount() > 0);
+    QTreeWidgetItem* drop = components->child(0);
+    QVERIFY(NodeKey(drop).startsWith("Components|Comp:"));
+    Q_EMIT m->treLoot->itemDoubleClicked(drop, 0);
+    QCOMPARE(f.prompt().count(), 0);
+    QVERIFY(FindChildWindow("Component: " + drop->text(0)));
 }
 
 QTEST_MAIN(TestFrmMOBs)
