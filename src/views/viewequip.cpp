@@ -20,13 +20,16 @@
 #include <QTabWidget>
 #include <QToolButton>
 #include <QTreeWidget>
+#include <cmath>
 
 namespace {
 const QString kNoRecord = QStringLiteral(
     "Either BOF or EOF is True, or the current record has been deleted. Requested operation requires a current record.");
 
 // A figure read back from a value box as shown ("1,250" or "12.5").
-double boxNumber(const QLineEdit* box) { return NzDouble(QVariant(box->text().isEmpty() ? QStringLiteral("0") : box->text())); }
+double boxNumber(const QLineEdit* box) {
+    return box->text().isEmpty() ? 0.0 : NzDouble(QVariant(box->text()));
+}
 } // namespace
 
 void ViewEquipDetails(const QString& name, int typeIndex, const QString& typeName) {
@@ -176,8 +179,7 @@ void frmEquipment::lstAmmo_Click() {
         const bool projectile = lblType->text().endsWith(QLatin1String("Projectile"));
         const double e = boxNumber(txtSpecData[0]);
         const double d = boxNumber(txtSpecData[1]);
-        const qint32 r = NzLong(QVariant(txtSpecData[missile ? 2 : 3]->text().isEmpty() ? QStringLiteral("0")
-                                                                                       : txtSpecData[missile ? 2 : 3]->text()));
+        const qint32 r = qint32(std::llround(boxNumber(txtSpecData[missile ? 2 : 3]))); // rounds are whole
         Recordset rs;
         rs.open("SELECT DAMAGE, MANEUVERABILITY, RANGE FROM AMO_STATS WHERE EQUIPMENT_NAME = '" + FixQuotes(item->text()) + "'");
         if (rs.eof())
