@@ -8,10 +8,7 @@
 #include <QFont>
 #include <sqlite3.h>
 
-#include <QByteArrayView>
-
 #include <cmath>
-#include <concepts>
 
 using liststore::Cell;
 using liststore::Column;
@@ -61,25 +58,9 @@ bool readFlag(const Recordset& rs, int i) {
     }
 }
 
-// Texts are copied as UTF-8 straight from the engine when the result set offers them so; otherwise
-// through its QString reader.
-template <typename RS>
-concept HasUtf8Text = requires(const RS& r) {
-    { r.textUtf8(0) } -> std::convertible_to<QByteArrayView>;
-};
-
-template <typename RS>
-void appendTextCell(const RS& rs, int i, Column& col, const QString& unknown) {
-    if constexpr (HasUtf8Text<RS>) {
-        const QByteArrayView t = rs.textUtf8(i);
-        if (col.unknownIfEmpty && t.isEmpty())
-            col.appendText(unknown);
-        else
-            col.appendUtf8(t.data(), size_t(t.size()));
-    } else {
-        const QString t = rs.textValue(i);
-        col.appendText(col.unknownIfEmpty && t.isEmpty() ? unknown : t);
-    }
+void appendTextCell(const Recordset& rs, int i, Column& col, const QString& unknown) {
+    const QString t = rs.textValue(i);
+    col.appendText(col.unknownIfEmpty && t.isEmpty() ? unknown : t);
 }
 
 // The field name without a table prefix, upper-cased, as the flag and special columns are known.

@@ -89,7 +89,9 @@ public:
     int sortKey() const;   // 0-based column; -1 before any sort
     int sortOrder() const; // Ascending or Descending
     bool isSorted() const;
-    // Restores a saved sort column and order and applies it without toggling (when the column exists).
+    // Restores a saved sort column and order and applies it without toggling (when the column exists;
+    // otherwise at the next load). A key of -1 forgets the sort: rows stay where they are, and the next
+    // load keeps the result set's order.
     void setSort(int key, int order);
 
     // The row-order index: the stored record behind a view row and back.

@@ -275,9 +275,9 @@ void ListModel::sortByColumn(int col) {
 }
 
 void ListModel::setSort(int key, int order) {
-    d->sortKey = key;
+    d->sortKey = key < 0 ? -1 : key;
     d->sortOrder = order == Descending ? Descending : Ascending;
-    d->sorted = true;
+    d->sorted = key >= 0;
     if (key < 0 || size_t(key) >= d->cols.size() || d->rows == 0)
         return;
     std::vector<uint32_t> next = d->sortedOrder(key, d->sortOrder);
