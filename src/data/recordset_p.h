@@ -49,6 +49,7 @@ struct Recordset::Impl {
     static QVariant readAs(sqlite3_stmt* st, int i, FieldKind k);
     QVariant convert(int i, const QVariant& v) const; // to the column's kind; throws on a mismatch
     void requireCurrent() const;
+    void requireUpdatable() const; // open, and Dynamic
     void writeRow();
     void deleteRow();
 };

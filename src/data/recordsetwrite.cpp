@@ -122,11 +122,16 @@ QVariant Recordset::Impl::convert(int i, const QVariant& v) const {
     }
 }
 
+void Recordset::Impl::requireUpdatable() const {
+    if (!cn)
+        throw VbError(3704, QStringLiteral("Operation is not allowed when the object is closed."));
+    if (cursor != Dynamic)
+        cn->fail(-2147217911, SQLITE_READONLY, QStringLiteral("HY000"),
+                 QStringLiteral("The result set cannot be updated: it was opened forward-only."));
+}
+
 void Recordset::addNew() {
-    if (!isOpen() || d->cursor != Dynamic)
-        d->cn ? d->cn->fail(-2147217911, SQLITE_READONLY, QStringLiteral("HY000"),
-                            QStringLiteral("The result set cannot be updated: it was opened forward-only."))
-              : throw VbError(3704, QStringLiteral("Operation is not allowed when the object is closed."));
+    d->requireUpdatable();
     if (d->adding || !d->pending.isEmpty())
         update();
     d->adding = true;
@@ -142,10 +147,7 @@ void Recordset::setValue(const QString& name, const QVariant& v) {
 }
 
 void Recordset::setValue(int i, const QVariant& v) {
-    if (!isOpen() || d->cursor != Dynamic)
-        d->cn ? d->cn->fail(-2147217911, SQLITE_READONLY, QStringLiteral("HY000"),
-                            QStringLiteral("The result set cannot be updated: it was opened forward-only."))
-              : throw VbError(3704, QStringLiteral("Operation is not allowed when the object is closed."));
+    d->requireUpdatable();
     const ColumnInfo& c = d->cols.value(i);
     if (i < 0 || i >= d->cols.size())
         throw VbError(3265, QStringLiteral("Item cannot be found in the collection corresponding to the "
@@ -164,10 +166,7 @@ void Recordset::update() {
 }
 
 void Recordset::deleteCurrent() {
-    if (!isOpen() || d->cursor != Dynamic)
-        d->cn ? d->cn->fail(-2147217911, SQLITE_READONLY, QStringLiteral("HY000"),
-                            QStringLiteral("The result set cannot be updated: it was opened forward-only."))
-              : throw VbError(3704, QStringLiteral("Operation is not allowed when the object is closed."));
+    d->requireUpdatable();
     if (d->adding) { // deleting a row not yet written just drops it
         d->adding = false;
         d->pending.clear();
