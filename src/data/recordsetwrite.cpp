@@ -148,10 +148,10 @@ void Recordset::setValue(const QString& name, const QVariant& v) {
 
 void Recordset::setValue(int i, const QVariant& v) {
     d->requireUpdatable();
-    const ColumnInfo& c = d->cols.value(i);
     if (i < 0 || i >= d->cols.size())
         throw VbError(3265, QStringLiteral("Item cannot be found in the collection corresponding to the "
                                            "requested name or ordinal."));
+    const ColumnInfo& c = d->cols.at(i);
     d->requireCurrent();
     if (c.baseColumn.isEmpty())
         d->cn->fail(-2147217911, SQLITE_READONLY, QStringLiteral("HY000"),
