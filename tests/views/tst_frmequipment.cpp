@@ -1,7 +1,9 @@
 // The equipment view on the sample world: one window per equipment, the header, prices, statistics
 // by type (projectile ammunition layout), ammunition figures, specials, tooltips, Edit, errors.
 #include "core/settings.h"
+#include "data/database.h"
 #include "data/recordset.h"
+#include "data/synthetic.h"
 #include "viewsfixture.h"
 #include "views/childwindows.h"
 #include "views/equiptypes.h"
@@ -44,6 +46,7 @@ private Q_SLOTS:
     void missingRecord();
     void propertySheet();
     void droppedBy();
+    void cyclicBlueprint();
 
 private:
     frmEquipment* open(const QString& name);
@@ -408,6 +411,18 @@ void TestFrmEquipment::droppedBy() {
     for (QWidget* top : QApplication::topLevelWidgets())
         opened |= top->objectName() == "frmMOBs" && top->isVisible() && top->windowTitle() == mob->text(0);
     QVERIFY2(opened, qPrintable(mob->text(0)));
+}
+
+void TestFrmEquipment::cyclicBlueprint() {
+    QString error;
+    db().close();
+    QVERIFY2(AddRecipeCycle(f.databaseFile(), RecipeCycle(), &error), qPrintable(error));
+    db().open("Provider=VOSK.SQLite;Data Source=" + f.databaseFile() + ";");
+    frmEquipment* w = open("Cycle Engine");
+    QCOMPARE(f.prompt().count(), 1);
+    QCOMPARE(f.prompt().last().text, QString("Error 28 (Out of stack space)  procedure ViewEquipDetails of Module modMain"));
+    QVERIFY2(w, "the header was read, so the window stays with what it has");
+    QCOMPARE(w->treBlueprint->topLevelItem(0)->childCount(), 1);
 }
 
 QTEST_MAIN(TestFrmEquipment)
