@@ -38,8 +38,9 @@ public:
     Database(const Database&) = delete;
     Database& operator=(const Database&) = delete;
 
-    // connectionText: a provider prefix, then "Data Source=<file>;". The file must exist: nothing is
-    // created. Throws VbError (and fills errors()) when it cannot be opened as a database.
+    // connectionText: a provider prefix, then "Data Source=<file>;". The file must exist and be an
+    // SQLite database: nothing is created. Throws VbError (and fills errors()) when it cannot be opened
+    // as one. Foreign keys are enforced when the schema declares any.
     void open(const QString& connectionText);
     void close();
     int state() const { return m_db ? StateOpen : StateClosed; }
@@ -51,6 +52,7 @@ public:
     // Like opening a result set, it first clears the error records of an earlier failure.
     long execute(const QString& sql);
 
+    // One transaction at a time: beginning a second one, or committing or rolling back none, is an error.
     void beginTrans();
     void commitTrans();
     void rollbackTrans();
