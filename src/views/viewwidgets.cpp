@@ -5,7 +5,11 @@
 #include "data/recordset.h"
 #include "views/treeimages.h"
 
+#include <QApplication>
+#include <QCursor>
+#include <QEvent>
 #include <QHeaderView>
+#include <QToolTip>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QTreeWidget>
@@ -106,6 +110,20 @@ QLineEdit* NewBox(QWidget* parent, const QString& objectName) {
     return box;
 }
 
+namespace {
+// The views' tips come up at once when the pointer enters a control, not after the usual pause.
+class ImmediateTips : public QObject {
+public:
+    using QObject::QObject;
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        auto* w = qobject_cast<QWidget*>(watched);
+        if (w && event->type() == QEvent::Enter && !w->toolTip().isEmpty())
+            QToolTip::showText(QCursor::pos(), w->toolTip(), w, QRect(), w->toolTipDuration());
+        return false;
+    }
+};
+} // namespace
+
 void SetTip(QWidget* widget, const QString& text) {
     if (!widget || text.isEmpty() || !opt::flag(opt::Tooltips))
         return;
@@ -113,6 +131,8 @@ void SetTip(QWidget* widget, const QString& text) {
     html.replace(QLatin1String("\r\n"), QLatin1String("<br>"));
     widget->setToolTip(QStringLiteral("<table width=\"240\"><tr><td>") + html + QStringLiteral("</td></tr></table>"));
     widget->setToolTipDuration(20000);
+    static ImmediateTips* filter = new ImmediateTips(qApp);
+    widget->installEventFilter(filter);
 }
 
 QWidget* ViewOwner() { return mainWindow ? static_cast<QWidget*>(mainWindow()) : nullptr; }
