@@ -158,7 +158,7 @@ frmRecordView::frmRecordView(Kind kind, QWidget* parent) : QWidget(parent), m_ki
     connect(cmdBuildView, &QPushButton::clicked, this, [this] {
         ShowBuildView(m_name, m_kind == Component ? QStringLiteral("Components") : QStringLiteral("Raw Materials"));
     });
-    resize(540, 430);
+    resize(600, 440);
 }
 
 frmRecordView::~frmRecordView() {
