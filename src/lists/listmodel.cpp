@@ -58,9 +58,13 @@ bool readFlag(const Recordset& rs, int i) {
     }
 }
 
+// Texts are copied as the engine holds them (UTF-8), without a QString in between.
 void appendTextCell(const Recordset& rs, int i, Column& col, const QString& unknown) {
-    const QString t = rs.textValue(i);
-    col.appendText(col.unknownIfEmpty && t.isEmpty() ? unknown : t);
+    const QByteArrayView t = rs.textUtf8(i);
+    if (col.unknownIfEmpty && t.isEmpty())
+        col.appendText(unknown);
+    else
+        col.appendUtf8(t.data(), size_t(t.size()));
 }
 
 // The field name without a table prefix, upper-cased, as the flag and special columns are known.
