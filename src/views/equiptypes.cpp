@@ -1,5 +1,6 @@
 #include "views/equiptypes.h"
 
+#include "data/errorreport.h"
 #include "data/quotes.h"
 #include "data/recordset.h"
 
@@ -50,14 +51,20 @@ QString GetStatTable(const QString& typeText) {
 }
 
 int FindType(const QString& equipmentName) {
-    Recordset rs;
-    rs.open("SELECT TYPE FROM EQUIPMENTS WHERE EQUIPMENT_NAME = '" + FixQuotes(equipmentName) + "'");
-    if (rs.eof())
-        throw VbError(3021, QStringLiteral("Either BOF or EOF is True, or the current record has been "
-                                           "deleted. Requested operation requires a current record."));
-    const QString type = rs.value(0).toString();
-    rs.close();
-    return Enumerate(type);
+    try {
+        Recordset rs;
+        rs.open("SELECT TYPE FROM EQUIPMENTS WHERE EQUIPMENT_NAME = '" + FixQuotes(equipmentName) + "'");
+        if (rs.eof())
+            throw VbError(3021, QStringLiteral("Either BOF or EOF is True, or the current record has been "
+                                               "deleted. Requested operation requires a current record."));
+        const QString type = rs.value(0).toString();
+        rs.close();
+        return Enumerate(type);
+    } catch (const VbError& e) {
+        // Reported here; the caller goes on with a beam, as an unknown type always read.
+        ReportDBError(e, QStringLiteral("FindType"), QStringLiteral("Module modMain"));
+    }
+    return equip::Beam;
 }
 
 QString GetSQL(int typeIndex, bool withMarks, bool statNameOnly, bool withPicture, bool withCustom,

@@ -244,16 +244,14 @@ void TestEquipTypes::findType() {
     ViewsFixture f;
     QString why;
     QVERIFY2(f.setUp(true, &why), qPrintable(why));
-    long thrown = 0;
-    int found = -1;
-    try {
-        found = FindType(name);
-    } catch (const VbError& e) {
-        thrown = e.number;
+    QCOMPARE(FindType(name), index);
+    if (error) {
+        QCOMPARE(f.prompt().count(), 1);
+        QVERIFY2(f.prompt().last().text.startsWith("Error " + QString::number(error) + " ("), qPrintable(f.prompt().last().text));
+        QVERIFY(f.prompt().last().text.endsWith("  procedure FindType of Module modMain"));
+    } else {
+        QCOMPARE(f.prompt().count(), 0);
     }
-    QCOMPARE(thrown, error);
-    if (!error)
-        QCOMPARE(found, index);
     f.tearDown();
 }
 

@@ -11,6 +11,7 @@
 #include "views/modmain.h"
 #include "views/openviews.h"
 #include "views/propertysheet.h"
+#include "views/viewwidgets.h"
 
 #include <QApplication>
 #include <QRegularExpression>
@@ -47,6 +48,7 @@ private Q_SLOTS:
     void propertySheet();
     void droppedBy();
     void cyclicBlueprint();
+    void blueprintNavigation();
 
 private:
     frmEquipment* open(const QString& name);
@@ -423,6 +425,28 @@ void TestFrmEquipment::cyclicBlueprint() {
     QCOMPARE(f.prompt().last().text, QString("Error 28 (Out of stack space)  procedure ViewEquipDetails of Module modMain"));
     QVERIFY2(w, "the header was read, so the window stays with what it has");
     QCOMPARE(w->treBlueprint->topLevelItem(0)->childCount(), 1);
+}
+
+void TestFrmEquipment::blueprintNavigation() {
+    frmEquipment* w = open("Sunspear Mk II");
+    QVERIFY(w);
+    QTreeWidgetItem* root = w->treBlueprint->topLevelItem(0);
+    QTreeWidgetItem* upgrade = root->child(0);
+    QVERIFY2(upgrade->text(0).endsWith(" (Upgrade)"), qPrintable(upgrade->text(0)));
+    // An upgrade node keeps its level bracket after RemoveExtra, so it does not resolve to a record:
+    // the type look-up and the view each report it, and no window opens.
+    Q_EMIT w->treBlueprint->itemDoubleClicked(upgrade, 0);
+    QCOMPARE(f.prompt().count(), 2);
+    QVERIFY(f.prompt().calls().at(0).text.endsWith("procedure FindType of Module modMain"));
+    QVERIFY(f.prompt().calls().at(1).text.endsWith("procedure ViewEquipDetails of Module modMain"));
+    // A component node opens the component's view.
+    for (int i = 0; i < root->childCount(); ++i)
+        if (NodeImage(root->child(i)) == 2) {
+            Q_EMIT w->treBlueprint->itemDoubleClicked(root->child(i), 0);
+            QVERIFY(FindChildWindow("Component: " + RemoveExtra(root->child(i)->text(0))));
+            break;
+        }
+    QCOMPARE(f.prompt().count(), 2);
 }
 
 QTEST_MAIN(TestFrmEquipment)
