@@ -171,9 +171,9 @@ void TestSchema::everyTableAndColumnOfTheDesign()
     QVERIFY2(!info.isEmpty(), qPrintable(table + " is missing"));
     QHash<QString, QString> declared;
     for (const auto& r : info) declared.insert(r.at(0).toString(), r.at(1).toString());
-    for (const QString& spec : columns.split(QStringLiteral(", "))) {
-        const QString name = spec.section(QLatin1Char(' '), 0, 0);
-        const QString kind = spec.section(QLatin1Char(' '), 1, 1);
+    for (const QString& column : columns.split(QStringLiteral(", "))) {
+        const QString name = column.section(QLatin1Char(' '), 0, 0);
+        const QString kind = column.section(QLatin1Char(' '), 1, 1);
         QVERIFY2(declared.contains(name), qPrintable(table + "." + name + " is missing"));
         QCOMPARE(kindOf(declared.value(name)), kind);
     }
