@@ -142,17 +142,5 @@ bool FillSampleData(sqlite3* db, QString* error)
 
 bool FillSampleData(const QString& path, QString* error)
 {
-    if (!QFileInfo::exists(path)) {
-        if (error) *error = QStringLiteral("The database \"%1\" does not exist.").arg(path);
-        return false;
-    }
-    sqlite3* db = nullptr;
-    if (sqlite3_open_v2(path.toUtf8().constData(), &db, SQLITE_OPEN_READWRITE, nullptr) != SQLITE_OK) {
-        if (error) *error = QStringLiteral("Cannot open \"%1\": %2").arg(path, QString::fromUtf8(sqlite3_errmsg(db)));
-        sqlite3_close(db);
-        return false;
-    }
-    const bool ok = FillSampleData(db, error);
-    sqlite3_close(db);
-    return ok;
+    return withDatabase(path, false, error, [&](sqlite3* db) { return FillSampleData(db, error); });
 }

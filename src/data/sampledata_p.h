@@ -3,11 +3,15 @@
 // records (recipes, drops, locations) only refer to records that exist, and always to earlier ones,
 // which keeps the recipes free of cycles.
 #include "data/sampledata_writer.h"
+#include "data/schema.h"
 
 #include <QDateTime>
+#include <QFile>
+#include <QFileInfo>
 #include <QPair>
 #include <QRandomGenerator>
 #include <QStringList>
+#include <sqlite3.h>
 
 struct SampleWorld {
     explicit SampleWorld(RowWriter& writer) : w(writer), rng(20261121) {}
@@ -46,3 +50,25 @@ void addMobs(SampleWorld& s);
 
 // One EQUIPMENTS row with generated prices, flags and picture (no statistics, recipes or specials).
 void writeEquipment(SampleWorld& s, const QString& name, const QString& type, int level);
+
+// Opens an existing file, or creates a new one first when create is set, and runs work on it.
+template <typename Work>
+inline bool withDatabase(const QString& path, bool create, QString* error, Work work)
+{
+    if (create) {
+        if (!CreateDatabase(path, error)) return false;
+    } else if (!QFileInfo::exists(path)) {
+        if (error) *error = QStringLiteral("The database \"%1\" does not exist.").arg(path);
+        return false;
+    }
+    sqlite3* db = nullptr;
+    if (sqlite3_open_v2(path.toUtf8().constData(), &db, SQLITE_OPEN_READWRITE, nullptr) != SQLITE_OK) {
+        if (error) *error = QStringLiteral("Cannot open \"%1\": %2").arg(path, QString::fromUtf8(sqlite3_errmsg(db)));
+        sqlite3_close(db);
+        return false;
+    }
+    const bool ok = work(db);
+    sqlite3_close(db);
+    if (!ok && create) QFile::remove(path);
+    return ok;
+}

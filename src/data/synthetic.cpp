@@ -19,28 +19,6 @@ const char* const classes[5] = {"Warrior", "Scout", "Trader", "Engineer", "Explo
 const char* const manufacturers[6] = {"Orrin Dynamics", "Kessle Foundry", "Tarn & Voss", "Hollowmere Works",
                                       "Quillon Arms", "Sabel Yards"};
 
-// Opens an existing file, or creates a new one first when create is set, and runs work on it.
-template <typename Work>
-bool withDatabase(const QString& path, bool create, QString* error, Work work)
-{
-    if (create) {
-        if (!CreateDatabase(path, error)) return false;
-    } else if (!QFileInfo::exists(path)) {
-        if (error) *error = QStringLiteral("The database \"%1\" does not exist.").arg(path);
-        return false;
-    }
-    sqlite3* db = nullptr;
-    if (sqlite3_open_v2(path.toUtf8().constData(), &db, SQLITE_OPEN_READWRITE, nullptr) != SQLITE_OK) {
-        if (error) *error = QStringLiteral("Cannot open \"%1\": %2").arg(path, QString::fromUtf8(sqlite3_errmsg(db)));
-        sqlite3_close(db);
-        return false;
-    }
-    const bool ok = work(db);
-    sqlite3_close(db);
-    if (!ok && create) QFile::remove(path);
-    return ok;
-}
-
 QString numbered(const char* kind, qint64 n, int width = 7)
 {
     return QStringLiteral("Synthetic %1 %2").arg(QLatin1String(kind)).arg(n, width, 10, QLatin1Char('0'));
