@@ -65,6 +65,20 @@ private:
 
 QString levelText(const Row& r) { return r.name + " (L" + r.level + ")" + r.amount; }
 
+using Builder = void (*)(const QString& parentKey, const QString& name, TreeNodeSink& nodes, bool& recurse);
+
+// One group of rows shown with their levels and amounts; with a builder, each row is built further
+// down when recurse is set.
+void addLevelRows(const QString& parentKey, const QList<Row>& rows, const QString& mark, int image, TreeNodeSink& nodes,
+                  bool& recurse, Builder below = nullptr) {
+    for (const Row& r : rows) {
+        const QString key = parentKey + mark + r.name;
+        nodes.addNode(parentKey, key, levelText(r), image);
+        if (below && recurse)
+            below(key, r.name, nodes, recurse);
+    }
+}
+
 QStringList readNames(const QString& sql) {
     Recordset rs;
     rs.open(sql);
@@ -137,19 +151,13 @@ void BuildEquipTree(const QString& parentKey, const QString& name, TreeNodeSink&
         "EQUIPMENTS_COMPONENTS.AMOUNT,'') FROM EQUIPMENTS_COMPONENTS, COMPONENTS WHERE "
         "EQUIPMENTS_COMPONENTS.EQUIPMENTS_EQUIPMENT = '" + e + "' AND EQUIPMENTS_COMPONENTS.COMPONENTS_COMPONENT = "
         "COMPONENTS.COMPONENT_NAME ORDER BY COMPONENTS_COMPONENT", true);
-    for (const Row& r : comps) {
-        const QString key = parentKey + marker::Comp + r.name;
-        nodes.addNode(parentKey, key, levelText(r), buildimg::Component);
-        if (recurse)
-            BuildCompTree(key, r.name, nodes, recurse);
-    }
+    addLevelRows(parentKey, comps, marker::Comp, buildimg::Component, nodes, recurse, &BuildCompTree);
 
     const QList<Row> items = readRows(
         "SELECT EQUIPMENTS_ITEMS.ITEM_NAME, ITEMS.LVL, IIF(EQUIPMENTS_ITEMS.AMOUNT > 1, ' x' & EQUIPMENTS_ITEMS.AMOUNT) "
         "FROM EQUIPMENTS_ITEMS, ITEMS WHERE EQUIPMENTS_ITEMS.EQUIPMENTS_EQUIPMENT = '" + e + "' AND "
         "EQUIPMENTS_ITEMS.ITEM_NAME = ITEMS.ITEM_NAME ORDER BY EQUIPMENTS_ITEMS.ITEM_NAME", true);
-    for (const Row& r : items)
-        nodes.addNode(parentKey, parentKey + marker::Item + r.name, levelText(r), buildimg::Item);
+    addLevelRows(parentKey, items, marker::Item, buildimg::Item, nodes, recurse);
 
     const QList<Row> raws = readRows(
         "SELECT EQUIPMENTS_RAW_MATERIALS.RAW_MATERIAL_NAME, RAW_MATERIALS.LVL, IIF(EQUIPMENTS_RAW_MATERIALS.AMOUNT > 1, "
@@ -192,19 +200,13 @@ void BuildCompTree(const QString& parentKey, const QString& name, TreeNodeSink& 
         "COMPONENTS_UPGRADE_FROM.AMOUNT,'') FROM COMPONENTS_UPGRADE_FROM, COMPONENTS WHERE "
         "COMPONENTS_UPGRADE_FROM.COMPONENT_NAME = '" + c + "' AND COMPONENTS.COMPONENT_NAME = "
         "COMPONENTS_UPGRADE_FROM.COMPONENT_NAME ORDER BY COMPONENTS_UPGRADE_FROM.UPGRADE_FROM", true);
-    for (const Row& r : upgrades) {
-        const QString key = parentKey + marker::Comp + r.name;
-        nodes.addNode(parentKey, key, levelText(r), buildimg::Component);
-        if (recurse)
-            BuildCompTree(key, r.name, nodes, recurse);
-    }
+    addLevelRows(parentKey, upgrades, marker::Comp, buildimg::Component, nodes, recurse, &BuildCompTree);
 
     const QList<Row> items = readRows(
         "SELECT COMPONENTS_ITEMS.ITEM_NAME, ITEMS.LVL, IIF(COMPONENTS_ITEMS.AMOUNT > 1, ' x' & COMPONENTS_ITEMS.AMOUNT) "
         "FROM COMPONENTS_ITEMS, ITEMS WHERE COMPONENTS_ITEMS.COMPONENT_NAME = '" + c + "' AND COMPONENTS_ITEMS.ITEM_NAME = "
         "ITEMS.ITEM_NAME ORDER BY COMPONENTS_ITEMS.ITEM_NAME", true);
-    for (const Row& r : items)
-        nodes.addNode(parentKey, parentKey + marker::Item + r.name, levelText(r), buildimg::Item);
+    addLevelRows(parentKey, items, marker::Item, buildimg::Item, nodes, recurse);
 }
 
 namespace {

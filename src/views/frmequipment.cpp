@@ -36,6 +36,14 @@ QLineEdit* labelled(QFormLayout* form, QWidget* parent, const QString& caption, 
     return box;
 }
 
+// A caption and box that stay hidden until a record fills them ("txt<name>_<i>", "lbl<name>_<i>").
+QLineEdit* hiddenRow(QFormLayout* form, QWidget* parent, const QString& name, int i, QLabel*& label) {
+    QLineEdit* box = labelled(form, parent, QString(), QStringLiteral("txt%1_%2").arg(name).arg(i), &label);
+    box->setVisible(false);
+    label->setVisible(false);
+    return box;
+}
+
 QToolButton* toolButton(QWidget* parent, const QString& text, const QString& objectName) {
     auto* b = new QToolButton(parent);
     b->setText(text);
@@ -59,26 +67,7 @@ frmEquipment::~frmEquipment() {
 
 void frmEquipment::buildLayout() {
     auto* top = new QVBoxLayout(this);
-    auto* head = new QHBoxLayout;
-    m_icon = new QLabel(this);
-    m_icon->setObjectName(QStringLiteral("imgIcon"));
-    m_icon->setFixedSize(40, 40);
-    m_icon->setAlignment(Qt::AlignCenter);
-    m_icon->setFrameShape(QFrame::StyledPanel);
-    head->addWidget(m_icon);
-    auto* titles = new QVBoxLayout;
-    m_title = new QLabel(this);
-    m_title->setObjectName(QStringLiteral("lblName"));
-    QFont big = m_title->font();
-    big.setPointSizeF(big.pointSizeF() * 1.4);
-    big.setBold(true);
-    m_title->setFont(big);
-    lblType = new QLabel(this);
-    lblType->setObjectName(QStringLiteral("lblType"));
-    titles->addWidget(m_title);
-    titles->addWidget(lblType);
-    head->addLayout(titles, 1);
-    top->addLayout(head);
+    top->addLayout(NewViewHeader(this, m_icon, m_title, lblType));
 
     tabEquipment = new QTabWidget(this);
     tabEquipment->setObjectName(QStringLiteral("tabEquipment"));
@@ -117,12 +106,8 @@ QWidget* frmEquipment::attributesPage() {
     txtManufacturer = labelled(left, page, QStringLiteral("Manufacturer:"), QStringLiteral("txtManufacturer"));
     txtQuality = labelled(left, page, QStringLiteral("Quality:"), QStringLiteral("txtQuality"));
     txtLastUpdated = labelled(left, page, QStringLiteral("Last Updated:"), QStringLiteral("txtLastUpdated"));
-    for (int i = 0; i < 3; ++i) {
-        txtCustom[i] = labelled(left, page, QString(), QStringLiteral("txtCustom_%1").arg(i), &lblCustom[i]);
-        lblCustom[i]->setObjectName(QStringLiteral("lblCustom_%1").arg(i));
-        txtCustom[i]->setVisible(false);
-        lblCustom[i]->setVisible(false);
-    }
+    for (int i = 0; i < 3; ++i)
+        txtCustom[i] = hiddenRow(left, page, QStringLiteral("Custom"), i, lblCustom[i]);
     row->addLayout(left, 1);
 
     auto* stats = new QGroupBox(QStringLiteral("Statistics"), page);
@@ -130,11 +115,8 @@ QWidget* frmEquipment::attributesPage() {
     m_statsPanel = stats;
     auto* grid = new QFormLayout(stats);
     for (int k = 0; k < StatSlots; ++k) {
-        txtSpecData[k] = labelled(grid, stats, QString(), QStringLiteral("txtSpecData_%1").arg(k), &lblSpecData[k]);
-        lblSpecData[k]->setObjectName(QStringLiteral("lblSpecData_%1").arg(k));
+        txtSpecData[k] = hiddenRow(grid, stats, QStringLiteral("SpecData"), k, lblSpecData[k]);
         txtSpecData[k]->setAlignment(Qt::AlignRight);
-        txtSpecData[k]->setVisible(false);
-        lblSpecData[k]->setVisible(false);
     }
     row->addWidget(stats, 1);
     return page;

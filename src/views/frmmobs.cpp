@@ -30,26 +30,13 @@ QLineEdit* row(QFormLayout* form, QWidget* parent, const QString& caption, const
     form->addRow(caption, box);
     return box;
 }
-
-QWidget* treePage(QTreeWidget*& tree, const QString& objectName) {
-    auto* page = new QWidget;
-    auto* col = new QVBoxLayout(page);
-    tree = NewTree(page, objectName);
-    col->addWidget(tree);
-    return page;
-}
 } // namespace
 
 frmMOBs::frmMOBs(QWidget* parent) : QWidget(parent) {
     setObjectName(QStringLiteral("frmMOBs"));
     PrepareViewWindow(this);
     auto* top = new QVBoxLayout(this);
-    lblName = new QLabel(this);
-    lblName->setObjectName(QStringLiteral("lblName"));
-    QFont big = lblName->font();
-    big.setPointSizeF(big.pointSizeF() * 1.4);
-    big.setBold(true);
-    lblName->setFont(big);
+    lblName = NewTitleLabel(this);
     lblType = new QLabel(this);
     lblType->setObjectName(QStringLiteral("lblType"));
     top->addWidget(lblName);
@@ -92,9 +79,9 @@ frmMOBs::frmMOBs(QWidget* parent) : QWidget(parent) {
     cc->addWidget(txtComments);
     tabMOBData->addTab(comments, QStringLiteral("Comments"));
 
-    tabMOBData->addTab(treePage(treTactical, QStringLiteral("treTactical")), QStringLiteral("Tactical Info"));
-    tabMOBData->addTab(treePage(treSpawn, QStringLiteral("treSpawn")), QStringLiteral("Spawn Locations"));
-    tabMOBData->addTab(treePage(treLoot, QStringLiteral("treLoot")), QStringLiteral("Loot Drops"));
+    tabMOBData->addTab(NewTreePage(treTactical, QStringLiteral("treTactical")), QStringLiteral("Tactical Info"));
+    tabMOBData->addTab(NewTreePage(treSpawn, QStringLiteral("treSpawn")), QStringLiteral("Spawn Locations"));
+    tabMOBData->addTab(NewTreePage(treLoot, QStringLiteral("treLoot")), QStringLiteral("Loot Drops"));
     top->addWidget(tabMOBData, 1);
     m_tactical = new TreeWidgetSink(treTactical, true);
     m_spawn = new TreeWidgetSink(treSpawn, true);

@@ -38,14 +38,6 @@ QListWidget* listBox(QWidget* page, QHBoxLayout* row, const QString& title, cons
     return list;
 }
 
-QWidget* treeTab(QTreeWidget*& tree, const QString& objectName) {
-    auto* page = new QWidget;
-    auto* col = new QVBoxLayout(page);
-    tree = NewTree(page, objectName);
-    col->addWidget(tree);
-    return page;
-}
-
 QString noRecord() {
     return QStringLiteral("Either BOF or EOF is True, or the current record has been deleted. Requested operation "
                           "requires a current record.");
@@ -67,26 +59,7 @@ frmRecordView::frmRecordView(Kind kind, QWidget* parent) : QWidget(parent), m_ki
     setObjectName(QLatin1String(kForms[kind]));
     PrepareViewWindow(this);
     auto* top = new QVBoxLayout(this);
-    auto* head = new QHBoxLayout;
-    m_icon = new QLabel(this);
-    m_icon->setObjectName(QStringLiteral("imgIcon"));
-    m_icon->setFixedSize(40, 40);
-    m_icon->setAlignment(Qt::AlignCenter);
-    m_icon->setFrameShape(QFrame::StyledPanel);
-    head->addWidget(m_icon);
-    auto* titles = new QVBoxLayout;
-    m_title = new QLabel(this);
-    m_title->setObjectName(QStringLiteral("lblName"));
-    QFont big = m_title->font();
-    big.setPointSizeF(big.pointSizeF() * 1.4);
-    big.setBold(true);
-    m_title->setFont(big);
-    lblType = new QLabel(this);
-    lblType->setObjectName(QStringLiteral("lblType"));
-    titles->addWidget(m_title);
-    titles->addWidget(lblType);
-    head->addLayout(titles, 1);
-    top->addLayout(head);
+    top->addLayout(NewViewHeader(this, m_icon, m_title, lblType));
 
     tabRecord = new QTabWidget(this);
     tabRecord->setObjectName(QStringLiteral("tabRecord"));
@@ -107,7 +80,7 @@ frmRecordView::frmRecordView(Kind kind, QWidget* parent) : QWidget(parent), m_ki
     if (kind == Station) {
         lstTerminals = listBox(places, row, QStringLiteral("Terminals"), QStringLiteral("lstTerminals"));
         tabRecord->addTab(places, QStringLiteral("Terminals"));
-        tabRecord->addTab(treeTab(treUsedIn, QStringLiteral("treSells")), QStringLiteral("Sells"));
+        tabRecord->addTab(NewTreePage(treUsedIn, QStringLiteral("treSells")), QStringLiteral("Sells"));
         m_usedIn = new TreeWidgetSink(treUsedIn, false);
         AttachMarkerTreeCommands(treUsedIn, QStringLiteral("treSells"), form);
     } else {
@@ -117,15 +90,15 @@ frmRecordView::frmRecordView(Kind kind, QWidget* parent) : QWidget(parent), m_ki
             lstMineLocations = listBox(places, row, QStringLiteral("Mined In"), QStringLiteral("lstMineLocations"));
         tabRecord->addTab(places, QStringLiteral("Locations"));
         if (kind != Item) {
-            tabRecord->addTab(treeTab(treBlueprint, QStringLiteral("treBlueprint")),
+            tabRecord->addTab(NewTreePage(treBlueprint, QStringLiteral("treBlueprint")),
                               kind == RawMaterial ? QStringLiteral("Refined From") : QStringLiteral("Blueprint"));
             m_blueprint = new TreeWidgetSink(treBlueprint, false);
             AttachBuildTreeCommands(treBlueprint, QStringLiteral("treBlueprint"), form);
         }
-        tabRecord->addTab(treeTab(treUsedIn, QStringLiteral("treUsedIn")), QStringLiteral("Used In"));
+        tabRecord->addTab(NewTreePage(treUsedIn, QStringLiteral("treUsedIn")), QStringLiteral("Used In"));
         m_usedIn = new TreeWidgetSink(treUsedIn, false);
         AttachMarkerTreeCommands(treUsedIn, QStringLiteral("treUsedIn"), form);
-        tabRecord->addTab(treeTab(treMOBs, QStringLiteral("treMOBs")), QStringLiteral("Dropped By"));
+        tabRecord->addTab(NewTreePage(treMOBs, QStringLiteral("treMOBs")), QStringLiteral("Dropped By"));
         m_mobs = new TreeWidgetSink(treMOBs, true);
         connect(treMOBs, &QTreeWidget::itemDoubleClicked, this, [](QTreeWidgetItem* item, int) {
             QTreeWidgetItem* topItem = item->parent() ? item->parent() : item;

@@ -10,9 +10,12 @@
 #include <QEvent>
 #include <QHeaderView>
 #include <QToolTip>
+#include <QHBoxLayout>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QTreeWidget>
+#include <QVBoxLayout>
 
 // The main window is built by the application; a program or test without it gets no owner.
 frmMain* mainWindow() __attribute__((weak));
@@ -108,6 +111,42 @@ QLineEdit* NewBox(QWidget* parent, const QString& objectName) {
     box->setObjectName(objectName);
     box->setReadOnly(true);
     return box;
+}
+
+QWidget* NewTreePage(QTreeWidget*& tree, const QString& objectName) {
+    auto* page = new QWidget;
+    auto* col = new QVBoxLayout(page);
+    tree = NewTree(page, objectName);
+    col->addWidget(tree);
+    return page;
+}
+
+QLabel* NewTitleLabel(QWidget* parent) {
+    auto* title = new QLabel(parent);
+    title->setObjectName(QStringLiteral("lblName"));
+    QFont big = title->font();
+    big.setPointSizeF(big.pointSizeF() * 1.4);
+    big.setBold(true);
+    title->setFont(big);
+    return title;
+}
+
+QHBoxLayout* NewViewHeader(QWidget* parent, QLabel*& icon, QLabel*& title, QLabel*& type) {
+    auto* head = new QHBoxLayout;
+    icon = new QLabel(parent);
+    icon->setObjectName(QStringLiteral("imgIcon"));
+    icon->setFixedSize(40, 40);
+    icon->setAlignment(Qt::AlignCenter);
+    icon->setFrameShape(QFrame::StyledPanel);
+    head->addWidget(icon);
+    auto* titles = new QVBoxLayout;
+    title = NewTitleLabel(parent);
+    type = new QLabel(parent);
+    type->setObjectName(QStringLiteral("lblType"));
+    titles->addWidget(title);
+    titles->addWidget(type);
+    head->addLayout(titles, 1);
+    return head;
 }
 
 namespace {

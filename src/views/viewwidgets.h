@@ -7,6 +7,8 @@
 #include <QList>
 #include <QString>
 
+class QHBoxLayout;
+class QLabel;
 class QLineEdit;
 class QListWidget;
 class QTreeWidget;
@@ -53,6 +55,12 @@ void FillList(QListWidget* list, const QString& sql);
 QTreeWidget* NewTree(QWidget* parent, const QString& objectName);
 QListWidget* NewList(QWidget* parent, const QString& objectName);
 QLineEdit* NewBox(QWidget* parent, const QString& objectName);
+// A page holding nothing but a new tree.
+QWidget* NewTreePage(QTreeWidget*& tree, const QString& objectName);
+// The record's name in large bold type ("lblName").
+QLabel* NewTitleLabel(QWidget* parent);
+// The head of a record window: the record's picture ("imgIcon"), its name and its type line below it.
+QHBoxLayout* NewViewHeader(QWidget* parent, QLabel*& icon, QLabel*& title, QLabel*& type);
 
 // A tooltip from "VOSK.ini" (when tooltips are on), wrapped at 240 pixels and shown for 20 s.
 void SetTip(QWidget* widget, const QString& text);

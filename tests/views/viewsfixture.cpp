@@ -6,6 +6,7 @@
 #include "data/recordset.h"
 #include "data/sampledata.h"
 #include "data/schema.h"
+#include "data/synthetic.h"
 #include "views/modmain.h"
 
 #include <QFile>
@@ -31,12 +32,8 @@ bool ViewsFixture::setUp(bool withSample, QString* error) {
         return false;
     if (withSample && !FillSampleData(file, error))
         return false;
-    try {
-        db().open(QStringLiteral("Provider=VOSK.SQLite;Data Source=") + file + QLatin1Char(';'));
-    } catch (const VbError& e) {
-        *error = e.description;
+    if (!reopen(error))
         return false;
-    }
     reloadCustomFields();
     m_prompt = std::make_unique<ScriptedPrompt>();
     return true;
@@ -46,6 +43,21 @@ void ViewsFixture::tearDown() {
     db().close();
     m_prompt.reset();
     m_dir.reset();
+}
+
+bool ViewsFixture::reopen(QString* error) {
+    try {
+        db().open(QStringLiteral("Provider=VOSK.SQLite;Data Source=") + databaseFile() + QLatin1Char(';'));
+    } catch (const VbError& e) {
+        *error = e.description;
+        return false;
+    }
+    return true;
+}
+
+bool ViewsFixture::addRecipeCycle(QString* error) {
+    db().close();
+    return AddRecipeCycle(databaseFile(), RecipeCycle(), error) && reopen(error);
 }
 
 QString ViewsFixture::databaseFile() const { return path() + QStringLiteral("/data.vosk"); }

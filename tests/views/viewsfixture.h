@@ -19,11 +19,14 @@ public:
     // Runs statements in the program's SQL dialect; false (with the reason) on the first failure.
     bool exec(const QStringList& statements, QString* error);
     QVariant scalar(const QString& sql);
+    // Closes the database, adds recipes that contain themselves, and opens it again.
+    bool addRecipeCycle(QString* error);
     QString path() const { return m_dir ? m_dir->path() : QString(); }
     QString databaseFile() const;
     ScriptedPrompt& prompt() { return *m_prompt; }
 
 private:
+    bool reopen(QString* error);
     std::unique_ptr<QTemporaryDir> m_dir;
     std::unique_ptr<ScriptedPrompt> m_prompt;
 };

@@ -1,5 +1,5 @@
-# The record windows over databases made in a temporary program folder; the drawn item icons are
-# linked in so that the screenshots show them.
+# The record windows over databases made in a temporary program folder, with the drawn item icons
+# linked in as the program's pictures.
 target_compile_definitions(vosk_views_fixture PRIVATE VOSK_IMAGES_DIR="${CMAKE_BINARY_DIR}/images")
 if(TARGET vosk_images)
   add_dependencies(vosk_views_fixture vosk_images)
