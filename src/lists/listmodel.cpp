@@ -78,22 +78,23 @@ ListModel::ListModel(QObject* parent) : QAbstractTableModel(parent), d(new Impl)
 
 ListModel::~ListModel() = default;
 
+std::unique_ptr<ListModel::Impl> ListModel::Impl::emptyKeepingSort() const {
+    auto fresh = std::make_unique<Impl>();
+    fresh->sortKey = sortKey;
+    fresh->sortOrder = sortOrder;
+    fresh->sorted = sorted;
+    return fresh;
+}
+
 void ListModel::clear() {
     beginResetModel();
-    auto fresh = std::make_unique<Impl>();
-    fresh->sortKey = d->sortKey;
-    fresh->sortOrder = d->sortOrder;
-    fresh->sorted = d->sorted;
-    d = std::move(fresh);
+    d = d->emptyKeepingSort();
     endResetModel();
 }
 
 void ListModel::load(Recordset& rs, const ListColors& colors) {
-    auto next = std::make_unique<Impl>();
+    auto next = d->emptyKeepingSort();
     next->colors = colors;
-    next->sortKey = d->sortKey;
-    next->sortOrder = d->sortOrder;
-    next->sorted = d->sorted;
 
     // Which result column feeds which list column, and which give the row's flags.
     const int fields = rs.fieldCount();
@@ -159,11 +160,7 @@ void ListModel::load(Recordset& rs, const ListColors& colors) {
             ++next->rows;
         }
     } catch (...) {
-        auto empty = std::make_unique<Impl>();
-        empty->sortKey = d->sortKey;
-        empty->sortOrder = d->sortOrder;
-        empty->sorted = d->sorted;
-        d = std::move(empty);
+        d = d->emptyKeepingSort();
         endResetModel();
         throw;
     }

@@ -29,4 +29,6 @@ struct ListModel::Impl {
     // Returns the new view-to-stored index.
     std::vector<uint32_t> sortedOrder(int col, int sortOrder) const;
     uint32_t viewOf(uint32_t src) const;
+    // An empty list that keeps this one's sort column and order (for a clear or a reload).
+    std::unique_ptr<Impl> emptyKeepingSort() const;
 };

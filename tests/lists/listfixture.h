@@ -8,8 +8,7 @@
 
 class ListDb {
 public:
-    // Runs each statement as SQLite text; ok() tells whether all ran and the connection opened.
-    explicit ListDb(const QStringList& statements);
+    explicit ListDb(const QStringList& statements); // ok() tells whether all ran and the connection opened
     ~ListDb();
     bool ok() const { return m_ok; }
     QString error() const { return m_error; }
@@ -23,7 +22,17 @@ private:
     QString m_error;
 };
 
-// A table T(NAME, VAL) with one row per value text (SQL literals), named "r0", "r1", ...
-QStringList valueTable(const QString& declaredType, const QStringList& literals);
-// The model's rows as "name=value" texts of column col, in view order.
+// Declares the ListDb m_db made of the statements (failing the test if it cannot be made) and the
+// ListModel m loaded from sql.
+#define LOAD_LIST(m, sql, ...)                                                                           \
+    ListDb m##_db(QStringList{__VA_ARGS__});                                                             \
+    QVERIFY2(m##_db.ok(), qPrintable(m##_db.error()));                                                   \
+    ListModel m;                                                                                         \
+    m##_db.load(m, sql)
+
+// A table T(NAME, <column>, e.g. "VAL INTEGER") with one row per value (SQL literals) named "r0", "r1", ...
+QStringList valueTable(const QString& column, const QStringList& literals);
+// In view order: the rows as "name=text" of column col; the texts of one column; the names.
 QStringList rowTexts(const ListModel& model, int col);
+QStringList column(const ListModel& model, int col);
+inline QStringList names(const ListModel& model) { return column(model, 0); }

@@ -1,190 +1,211 @@
 #include "listfixture.h"
 #include "lists/finditem.h"
 #include "lists/frmfind.h"
+#include "lists/wildcard.h"
 
 #include "core/scriptedprompt.h"
 #include "views/childwindows.h"
 
-#include <QCheckBox>
-#include <QGroupBox>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QRadioButton>
+#include <QSignalSpy>
 #include <QTest>
-#include <QTreeView>
+#include <QtWidgets>
 
 namespace {
-struct RecordingStatus : FindStatus {
+// Rows (view rows from 0): 0 Alpha Beam | Beam | 100, 1 Beta Shield | Shield | 250, 2 Gamma Beam | Beam | 7,
+// 3 Delta Engine | Engine | 1,500, 4 beta reactor | Reactor | 25. The setup records the status panels.
+struct FindSetup : FindStatus {
+    ListDb db{{"CREATE TABLE E (EQUIPMENT_NAME VARCHAR(50), TYPE VARCHAR(20), PRICE INTEGER)",
+               "INSERT INTO E VALUES ('Alpha Beam', 'Beam', 100), ('Beta Shield', 'Shield', 250), "
+               "('Gamma Beam', 'Beam', 7), ('Delta Engine', 'Engine', 1500), ('beta reactor', 'Reactor', 25)"}};
     QStringList status, loadTime;
     void setStatus(const QString& t) override { status << t; }
     void setLoadTime(const QString& t) override { loadTime << t; }
+    ListModel m;
+    QTreeView view;
+    ScriptedPrompt prompt;
+    QPointer<frmFind> find;
+    ~FindSetup() override { delete find.data(); }
+    int selectedRow() const {
+        const QModelIndexList rows = view.selectionModel()->selectedRows();
+        return rows.size() == 1 ? rows.first().row() : -1;
+    }
 };
 } // namespace
 
+// The find dialog, its routine UberFindItem and the wildcard matching it searches with.
 class TestFrmFind : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void init();
-    void cleanup();
-    void captionsAndStart();
-    void buttonFollowsTheText();
-    void markAllSwitchesCaptionAndDirection();
-    void findNextSelectsAndStaysOpen();
-    void notFoundShowsTheBox();
-    void upwardsFromTheSelection();
-    void findAllMarksSelectsLastAndCloses();
-    void cancelCloses();
+    void init() {
+        s = std::make_unique<FindSetup>();
+        QVERIFY2(s->db.ok(), qPrintable(s->db.error()));
+        s->db.load(s->m, QStringLiteral("SELECT * FROM E"));
+        s->view.setModel(&s->m);
+        s->find = new frmFind(&s->view, &s->m, s.get());
+        s->find->setAttribute(Qt::WA_DeleteOnClose);
+        s->find->show();
+    }
+
+    void cleanup() { s.reset(); }
+
+    void like_data() {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("pattern");
+        QTest::addColumn<bool>("match");
+        QTest::newRow("star needs the rest") << "Heavy Beam" << "*Beam*x" << false;
+        QTest::newRow("hash digit") << "Mk2" << "Mk#" << true;
+        QTest::newRow("negated") << "d" << "[!abc]" << true;
+        QTest::newRow("literal star in list") << "a*b" << "a[*]b" << true;
+        QTest::newRow("open bracket in list") << "[" << "[[]" << true;
+        QTest::newRow("dash first is literal") << "-" << "[-a]" << true;
+        QTest::newRow("backtracking") << "abcabd" << "*abd" << true;
+        // Lists that are not well formed.
+        QTest::newRow("unclosed bracket is literal") << "x[ab" << "*[ab*" << true;
+        QTest::newRow("empty list takes no character") << "ab" << "a[]b" << true;
+        QTest::newRow("backwards range finds nothing") << "m" << "[z-a]" << false;
+        QTest::newRow("bang alone is a bang") << "!" << "[!]" << true;
+        QTest::newRow("ranges keep case") << "q" << "[!A-Z]" << true;
+        QTest::newRow("case beyond ascii") << "ÜBER" << "*über*" << false;
+    }
+
+    void like() {
+        QFETCH(QString, text);
+        QFETCH(QString, pattern);
+        QFETCH(bool, match);
+        QCOMPARE(LikeMatch(text, pattern), match);
+        // Without case: the same as upper-casing both first.
+        QCOMPARE(LikeMatch(text, pattern, true), LikeMatch(text.toUpper(), pattern.toUpper()));
+    }
+
+    void markAllMarksRowsAndCells() {
+        ListModel& m = s->m;
+        QSignalSpy changed(&m, &ListModel::dataChanged);
+        QCOMPARE(UberFindItem(QStringLiteral("e"), 1, m, true, false, false, true), 5);
+        QCOMPARE(changed.size(), 1); // one notification for the whole marking
+        for (int r = 0; r < 5; ++r)
+            QVERIFY(m.isRowBold(r)); // every name holds an "e"
+        m.clearBold();
+        QCOMPARE(UberFindItem(QStringLiteral("Beam"), 1, m, true, false, false, true), 3);
+        // A row matched by name does not test its other cells.
+        QVERIFY(m.isRowBold(0) && m.isRowBold(2) && !m.isRowBold(1) && !m.isCellBold(0, 1));
+        m.clearBold();
+        QCOMPARE(UberFindItem(QStringLiteral("5"), 1, m, true, false, false, true), 5);
+        QVERIFY(m.isCellBold(1, 2) && m.isCellBold(3, 2) && m.isCellBold(4, 2));
+        QVERIFY(!m.isCellBold(0, 2) && !m.isCellBold(2, 2) && !m.isRowBold(1) && !m.isCellBold(1, 1));
+        // Names only marks no other cell; marks of an earlier search stay.
+        QCOMPARE(UberFindItem(QStringLiteral("Shield"), 1, m, true, true, false, true), 2);
+        QCOMPARE(UberFindItem(QStringLiteral("250"), 1, m, true, true, false, true), 0);
+        QVERIFY(m.isRowBold(1) && m.isCellBold(1, 2) && m.isCellBold(3, 2));
+    }
+
+    void followsTheSortedOrderAndStaysInside() {
+        ListModel& m = s->m;
+        m.setSort(2, ListModel::Ascending); // by price: Gamma 7, beta reactor 25, Alpha 100, ...
+        QCOMPARE(UberFindItem(QStringLiteral("Alpha"), 1, m, true, false, false, false), 3);
+        QCOMPARE(UberFindItem(QStringLiteral("Gamma"), 2, m, true, false, false, false), 0);
+        // Starts outside the list find nothing; an empty text ("**") matches any row.
+        QCOMPARE(UberFindItem(QStringLiteral("Beam"), 9, m, false, false, false, false), 0);
+        QCOMPARE(UberFindItem(QStringLiteral("Beam"), 0, m, true, false, false, false), 0);
+        QCOMPARE(UberFindItem(QString(), 1, m, true, false, false, false), 1);
+        ListModel empty;
+        QCOMPARE(UberFindItem(QString(), 1, empty, true, false, false, true), 0);
+    }
+
+    void controls() {
+        frmFind& f = *s->find;
+        QCOMPARE(f.windowTitle(), QStringLiteral("Find..."));
+        QCOMPARE(f.lblFindWhat->text(), QStringLiteral("Find What:"));
+        QCOMPARE(f.fraDirection->title(), QStringLiteral("Direction"));
+        QCOMPARE(f.optDown->text(), QStringLiteral("Down"));
+        QVERIFY(f.optDown->isChecked());
+        QCOMPARE(f.chkMatchCase->text(), QStringLiteral("Match Case"));
+        QCOMPARE(f.chkNamesOnly->text(), QStringLiteral("Search Names Only"));
+        QCOMPARE(f.chkMarkAll->text(), QStringLiteral("Mark All"));
+        QCOMPARE(f.cmdFindNext->text(), QStringLiteral("&Find Next"));
+        QCOMPARE(f.cmdCancel->text(), QStringLiteral("&Cancel"));
+        QCOMPARE(FindChildWindow(QStringLiteral("Find...")), &f); // registered under its caption
+        // The button follows the text; Mark All switches its caption and the direction.
+        QVERIFY(!f.cmdFindNext->isEnabled());
+        QTest::keyClicks(f.txtSearchText, QStringLiteral("ab"));
+        QVERIFY(f.cmdFindNext->isEnabled());
+        f.txtSearchText->clear();
+        QVERIFY(!f.cmdFindNext->isEnabled());
+        f.chkMarkAll->click();
+        QCOMPARE(f.cmdFindNext->text(), QStringLiteral("Find All"));
+        QVERIFY(!f.fraDirection->isEnabled());
+        f.chkMarkAll->click();
+        QCOMPARE(f.cmdFindNext->text(), QStringLiteral("Find Next"));
+        QVERIFY(f.fraDirection->isEnabled());
+    }
+
+    void search_data() {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<int>("selected");    // view row selected before, -1 for none
+        QTest::addColumn<QString>("options"); // "up", "case" (Match Case), "names" (Search Names Only)
+        QTest::addColumn<int>("found");       // view row selected after, -1 for the not-found box
+        QTest::newRow("nothing selected: from the top") << "Beam" << -1 << "" << 0;
+        QTest::newRow("down from below the selection") << "beam" << 0 << "" << 2;
+        QTest::newRow("down from the last row: no wrap") << "Alpha" << 4 << "" << -1;
+        QTest::newRow("up from above the selection") << "Beam" << 2 << "up" << 0;
+        QTest::newRow("up with the first row selected") << "Alpha" << 0 << "up" << -1;
+        QTest::newRow("without case") << "BETA" << -1 << "" << 1;
+        QTest::newRow("with case") << "beta" << -1 << "case" << 4;
+        QTest::newRow("another column") << "Reactor" << -1 << "" << 4;
+        QTest::newRow("number as shown") << "1,5" << -1 << "" << 3;
+        QTest::newRow("star wildcard") << "G*Beam" << -1 << "" << 2;
+        QTest::newRow("question wildcard") << "Be?a" << -1 << "" << 1;
+        QTest::newRow("names only finds names") << "Shield" << -1 << "names" << 1;
+        QTest::newRow("names only skips other columns") << "Reactor" << -1 << "names case" << -1;
+    }
+
+    void search() {
+        QFETCH(QString, text);
+        QFETCH(int, selected);
+        QFETCH(QString, options);
+        QFETCH(int, found);
+        frmFind& f = *s->find;
+        if (selected >= 0)
+            s->view.selectionModel()->select(s->m.index(selected, 0), QItemSelectionModel::ClearAndSelect |
+                                                                          QItemSelectionModel::Rows);
+        f.optUp->setChecked(options.contains(QLatin1String("up")));
+        f.chkMatchCase->setChecked(options.contains(QLatin1String("case")));
+        f.chkNamesOnly->setChecked(options.contains(QLatin1String("names")));
+        f.txtSearchText->setText(text);
+        f.cmdFindNext->click();
+        QCOMPARE(s->prompt.count(), found < 0 ? 1 : 0);
+        if (found < 0) {
+            QCOMPARE(s->prompt.last().text, QStringLiteral("The search critiria was not found"));
+            QCOMPARE(s->prompt.last().title, QStringLiteral("Not Found"));
+            QCOMPARE(s->prompt.last().style, int(vb::Information));
+        }
+        QCOMPARE(s->selectedRow(), found < 0 ? selected : found);
+        QVERIFY(f.isVisible()); // Find Next stays open and marks nothing
+        for (int r = 0; r < s->m.rowCount(); ++r)
+            QVERIFY(!s->m.isBold(r, 0) && !s->m.isBold(r, 1) && !s->m.isBold(r, 2));
+        QCOMPARE(s->status, (QStringList{"Finding...", "Ready"}));
+        const QString loadTime = s->loadTime.join(QLatin1Char('|')); // set once
+        const QRegularExpression seconds(QStringLiteral("^\\d+(\\.\\d\\d?)? Seconds$"));
+        QVERIFY2(seconds.match(loadTime).hasMatch(), qPrintable(loadTime));
+    }
+
+    void findAllMarksSelectsLastAndCloses() {
+        s->find->chkMarkAll->setChecked(true);
+        s->find->txtSearchText->setText(QStringLiteral("*a B?am"));
+        s->find->cmdFindNext->click();
+        QVERIFY(s->m.isRowBold(0) && s->m.isRowBold(2) && !s->m.isRowBold(1) && !s->m.isRowBold(3));
+        QCOMPARE(s->selectedRow(), 2);
+        QTRY_VERIFY(!s->find); // dismissed after a Find All
+    }
+
+    void cancelCloses() {
+        s->find->cmdCancel->click();
+        QTRY_VERIFY(!s->find);
+        QCOMPARE(FindChildWindow(QStringLiteral("Find...")), nullptr);
+    }
 
 private:
-    void select(int row);
-    int selectedRow() const;
-    std::unique_ptr<ListDb> m_db;
-    std::unique_ptr<ListModel> m_model;
-    std::unique_ptr<QTreeView> m_view;
-    std::unique_ptr<ScriptedPrompt> m_prompt;
-    RecordingStatus m_status;
-    QPointer<frmFind> m_find;
+    std::unique_ptr<FindSetup> s;
 };
-
-void TestFrmFind::init() {
-    m_db = std::make_unique<ListDb>(QStringList{
-        "CREATE TABLE E (EQUIPMENT_NAME VARCHAR(50), TYPE VARCHAR(20))", "INSERT INTO E VALUES ('Alpha Beam', 'Beam')",
-        "INSERT INTO E VALUES ('Beta Shield', 'Shield')", "INSERT INTO E VALUES ('Gamma Beam', 'Beam')",
-        "INSERT INTO E VALUES ('Delta Engine', 'Engine')"});
-    QVERIFY2(m_db->ok(), qPrintable(m_db->error()));
-    m_model = std::make_unique<ListModel>();
-    m_db->load(*m_model, QStringLiteral("SELECT * FROM E"));
-    m_view = std::make_unique<QTreeView>();
-    m_view->setModel(m_model.get());
-    m_prompt = std::make_unique<ScriptedPrompt>();
-    m_status = RecordingStatus();
-    m_find = new frmFind(m_view.get(), m_model.get(), &m_status);
-    m_find->setAttribute(Qt::WA_DeleteOnClose);
-    m_find->show();
-}
-
-void TestFrmFind::cleanup() {
-    delete m_find.data();
-    m_view.reset();
-    m_model.reset();
-    m_prompt.reset();
-    m_db.reset();
-}
-
-void TestFrmFind::select(int row) {
-    m_view->selectionModel()->setCurrentIndex(m_model->index(row, 0),
-                                              QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
-}
-
-int TestFrmFind::selectedRow() const {
-    const QModelIndexList rows = m_view->selectionModel()->selectedRows();
-    return rows.size() == 1 ? rows.first().row() : -1;
-}
-
-void TestFrmFind::captionsAndStart() {
-    QCOMPARE(m_find->windowTitle(), QStringLiteral("Find..."));
-    QCOMPARE(m_find->lblFindWhat->text(), QStringLiteral("Find What:"));
-    QCOMPARE(m_find->fraDirection->title(), QStringLiteral("Direction"));
-    QCOMPARE(m_find->optDown->text(), QStringLiteral("Down"));
-    QVERIFY(m_find->optDown->isChecked());
-    QCOMPARE(m_find->chkMatchCase->text(), QStringLiteral("Match Case"));
-    QCOMPARE(m_find->chkNamesOnly->text(), QStringLiteral("Search Names Only"));
-    QCOMPARE(m_find->chkMarkAll->text(), QStringLiteral("Mark All"));
-    QCOMPARE(m_find->cmdFindNext->text(), QStringLiteral("&Find Next"));
-    QCOMPARE(m_find->cmdCancel->text(), QStringLiteral("&Cancel"));
-    QVERIFY(!m_find->cmdFindNext->isEnabled());
-    // It registers with the child-window manager under its caption.
-    QCOMPARE(FindChildWindow(QStringLiteral("Find...")), m_find.data());
-}
-
-void TestFrmFind::buttonFollowsTheText() {
-    QTest::keyClicks(m_find->txtSearchText, QStringLiteral("ab"));
-    QVERIFY(m_find->cmdFindNext->isEnabled());
-    m_find->txtSearchText->clear();
-    QVERIFY(!m_find->cmdFindNext->isEnabled());
-    m_find->txtSearchText->setText(QStringLiteral("x"));
-    QVERIFY(m_find->cmdFindNext->isEnabled());
-}
-
-void TestFrmFind::markAllSwitchesCaptionAndDirection() {
-    m_find->chkMarkAll->click();
-    QCOMPARE(m_find->cmdFindNext->text(), QStringLiteral("Find All"));
-    QVERIFY(!m_find->fraDirection->isEnabled());
-    m_find->chkMarkAll->click();
-    QCOMPARE(m_find->cmdFindNext->text(), QStringLiteral("Find Next"));
-    QVERIFY(m_find->fraDirection->isEnabled());
-}
-
-void TestFrmFind::findNextSelectsAndStaysOpen() {
-    select(0);
-    m_find->txtSearchText->setText(QStringLiteral("beam"));
-    m_find->cmdFindNext->click();
-    QCOMPARE(selectedRow(), 2); // from below the selected row
-    QVERIFY(m_find->isVisible());
-    QCOMPARE(m_prompt->count(), 0);
-    QCOMPARE(m_status.status, (QStringList{"Finding...", "Ready"}));
-    QCOMPARE(m_status.loadTime.size(), 1);
-    QVERIFY(m_status.loadTime[0].endsWith(QStringLiteral(" Seconds")));
-    bool isNumber = false;
-    m_status.loadTime[0].chopped(8).toDouble(&isNumber);
-    QVERIFY(isNumber);
-}
-
-void TestFrmFind::notFoundShowsTheBox() {
-    select(3); // the last row: downwards there is nothing more, and no wrap-around
-    m_find->txtSearchText->setText(QStringLiteral("Alpha"));
-    m_find->cmdFindNext->click();
-    QCOMPARE(m_prompt->count(), 1);
-    QCOMPARE(m_prompt->last().text, QStringLiteral("The search critiria was not found"));
-    QCOMPARE(m_prompt->last().title, QStringLiteral("Not Found"));
-    QCOMPARE(m_prompt->last().style, int(vb::Information));
-    QCOMPARE(selectedRow(), 3);
-    QCOMPARE(m_status.status.last(), QStringLiteral("Ready"));
-    QVERIFY(m_find->isVisible());
-
-    // Names only: a text that is only in another column is not found.
-    select(0);
-    m_find->chkNamesOnly->setChecked(true);
-    m_find->txtSearchText->setText(QStringLiteral("Engine"));
-    m_find->cmdFindNext->click();
-    QCOMPARE(selectedRow(), 3); // "Delta Engine" holds it in its name
-    m_find->txtSearchText->setText(QStringLiteral("Shield "));
-    select(0);
-    m_find->cmdFindNext->click();
-    QCOMPARE(m_prompt->count(), 2);
-}
-
-void TestFrmFind::upwardsFromTheSelection() {
-    select(3);
-    m_find->optUp->setChecked(true);
-    m_find->txtSearchText->setText(QStringLiteral("Beam"));
-    m_find->cmdFindNext->click();
-    QCOMPARE(selectedRow(), 2);
-    m_find->cmdFindNext->click();
-    QCOMPARE(selectedRow(), 0);
-    m_find->cmdFindNext->click(); // the first row is selected: nothing above it
-    QCOMPARE(m_prompt->count(), 1);
-    QCOMPARE(selectedRow(), 0);
-}
-
-void TestFrmFind::findAllMarksSelectsLastAndCloses() {
-    // Nothing selected: the search starts at the first row.
-    m_view->selectionModel()->clearSelection();
-    m_find->chkMarkAll->setChecked(true);
-    m_find->txtSearchText->setText(QStringLiteral("*a B?am"));
-    m_find->cmdFindNext->click();
-    QVERIFY(m_model->isRowBold(0) && m_model->isRowBold(2));
-    QVERIFY(!m_model->isRowBold(1) && !m_model->isRowBold(3));
-    QCOMPARE(selectedRow(), 2);
-    QTRY_VERIFY(!m_find); // dismissed after a Find All
-}
-
-void TestFrmFind::cancelCloses() {
-    m_find->cmdCancel->click();
-    QTRY_VERIFY(!m_find);
-    QCOMPARE(FindChildWindow(QStringLiteral("Find...")), nullptr);
-}
 
 QTEST_MAIN(TestFrmFind)
 #include "tst_frmfind.moc"
