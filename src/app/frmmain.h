@@ -111,6 +111,7 @@ private:
     void openUrlOf(const QString& section);
     void openProgramFile(const QString& fileName);
     void runHandler(const QString& objectName);
+    void copyOrRename(const QString& entry, const QString& verb);
 };
 
 // The main window while it exists (the owner of the splash and of the views), else nullptr.

@@ -195,25 +195,20 @@ void frmMain::updateMenuState() {
     set("mnuHelpReadMe", QFileInfo::exists(programFolder() + QStringLiteral("/ReadMe.rtf")));
 }
 
-void frmMain::mnuEditCopy_Click() {
+// Copy and rename share one refusal box, under the rename title for both.
+void frmMain::copyOrRename(const QString& entry, const QString& verb) {
     const QString cat = category();
-    if (!copyable(cat)) {
-        MsgBox(QStringLiteral("Sorry Support for Copying ") + cat + QStringLiteral(" has not been implemented."),
-               vb::OKOnly, QStringLiteral("Can Not Rename"));
+    if (copyable(cat)) {
+        runHandler(entry);
         return;
     }
-    runHandler(QStringLiteral("mnuEditCopy"));
+    MsgBox(QStringLiteral("Sorry Support for ") + verb + u' ' + cat + QStringLiteral(" has not been implemented."),
+           vb::OKOnly, QStringLiteral("Can Not Rename"));
 }
 
-void frmMain::mnuEditRename_Click() {
-    const QString cat = category();
-    if (!copyable(cat)) {
-        MsgBox(QStringLiteral("Sorry Support for Renaming ") + cat + QStringLiteral(" has not been implemented."),
-               vb::OKOnly, QStringLiteral("Can Not Rename"));
-        return;
-    }
-    runHandler(QStringLiteral("mnuEditRename"));
-}
+void frmMain::mnuEditCopy_Click() { copyOrRename(QStringLiteral("mnuEditCopy"), QStringLiteral("Copying")); }
+
+void frmMain::mnuEditRename_Click() { copyOrRename(QStringLiteral("mnuEditRename"), QStringLiteral("Renaming")); }
 
 void frmMain::mnuEditFind_Click() {
     if (!d->find) {
