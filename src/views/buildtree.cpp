@@ -65,6 +65,19 @@ private:
 
 QString levelText(const Row& r) { return r.name + " (L" + r.level + ")" + r.amount; }
 
+// Equipment rows: the type sits inside the level bracket, and "(Upgrade)" or the amount comes last.
+void addEquipRows(const QString& parentKey, const QList<Row>& rows, bool upgrades, TreeNodeSink& nodes, bool& recurse) {
+    for (const Row& r : rows) {
+        const QString key = parentKey + marker::Equip + r.name;
+        nodes.addNode(parentKey, key,
+                      r.name + " (L" + r.level + " " + DeEnumerate(FindType(r.name)) + ")" +
+                          (upgrades ? QStringLiteral(" (Upgrade)") : r.amount),
+                      buildimg::Equipment);
+        if (recurse)
+            BuildEquipTree(key, r.name, nodes, recurse);
+    }
+}
+
 using Builder = void (*)(const QString& parentKey, const QString& name, TreeNodeSink& nodes, bool& recurse);
 
 // One group of rows shown with their levels and amounts; with a builder, each row is built further
@@ -136,15 +149,7 @@ void BuildEquipTree(const QString& parentKey, const QString& name, TreeNodeSink&
         "SELECT EQUIPMENTS_UPGRADE_FROM.UPGRADE_FROM, LVL FROM EQUIPMENTS_UPGRADE_FROM, EQUIPMENTS WHERE "
         "EQUIPMENTS_UPGRADE_FROM.EQUIPMENT_NAME = '" + e + "' AND EQUIPMENTS.EQUIPMENT_NAME = "
         "EQUIPMENTS_UPGRADE_FROM.UPGRADE_FROM ORDER BY EQUIPMENTS_UPGRADE_FROM.UPGRADE_FROM", false);
-    for (const Row& r : upgrades) {
-        const QString key = parentKey + marker::Equip + r.name;
-        // The type sits inside the level bracket and "(Upgrade)" comes last.
-        nodes.addNode(parentKey, key,
-                      r.name + " (L" + r.level + " " + DeEnumerate(FindType(r.name)) + ")" + " (Upgrade)",
-                      buildimg::Equipment);
-        if (recurse)
-            BuildEquipTree(key, r.name, nodes, recurse);
-    }
+    addEquipRows(parentKey, upgrades, true, nodes, recurse);
 
     const QList<Row> comps = readRows(
         "SELECT EQUIPMENTS_COMPONENTS.COMPONENTS_COMPONENT, COMPONENTS.LVL, IIF(EQUIPMENTS_COMPONENTS.AMOUNT>1,' x' & "
@@ -185,14 +190,7 @@ void BuildCompTree(const QString& parentKey, const QString& name, TreeNodeSink& 
         "COMPONENTS_EQUIPMENTS.AMOUNT,'') FROM COMPONENTS_EQUIPMENTS, EQUIPMENTS WHERE COMPONENTS_EQUIPMENTS.COMPONENT_NAME = '" +
         c + "' AND EQUIPMENTS.EQUIPMENT_NAME = COMPONENTS_EQUIPMENTS.EQUIPMENT_NAME ORDER BY "
         "COMPONENTS_EQUIPMENTS.EQUIPMENT_NAME", true);
-    for (const Row& r : equips) {
-        const QString key = parentKey + marker::Equip + r.name;
-        nodes.addNode(parentKey, key,
-                      r.name + " (L" + r.level + " " + DeEnumerate(FindType(r.name)) + ")" + r.amount,
-                      buildimg::Equipment);
-        if (recurse)
-            BuildEquipTree(key, r.name, nodes, recurse);
-    }
+    addEquipRows(parentKey, equips, false, nodes, recurse);
 
     // The level here is the built component's own, not the source's; that is how it has always read.
     const QList<Row> upgrades = readRows(

@@ -155,13 +155,8 @@ QWidget* frmEquipment::pricesPage() {
 }
 
 QWidget* frmEquipment::commentsPage() {
-    auto* page = new QWidget;
+    QWidget* page = NewCommentsPage(txtComments);
     page->setObjectName(QStringLiteral("fraPanels_2"));
-    auto* col = new QVBoxLayout(page);
-    txtComments = new QPlainTextEdit(page);
-    txtComments->setObjectName(QStringLiteral("txtComments"));
-    txtComments->setReadOnly(true);
-    col->addWidget(txtComments);
     return page;
 }
 

@@ -71,13 +71,7 @@ frmMOBs::frmMOBs(QWidget* parent) : QWidget(parent) {
     cols->addWidget(temper, 1);
     tabMOBData->addTab(attributes, QStringLiteral("Attributes"));
 
-    auto* comments = new QWidget;
-    auto* cc = new QVBoxLayout(comments);
-    txtComments = new QPlainTextEdit(comments);
-    txtComments->setObjectName(QStringLiteral("txtComments"));
-    txtComments->setReadOnly(true);
-    cc->addWidget(txtComments);
-    tabMOBData->addTab(comments, QStringLiteral("Comments"));
+    tabMOBData->addTab(NewCommentsPage(txtComments), QStringLiteral("Comments"));
 
     tabMOBData->addTab(NewTreePage(treTactical, QStringLiteral("treTactical")), QStringLiteral("Tactical Info"));
     tabMOBData->addTab(NewTreePage(treSpawn, QStringLiteral("treSpawn")), QStringLiteral("Spawn Locations"));

@@ -66,13 +66,7 @@ frmRecordView::frmRecordView(Kind kind, QWidget* parent) : QWidget(parent), m_ki
     auto* attributes = new QWidget;
     m_form = new QFormLayout(attributes);
     tabRecord->addTab(attributes, QStringLiteral("Attributes"));
-    auto* comments = new QWidget;
-    auto* cc = new QVBoxLayout(comments);
-    txtComments = new QPlainTextEdit(comments);
-    txtComments->setObjectName(QStringLiteral("txtComments"));
-    txtComments->setReadOnly(true);
-    cc->addWidget(txtComments);
-    tabRecord->addTab(comments, QStringLiteral("Comments"));
+    tabRecord->addTab(NewCommentsPage(txtComments), QStringLiteral("Comments"));
 
     const QString form = formName();
     auto* places = new QWidget;

@@ -14,6 +14,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QPlainTextEdit>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
@@ -118,6 +119,16 @@ QWidget* NewTreePage(QTreeWidget*& tree, const QString& objectName) {
     auto* col = new QVBoxLayout(page);
     tree = NewTree(page, objectName);
     col->addWidget(tree);
+    return page;
+}
+
+QWidget* NewCommentsPage(QPlainTextEdit*& box) {
+    auto* page = new QWidget;
+    auto* col = new QVBoxLayout(page);
+    box = new QPlainTextEdit(page);
+    box->setObjectName(QStringLiteral("txtComments"));
+    box->setReadOnly(true);
+    col->addWidget(box);
     return page;
 }
 

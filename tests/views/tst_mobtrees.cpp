@@ -39,18 +39,15 @@ private Q_SLOTS:
         QVERIFY2(f.exec({
             "INSERT INTO MOBS (MOB_NAME, TYPE, FACTION) VALUES ('Raider', 'Drone', 'Pirates')",
             "INSERT INTO MOBS (MOB_NAME, TYPE) VALUES ('Ghost', 'Wraith')",
-            "INSERT INTO MOB_RESISTANCE (MOB_NAME, RESISTANCE, AMOUNT) VALUES ('Raider', 'Heat', 20)",
-            "INSERT INTO MOB_RESISTANCE (MOB_NAME, RESISTANCE, AMOUNT) VALUES ('Raider', 'Cold', 5)",
+            "INSERT INTO MOB_RESISTANCE (MOB_NAME, RESISTANCE, AMOUNT) VALUES ('Raider', 'Heat', 20), ('Raider', 'Cold', 5)",
             "INSERT INTO MOB_WEAKNESS (MOB_NAME, WEAKNESS, AMOUNT) VALUES ('Raider', 'Ion', 15)",
             "INSERT INTO MOB_ATTACK_TYPE (MOB_NAME, ATTACK_TYPE, AMOUNT) VALUES ('Ghost', 'Plasma', 40)",
-            "INSERT INTO MOBS_LOCATION (MOB_NAME, SECTOR_NAME, NAV_POINT, SPAWN_RATE) VALUES ('Raider', 'Sector B', 'Gate', 'Very Slow')",
-            "INSERT INTO MOBS_LOCATION (MOB_NAME, SECTOR_NAME, NAV_POINT, SPAWN_RATE) VALUES ('Raider', 'Sector A', 'Rock', 'Fast')",
-            "INSERT INTO MOBS_LOCATION (MOB_NAME, SECTOR_NAME, NAV_POINT, SPAWN_RATE) VALUES ('Raider', 'Sector A', 'Belt', 'Sometimes')",
-            "INSERT INTO MOB_EQUIP_DROP (MOB_NAME, EQUIPMENT_NAME, DROP_FREQUENCY) VALUES ('Raider', 'Ion Beam', 'Rare')",
-            "INSERT INTO MOB_EQUIP_DROP (MOB_NAME, EQUIPMENT_NAME, DROP_FREQUENCY) VALUES ('Raider', 'Lost Gun', 'rare')",
-            "INSERT INTO MOB_EQUIP_DROP (MOB_NAME, EQUIPMENT_NAME, DROP_FREQUENCY) VALUES ('Ghost', 'Ion Beam', 'Very Frequent')",
-            "INSERT INTO MOB_RAW_MAT_DROP (MOB_NAME, RAW_MATERIAL_NAME, DROP_FREQUENCY) VALUES ('Raider', 'Ore', 'Normal')",
-            "INSERT INTO MOB_RAW_MAT_DROP (MOB_NAME, RAW_MATERIAL_NAME, DROP_FREQUENCY) VALUES ('Raider', 'Alloy', 'Frequent')",
+            "INSERT INTO MOBS_LOCATION (MOB_NAME, SECTOR_NAME, NAV_POINT, SPAWN_RATE) VALUES ('Raider', 'Sector B', 'Gate', "
+            "'Very Slow'), ('Raider', 'Sector A', 'Rock', 'Fast'), ('Raider', 'Sector A', 'Belt', 'Sometimes')",
+            "INSERT INTO MOB_EQUIP_DROP (MOB_NAME, EQUIPMENT_NAME, DROP_FREQUENCY) VALUES ('Raider', 'Ion Beam', 'Rare'), "
+            "('Raider', 'Lost Gun', 'rare'), ('Ghost', 'Ion Beam', 'Very Frequent')",
+            "INSERT INTO MOB_RAW_MAT_DROP (MOB_NAME, RAW_MATERIAL_NAME, DROP_FREQUENCY) VALUES ('Raider', 'Ore', 'Normal'), "
+            "('Raider', 'Alloy', 'Frequent')",
             "INSERT INTO MOB_COMP_DROP (MOB_NAME, COMPONENT_NAME, DROP_FREQUENCY) VALUES ('Ghost', 'Coil', 'Seldom')",
             "INSERT INTO EQUIPMENTS_COMPONENTS (EQUIPMENTS_EQUIPMENT, COMPONENTS_COMPONENT, AMOUNT) VALUES ('Ion Beam', 'Coil', 2)",
             "INSERT INTO COMPONENTS_UPGRADE_FROM (COMPONENT_NAME, UPGRADE_FROM, AMOUNT) VALUES ('Big Coil', 'Coil', 1)",
