@@ -1,7 +1,10 @@
+// The sample world, the generated worlds of the benchmark, and the database tool that writes them all.
 #include "data/sampledata.h"
 #include "data/schema.h"
+#include "data/synthetic.h"
 #include "tst_sampledata_db.h"
 
+#include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -15,8 +18,21 @@ private Q_SLOTS:
     void oddCasesTheWindowsMustShow();
     void recipesAreDeepAndFreeOfCycles();
     void sameDataEveryTimeAndFilledOnce();
+    void rowsOfEveryKindInTurn();
+    void buildTreeHasExactlyTheNodes_data();
+    void buildTreeHasExactlyTheNodes();
+    void badInputWritesNothing();
+    void recipeCycleIsACycle();
+    void toolWritesEachKindAndRefusesBadArguments();
 
 private:
+    int run(const QStringList& args, QString* err = nullptr) {
+        QProcess p;
+        p.start(QStringLiteral(VOSK_MAKEDB), args);
+        p.waitForFinished(120000);
+        if (err) *err = QString::fromLocal8Bit(p.readAllStandardError());
+        return p.exitCode();
+    }
     QTemporaryDir m_dir;
     QString m_file;
 };
@@ -51,14 +67,10 @@ void TestSampleData::enoughOfEveryKind() {
 // Every relation row names an existing record and every record an existing lookup value.
 void TestSampleData::valuesPointToRecordsAndLookups() {
     const char* const links[][3] = {
-        {"EQUIPMENTS_COMPONENTS", "COMPONENTS_COMPONENT", "COMPONENTS.COMPONENT_NAME"}, {"EQUIPMENTS_ITEMS", "ITEM_NAME", "ITEMS.ITEM_NAME"},
-        {"EQUIPMENTS_UPGRADE_FROM", "UPGRADE_FROM", "EQUIPMENTS.EQUIPMENT_NAME"}, {"COMPONENTS_EQUIPMENTS", "EQUIPMENT_NAME", "EQUIPMENTS.EQUIPMENT_NAME"},
+        {"EQUIPMENTS_COMPONENTS", "COMPONENTS_COMPONENT", "COMPONENTS.COMPONENT_NAME"}, {"COMPONENTS_EQUIPMENTS", "EQUIPMENT_NAME", "EQUIPMENTS.EQUIPMENT_NAME"},
         {"RAW_MATERIALS_REFINES_FROM", "REFINES_FROM", "RAW_MATERIALS.RAW_MATERIAL_NAME"}, {"BUY_ITEM_LOCATIONS", "STATIONS_STATION", "STATIONS.STATION_NAME"},
-        {"MOB_RAW_MAT_DROP", "RAW_MATERIAL_NAME", "RAW_MATERIALS.RAW_MATERIAL_NAME"}, {"MOBS_LOCATION", "SECTOR_NAME", "SECTORS.SECTOR_NAME"},
-        {"SECTORS", "SYSTEM_SYSTEM_NAME", "SYSTEMS.SYSTEM_NAME"}, {"STATION_TERMINALS", "STATION_NAME", "STATIONS.STATION_NAME"},
-        {"EQUIPMENTS", "MANUFACTURER", "MANUFACTURER.MANUFACTURER_NAME"}, {"AMO_STATS", "AMO_TYPE", "AMO_TYPES.AMO_TYPE"},
-        {"MOB_WEAKNESS", "WEAKNESS", "DAMAGE_TYPE.DAMAGE_TYPE"}, {"NAV_POINTS", "NAV_TYPE", "NAV_TYPES.NAV_TYPE"},
-        {"MOBS", "TYPE", "MOB_TYPES.MOB_TYPE"}, {"EQUIPMENT_CLASS", "CLASS_NAME", "CLASSES.CLASS_NAME"}};
+        {"MOBS_LOCATION", "SECTOR_NAME", "SECTORS.SECTOR_NAME"}, {"EQUIPMENTS", "MANUFACTURER", "MANUFACTURER.MANUFACTURER_NAME"},
+        {"AMO_STATS", "AMO_TYPE", "AMO_TYPES.AMO_TYPE"}, {"MOB_WEAKNESS", "WEAKNESS", "DAMAGE_TYPE.DAMAGE_TYPE"}};
     RawDb db(m_file);
     for (const auto& l : links) {
         const QString target = l[2];
@@ -74,17 +86,12 @@ void TestSampleData::oddCasesTheWindowsMustShow_data() {
     QTest::addColumn<QString>("sql"); // must count at least one row
     const char* const cases[][2] = {
         {"equipment with an apostrophe", "EQUIPMENTS WHERE EQUIPMENT_NAME = 'Hunter''s Lance Mk I'"},
-        {"MOB with an apostrophe", "MOBS WHERE MOB_NAME LIKE '%''%'"},
         {"component without type", "COMPONENTS WHERE TYPE IS NULL"},
         {"component typed Unknown", "COMPONENTS WHERE TYPE = 'Unknown'"},
-        {"lower-case type", "EQUIPMENTS WHERE TYPE = 'engine' COLLATE BINARY"},
         {"price -1, -2 and 0", "(SELECT DISTINCT PRICE FROM EQUIPMENTS WHERE PRICE IN (-1, -2, 0)) HAVING count(*) = 3"},
-        {"free ammunition", "EQUIPMENTS E JOIN AMO_STATS A ON A.EQUIPMENT_NAME = E.EQUIPMENT_NAME WHERE E.PRICE = 0"},
         {"special of 12.345 %", "EQUIP_SPECIALS WHERE AMOUNT = 12.345 AND UNITS = '%'"},
         {"boss", "MOB_STATS WHERE BOSS = 1"}, {"null temperament", "MOB_STATS WHERE BRAVERY IS NULL"},
-        {"MOB without attacks", "MOBS WHERE MOB_NAME NOT IN (SELECT MOB_NAME FROM MOB_ATTACK_TYPE)"},
         {"MOB at 51 or above", "MOB_STATS WHERE COMBAT_LEVEL >= 51"},
-        {"amount above 1", "EQUIPMENTS_COMPONENTS WHERE AMOUNT > 1"},
         {"equipment in two classes", "(SELECT 1 FROM EQUIPMENT_CLASS GROUP BY EQUIPMENTS_EQUIPMENT HAVING count(*) > 1)"},
         {"submitted", "RAW_MATERIALS WHERE SUBMITTED = 1"},
         {"custom field", "EQUIPMENTS WHERE CUSTOM_01 IS NOT NULL"}};
@@ -120,6 +127,92 @@ void TestSampleData::sameDataEveryTimeAndFilledOnce() {
     QVERIFY(!FillSampleData(m_dir.filePath("missing.vosk"), &error));
     QVERIFY(error.contains("does not exist"));
     QVERIFY(!QFile::exists(m_dir.filePath("missing.vosk")));
+}
+
+void TestSampleData::rowsOfEveryKindInTurn() {
+    const QString a = m_dir.filePath("a.vosk"), b = m_dir.filePath("b.vosk");
+    SyntheticCounts counts;
+    QVERIFY(GenerateSynthetic(a, 803, nullptr, &counts));
+    QVERIFY(GenerateSynthetic(b, 803));
+    RawDb db(a), other(b);
+    for (const QString& t : schema::tableNames()) { // the same file every time, every table but the player's filled
+        QCOMPARE(other.rows("SELECT * FROM \"" + t + '"'), db.rows("SELECT * FROM \"" + t + '"'));
+        QVERIFY2(t == "CHARACTERS" || db.count(t) > 0, qPrintable(t));
+    }
+    // Types in turn (803 = 100 of each and 3 more): beams, missiles and projectiles share the weapon table.
+    QCOMPARE(db.count("WEAPON_STATS"), 303);
+    QCOMPARE(db.count("AMO_STATS"), 100);
+    QCOMPARE(db.scalar("SELECT count(*) FROM EQUIPMENTS WHERE TYPE = 'Device'").toInt(), 100);
+    for (const QString& r : db.column("SELECT RAW_MATERIAL_NAME FROM RAW_MATERIALS LIMIT 50")) QVERIFY(!walkBuildTree(db, "R", r).cycle);
+}
+
+void TestSampleData::buildTreeHasExactlyTheNodes_data() {
+    QTest::addColumn<int>("nodes");
+    QTest::addColumn<int>("fanOut");
+    QTest::newRow("root alone") << 1 << 4;
+    QTest::newRow("a chain") << 12 << 1;
+    QTest::newRow("uneven last level") << 50 << 3;
+}
+
+void TestSampleData::buildTreeHasExactlyTheNodes() {
+    QFETCH(int, nodes);
+    QFETCH(int, fanOut);
+    const QString file = m_dir.filePath(QString("tree-%1.vosk").arg(nodes));
+    QVERIFY(CreateDatabase(file));
+    QString error;
+    QVERIFY2(GenerateBuildTree(file, "Deep Engine", nodes, fanOut, &error), qPrintable(error));
+    RawDb db(file);
+    const TreeWalk w = walkBuildTree(db, "E", "Deep Engine");
+    QVERIFY(!w.cycle);
+    QCOMPARE(w.nodes, qint64(nodes));
+    QCOMPARE(db.count("ENGINE_STATS"), 1); // the root is a complete engine
+    QCOMPARE(db.count("COMPONENTS") + db.count("RAW_MATERIALS"), qint64(nodes - 1));
+    if (nodes > 20) // deep trees go through every recipe kind the build view follows
+        for (const char* t : {"EQUIPMENTS_COMPONENTS", "COMPONENTS_UPGRADE_FROM", "COMPONENTS_RAW_MATERIALS", "RAW_MATERIALS_REFINES_FROM"})
+            QVERIFY2(db.count(t) > 0, t);
+}
+
+void TestSampleData::badInputWritesNothing() {
+    const QString file = m_dir.filePath("bad.vosk");
+    QVERIFY(CreateDatabase(file) && GenerateBuildTree(file, "Existing Engine", 1));
+    QString error;
+    for (const auto& [root, nodes, fanOut] : {std::tuple{"Root", 0, 4}, {"Root", 10, 0}, {"  ", 10, 4}, {"Existing Engine", 10, 4}})
+        QVERIFY(!GenerateBuildTree(file, root, nodes, fanOut, &error) && !error.isEmpty());
+    QCOMPARE(RawDb(file).count("COMPONENTS"), 0);
+    QVERIFY(!GenerateSynthetic(file, 10, &error)); // an existing file is not overwritten
+    QVERIFY(error.contains("already exists"));
+    QVERIFY(!GenerateSynthetic(m_dir.filePath("negative.vosk"), -1) && !QFile::exists(m_dir.filePath("negative.vosk")));
+}
+
+void TestSampleData::recipeCycleIsACycle() {
+    const QString file = m_dir.filePath("cycle.vosk");
+    QVERIFY(CreateDatabase(file) && FillSampleData(file));
+    const RecipeCycle names;
+    QVERIFY(AddRecipeCycle(file, names));
+    RawDb db(file);
+    const TreeWalk e = walkBuildTree(db, "E", names.equipment);
+    QVERIFY(e.cycle && e.cyclePath.contains(names.componentB.toLower()));
+    QVERIFY(!walkBuildTree(db, "E", "Hunter's Lance Mk IV").cycle); // the rest of the world stays acyclic
+    QVERIFY(!AddRecipeCycle(file, names)); // refused the second time
+}
+
+void TestSampleData::toolWritesEachKindAndRefusesBadArguments() {
+    QString err;
+    for (const auto& [args, message] : {std::pair{QStringList{"--sampel", "x.vosk"}, "Unknown option \"--sampel\""},
+                                        {QStringList{"--synthetic", "0", "x.vosk"}, "whole number above 0"}}) {
+        QCOMPARE(run(args, &err), 1);
+        QVERIFY2(err.contains(message), qPrintable(err));
+    }
+    QVERIFY(!QFile::exists("x.vosk"));
+    const QString file = m_dir.filePath("tool.vosk");
+    for (const auto& [args, equipment] : {std::pair{QStringList{"--synthetic", "80"}, 80}, {QStringList{"--tree", "30", "Deep Drive"}, 145}}) {
+        QCOMPARE(run(QStringList{"--force"} + args + QStringList{file}, &err), 0);
+        QCOMPARE(RawDb(file).count("EQUIPMENTS"), equipment);
+    }
+    QCOMPARE(run({"--create", file}, &err), 2);
+    QVERIFY(err.contains("already exists; use --force"));
+    QCOMPARE(run({"--tree", "10", "Hunter's Lance Mk I", m_dir.filePath("failed.vosk")}, &err), 3); // root taken by the sample world
+    QVERIFY(!QFile::exists(m_dir.filePath("failed.vosk")));
 }
 
 QTEST_GUILESS_MAIN(TestSampleData)
