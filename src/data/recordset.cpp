@@ -6,6 +6,11 @@
 #include <QRegularExpression>
 #include <sqlite3.h>
 
+VbError NoCurrentRecord() {
+    return VbError(3021, QStringLiteral("Either BOF or EOF is True, or the current record has been deleted. "
+                                        "Requested operation requires a current record."));
+}
+
 namespace {
 
 struct ShapeColumns {
@@ -14,7 +19,6 @@ struct ShapeColumns {
 };
 
 constexpr long kItemNotFound = 3265;
-constexpr long kNoCurrentRecord = 3021;
 
 QString fromUtf8(const unsigned char* text, int bytes) {
     return QString::fromUtf8(reinterpret_cast<const char*>(text), bytes);
@@ -33,8 +37,7 @@ void Recordset::Impl::requireCurrent() const {
     const bool none = cursor == ForwardOnly ? (atEnd || !stmt)
                                             : (!adding && (onDeleted || pos < 0 || pos >= rows.size()));
     if (none)
-        throw VbError(kNoCurrentRecord, QStringLiteral("Either BOF or EOF is True, or the current record has been "
-                                                       "deleted. Requested operation requires a current record."));
+        throw NoCurrentRecord();
 }
 
 Recordset::Recordset() : d(std::make_unique<Impl>()) {}

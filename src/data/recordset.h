@@ -10,6 +10,9 @@
 #include <QVariant>
 #include <memory>
 
+// The run-time error of reading where there is no current row (3021), for readers that find no record.
+VbError NoCurrentRecord();
+
 class Recordset {
 public:
     enum CursorType { ForwardOnly, Dynamic };

@@ -55,8 +55,7 @@ int FindType(const QString& equipmentName) {
         Recordset rs;
         rs.open("SELECT TYPE FROM EQUIPMENTS WHERE EQUIPMENT_NAME = '" + FixQuotes(equipmentName) + "'");
         if (rs.eof())
-            throw VbError(3021, QStringLiteral("Either BOF or EOF is True, or the current record has been "
-                                               "deleted. Requested operation requires a current record."));
+            throw NoCurrentRecord();
         const QString type = rs.value(0).toString();
         rs.close();
         return Enumerate(type);

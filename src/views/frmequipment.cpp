@@ -79,17 +79,10 @@ void frmEquipment::buildLayout() {
     m_specialsPage = specialsPage();
     top->addWidget(tabEquipment, 1);
 
-    auto* buttons = new QHBoxLayout;
-    buttons->addStretch(1);
-    cmdEdit = new QPushButton(QStringLiteral("&Edit"), this);
-    cmdEdit->setObjectName(QStringLiteral("cmdEdit"));
-    cmdPrint = new QPushButton(QStringLiteral("&Print"), this);
-    cmdPrint->setObjectName(QStringLiteral("cmdPrint"));
-    cmdClose = new QPushButton(QStringLiteral("&Close"), this);
-    cmdClose->setObjectName(QStringLiteral("cmdClose"));
-    buttons->addWidget(cmdEdit);
-    buttons->addWidget(cmdPrint);
-    buttons->addWidget(cmdClose);
+    QHBoxLayout* buttons = NewButtonRow();
+    cmdEdit = AddButton(buttons, this, QStringLiteral("&Edit"), QStringLiteral("cmdEdit"));
+    cmdPrint = AddButton(buttons, this, QStringLiteral("&Print"), QStringLiteral("cmdPrint"));
+    cmdClose = AddButton(buttons, this, QStringLiteral("&Close"), QStringLiteral("cmdClose"));
     top->addLayout(buttons);
 
     cmdEdit->setEnabled(editorOpener() != nullptr);

@@ -82,15 +82,10 @@ frmMOBs::frmMOBs(QWidget* parent) : QWidget(parent) {
     m_loot = new TreeWidgetSink(treLoot, true);
     AttachMarkerTreeCommands(treLoot, QStringLiteral("treLoot"), kTrees);
 
-    auto* buttons = new QHBoxLayout;
-    buttons->addStretch(1);
-    cmdEdit = new QPushButton(QStringLiteral("&Edit"), this);
-    cmdEdit->setObjectName(QStringLiteral("cmdEdit"));
+    QHBoxLayout* buttons = NewButtonRow();
+    cmdEdit = AddButton(buttons, this, QStringLiteral("&Edit"), QStringLiteral("cmdEdit"));
     cmdEdit->setEnabled(editorOpener() != nullptr);
-    cmdClose = new QPushButton(QStringLiteral("&Close"), this);
-    cmdClose->setObjectName(QStringLiteral("cmdClose"));
-    buttons->addWidget(cmdEdit);
-    buttons->addWidget(cmdClose);
+    cmdClose = AddButton(buttons, this, QStringLiteral("&Close"), QStringLiteral("cmdClose"));
     top->addLayout(buttons);
     connect(cmdClose, &QPushButton::clicked, this, &QWidget::close);
     connect(cmdEdit, &QPushButton::clicked, this, [this] {
@@ -112,8 +107,7 @@ void frmMOBs::loadFields(const QString& name) {
     rs.open("SELECT * FROM MOBS INNER JOIN MOB_STATS ON MOBS.MOB_NAME = MOB_STATS.MOB_NAME WHERE MOB_STATS.MOB_NAME = '" +
             FixQuotes(name) + "'");
     if (rs.eof())
-        throw VbError(3021, QStringLiteral("Either BOF or EOF is True, or the current record has been deleted. "
-                                           "Requested operation requires a current record."));
+        throw NoCurrentRecord();
     const QString mobName = NzString(rs.value(QStringLiteral("MOBS.MOB_NAME")));
     lblName->setText(mobName);
     setWindowTitle(mobName);

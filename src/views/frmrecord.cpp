@@ -38,10 +38,6 @@ QListWidget* listBox(QWidget* page, QHBoxLayout* row, const QString& title, cons
     return list;
 }
 
-QString noRecord() {
-    return QStringLiteral("Either BOF or EOF is True, or the current record has been deleted. Requested operation "
-                          "requires a current record.");
-}
 } // namespace
 
 QString frmRecordView::captionFor(Kind kind, const QString& name) {
@@ -102,20 +98,13 @@ frmRecordView::frmRecordView(Kind kind, QWidget* parent) : QWidget(parent), m_ki
     }
     top->addWidget(tabRecord, 1);
 
-    auto* buttons = new QHBoxLayout;
-    buttons->addStretch(1);
-    cmdBuildView = new QPushButton(QStringLiteral("&Build View"), this);
-    cmdBuildView->setObjectName(QStringLiteral("cmdBuildView"));
+    QHBoxLayout* buttons = NewButtonRow();
+    cmdBuildView = AddButton(buttons, this, QStringLiteral("&Build View"), QStringLiteral("cmdBuildView"));
     cmdBuildView->setVisible(kind == Component || kind == RawMaterial);
-    cmdEdit = new QPushButton(QStringLiteral("&Edit"), this);
-    cmdEdit->setObjectName(QStringLiteral("cmdEdit"));
+    cmdEdit = AddButton(buttons, this, QStringLiteral("&Edit"), QStringLiteral("cmdEdit"));
     cmdEdit->setVisible(kind != Station);
     cmdEdit->setEnabled(editorOpener() != nullptr);
-    cmdClose = new QPushButton(QStringLiteral("&Close"), this);
-    cmdClose->setObjectName(QStringLiteral("cmdClose"));
-    buttons->addWidget(cmdBuildView);
-    buttons->addWidget(cmdEdit);
-    buttons->addWidget(cmdClose);
+    cmdClose = AddButton(buttons, this, QStringLiteral("&Close"), QStringLiteral("cmdClose"));
     top->addLayout(buttons);
     connect(cmdClose, &QPushButton::clicked, this, &QWidget::close);
     connect(cmdEdit, &QPushButton::clicked, this, [this] {
@@ -177,7 +166,7 @@ void frmRecordView::load(const QString& name) {
         Recordset rs;
         rs.open(QLatin1String(rowSql[m_kind]) + q + "'");
         if (rs.eof())
-            throw VbError(3021, noRecord());
+            throw NoCurrentRecord();
         switch (m_kind) {
         case Component: loadComponent(rs); break;
         case RawMaterial: loadRawMaterial(rs); break;

@@ -62,8 +62,7 @@ PropertySheet EquipmentPropertySheet(const QString& name, int typeIndex) {
         rs.open(GetSQL(typeIndex, false, false, true, true, QString(), false) + " AND EQUIPMENTS.EQUIPMENT_NAME = '" +
                 q + "'");
         if (rs.eof())
-            throw VbError(3021, QStringLiteral("Either BOF or EOF is True, or the current record has been deleted. "
-                                               "Requested operation requires a current record."));
+            throw NoCurrentRecord();
         sheet.subtitle = "Level " + NzString(rs.value(3)) + " " + NzString(rs.value(1));
         if (NzBool(rs.value(7)))
             sheet.subtitle = "Unique " + sheet.subtitle;

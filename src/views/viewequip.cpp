@@ -23,9 +23,6 @@
 #include <cmath>
 
 namespace {
-const QString kNoRecord = QStringLiteral(
-    "Either BOF or EOF is True, or the current record has been deleted. Requested operation requires a current record.");
-
 // A figure read back from a value box as shown ("1,250" or "12.5").
 double boxNumber(const QLineEdit* box) {
     return box->text().isEmpty() ? 0.0 : NzDouble(QVariant(box->text()));
@@ -66,7 +63,7 @@ void frmEquipment::load(const QString& name, int typeIndex, const QString& typeN
     Recordset rs;
     rs.open(GetSQL(typeIndex, false, false, true, true, QString(), false) + " AND EQUIPMENTS.EQUIPMENT_NAME = '" + q + "'");
     if (rs.eof())
-        throw VbError(3021, kNoRecord);
+        throw NoCurrentRecord();
     fillHeader(rs);
     fillStatistics(rs);
     const QPixmap icon = QPixmap::fromImage(GetItemIcon(NzLong(rs.value(10))));
@@ -183,7 +180,7 @@ void frmEquipment::lstAmmo_Click() {
         Recordset rs;
         rs.open("SELECT DAMAGE, MANEUVERABILITY, RANGE FROM AMO_STATS WHERE EQUIPMENT_NAME = '" + FixQuotes(item->text()) + "'");
         if (rs.eof())
-            throw VbError(3021, kNoRecord);
+            throw NoCurrentRecord();
         const double damage = NzDouble(rs.value(0));
         txtAmmoName->setText(item->text());
         txtAmmoDamage->setText(NzString(rs.value(0)));

@@ -13,6 +13,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QListWidget>
 #include <QPlainTextEdit>
 #include <QTreeWidget>
@@ -112,6 +113,19 @@ QLineEdit* NewBox(QWidget* parent, const QString& objectName) {
     box->setObjectName(objectName);
     box->setReadOnly(true);
     return box;
+}
+
+QHBoxLayout* NewButtonRow() {
+    auto* row = new QHBoxLayout;
+    row->addStretch(1);
+    return row;
+}
+
+QPushButton* AddButton(QHBoxLayout* row, QWidget* parent, const QString& caption, const QString& objectName) {
+    auto* button = new QPushButton(caption, parent);
+    button->setObjectName(objectName);
+    row->addWidget(button);
+    return button;
 }
 
 QWidget* NewTreePage(QTreeWidget*& tree, const QString& objectName) {

@@ -12,6 +12,7 @@ class QLabel;
 class QLineEdit;
 class QListWidget;
 class QPlainTextEdit;
+class QPushButton;
 class QTreeWidget;
 class QTreeWidgetItem;
 class QWidget;
@@ -56,6 +57,9 @@ void FillList(QListWidget* list, const QString& sql);
 QTreeWidget* NewTree(QWidget* parent, const QString& objectName);
 QListWidget* NewList(QWidget* parent, const QString& objectName);
 QLineEdit* NewBox(QWidget* parent, const QString& objectName);
+// The row of command buttons at the foot of a record window, and one named button added to it.
+QHBoxLayout* NewButtonRow();
+QPushButton* AddButton(QHBoxLayout* row, QWidget* parent, const QString& caption, const QString& objectName);
 // A page holding nothing but a new tree.
 QWidget* NewTreePage(QTreeWidget*& tree, const QString& objectName);
 // A page holding nothing but the read-only comments box ("txtComments").

@@ -1,5 +1,6 @@
 #pragma once
 // The engine's tests run on a new database of the real schema with a few rows of their own.
+#include "data/recordset.h"
 #include "data/schema.h"
 
 #include <QFile>
@@ -33,6 +34,13 @@ INSERT INTO SECTORS VALUES ('Drift', 'Home');
 INSERT INTO STATIONS (STATION_NAME, SECTORS_SECTOR) VALUES ('Dock One', 'Drift');
 INSERT INTO CHARACTERS VALUES ('Pilot');
 )SQL";
+
+// The first column of the first row, as a whole number.
+inline long count(const QString& sql, Database& cn) {
+    Recordset rs;
+    rs.open(sql, cn);
+    return long(rs.intValue(0));
+}
 
 // Writes the database into dir as "data.vosk" and returns its path (empty on failure).
 inline QString create(const QTemporaryDir& dir) {

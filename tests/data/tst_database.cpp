@@ -24,11 +24,7 @@ private Q_SLOTS:
     void fixQuotes();
 
 private:
-    long count(const QString& sql) {
-        Recordset rs;
-        rs.open(sql, m_cn);
-        return long(rs.intValue(0));
-    }
+    long count(const QString& sql) { return enginedb::count(sql, m_cn); }
     QTemporaryDir* m_dir = nullptr;
     QString m_path;
     Database m_cn;
