@@ -2,7 +2,7 @@
 # Installs the Debian 12 packages that building, running and testing VOSK need.
 set -euo pipefail
 packages=(build-essential cmake qt6-base-dev libgl-dev libsqlite3-dev libcurl4-openssl-dev
-          xvfb xauth)
+          clang-format xvfb xauth)
 missing=()
 for p in "${packages[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q 'install ok installed' || missing+=("$p")

@@ -4,11 +4,12 @@
 
 #include "app/mainsettings.h"
 #include "app/modmain_app.h"
+#include "core/childwindows.h"
 #include "core/imagestore.h"
 #include "core/inifile.h"
 #include "core/settings.h"
-#include "lists/listmodel.h"
 #include "lists/frmfind.h"
+#include "lists/listmodel.h"
 #include "lists/listviewsort.h"
 
 #include <QCloseEvent>
@@ -31,7 +32,9 @@ const char* const VersionText =
     VOSK_STR(VOSK_VERSION_MAJOR) "." VOSK_STR(VOSK_VERSION_MINOR) "." VOSK_STR(VOSK_VERSION_REVISION);
 } // namespace
 
-frmMain* mainWindow() { return currentMain(); }
+frmMain* mainWindow() {
+    return currentMain();
+}
 
 void ItemListView::setBackgroundPicture(const QImage& picture) {
     m_picture = picture;
@@ -52,6 +55,7 @@ void ItemListView::paintEvent(QPaintEvent* event) {
 
 frmMain::frmMain(QWidget* parent) : QMainWindow(parent), d(new Impl(this)) {
     currentMain() = this;
+    SetOwnerWindow(this);
     setObjectName(QStringLiteral("frmMain"));
     setWindowTitle(QStringLiteral("VOSK v") + QLatin1String(VersionText));
     buildWidgets();
@@ -74,8 +78,10 @@ frmMain::frmMain(QWidget* parent) : QMainWindow(parent), d(new Impl(this)) {
 }
 
 frmMain::~frmMain() {
-    if (currentMain() == this)
+    if (currentMain() == this) {
         currentMain() = nullptr;
+        SetOwnerWindow(nullptr);
+    }
     delete d;
 }
 
@@ -157,8 +163,8 @@ void frmMain::setToolTips() {
     if (!opt::flag(opt::Tooltips))
         return;
     const QList<QPair<QWidget*, const char*>> tips = {
-        {lstItems, "EQUIPMENT_LIST"}, {cmbData, "DATA"},         {cmbEquipType, "EQUIP_TYPE"},
-        {cmbLevel, "EQUIP_LEVEL"},    {cmbChecked, "CHECKED"},    {cmbCompType, "COMP_TYPE"},
+        {lstItems, "EQUIPMENT_LIST"}, {cmbData, "DATA"},       {cmbEquipType, "EQUIP_TYPE"},
+        {cmbLevel, "EQUIP_LEVEL"},    {cmbChecked, "CHECKED"}, {cmbCompType, "COMP_TYPE"},
         {cmbSubType, "SUB_TYPE"},     {cmbRace, "RACE"}};
     for (const auto& [widget, key] : tips)
         widget->setToolTip(ReadVoskIni(QStringLiteral("Main"), QLatin1String(key))
@@ -176,27 +182,33 @@ void frmMain::setPanelText(const QString& key, const QString& text) {
 }
 
 void frmMain::setInteractionPanel(bool on) {
-    setPanelText(QStringLiteral("Interaction"),
-                 on ? QStringLiteral("Game Interaction: Enabled") : QStringLiteral("Game Interaction: Disabled"));
+    setPanelText(QStringLiteral("Interaction"), on ? QStringLiteral("Game Interaction: Enabled")
+                                                   : QStringLiteral("Game Interaction: Disabled"));
 }
 
 void frmMain::setBackgroundShown(bool shown) {
     d->background = shown;
     auto* list = static_cast<ItemListView*>(lstItems);
-    list->setBackgroundPicture(shown ? ImageStore::instance().picture(QStringLiteral("IMAGE"),
-                                                                      QStringLiteral("BG_VOSK.GIF"))
-                                     : QImage());
+    list->setBackgroundPicture(
+        shown ? ImageStore::instance().picture(QStringLiteral("IMAGE"), QStringLiteral("BG_VOSK.GIF"))
+              : QImage());
 }
 
 bool frmMain::backgroundShown() const {
     return d->background && !static_cast<ItemListView*>(lstItems)->backgroundPicture().isNull();
 }
 
-QString frmMain::category() const { return cmbData->currentText(); }
+QString frmMain::category() const {
+    return cmbData->currentText();
+}
 
-ListModel* frmMain::model() const { return d->model; }
+ListModel* frmMain::model() const {
+    return d->model;
+}
 
-frmFind* frmMain::findDialog() const { return d->find; }
+frmFind* frmMain::findDialog() const {
+    return d->find;
+}
 
 QString frmMain::selectedName() const {
     const QModelIndex current = lstItems->currentIndex();
@@ -215,4 +227,6 @@ void frmMain::closeEvent(QCloseEvent* event) {
     ShutDown();
 }
 
-void frmMain::CheckCharacters() { ::CheckCharacters(); }
+void frmMain::CheckCharacters() {
+    ::CheckCharacters();
+}

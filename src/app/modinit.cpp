@@ -2,12 +2,12 @@
 #include "app/frmsplash.h"
 #include "app/modmain_app.h"
 #include "app/singleinstance.h"
+#include "core/childwindows.h"
 #include "core/imagestore.h"
 #include "core/programfolder.h"
 #include "core/prompt.h"
 #include "core/settings.h"
 #include "data/database.h"
-#include "views/childwindows.h"
 
 #include <QApplication>
 #include <QPointer>
@@ -38,7 +38,9 @@ std::function<void(long)>& observerRef() {
 
 namespace fs = std::filesystem;
 
-fs::path nativePath(const QString& path) { return fs::path(path.toStdU16String()); }
+fs::path nativePath(const QString& path) {
+    return fs::path(path.toStdU16String());
+}
 
 // On this platform the read-only attribute is the owner's write permission.
 bool isReadOnly(const fs::path& file) {
@@ -81,8 +83,12 @@ QString ConnectionText() {
     return ProviderPrefix() + QStringLiteral("Data Source=") + databasePath() + QStringLiteral(";");
 }
 
-void setMainWindowFactory(std::function<QWidget*()> factory) { factoryRef() = std::move(factory); }
-void setPreloadObserver(std::function<void(long)> observer) { observerRef() = std::move(observer); }
+void setMainWindowFactory(std::function<QWidget*()> factory) {
+    factoryRef() = std::move(factory);
+}
+void setPreloadObserver(std::function<void(long)> observer) {
+    observerRef() = std::move(observer);
+}
 
 void UnloadAllWindows() {
     CloseChildWindows();
@@ -122,11 +128,12 @@ void RunVOSK() {
 
         const fs::path file = nativePath(databasePath());
         if (isReadOnly(file)) {
-            const int answer = MsgBox(
-                QStringLiteral("The database file is currently set to read-only. Running VOSK with a read-only "
-                               "database could cause potential problems.\r\nWould you like to remove the "
-                               "read-only attribute from the file?"),
-                vb::YesNo + vb::Question, QStringLiteral("Read-Only Database"));
+            const int answer =
+                MsgBox(QStringLiteral(
+                           "The database file is currently set to read-only. Running VOSK with a read-only "
+                           "database could cause potential problems.\r\nWould you like to remove the "
+                           "read-only attribute from the file?"),
+                       vb::YesNo + vb::Question, QStringLiteral("Read-Only Database"));
             // On No start-up goes on; later writes fail and are reported as database errors.
             if (answer == vb::Yes)
                 clearReadOnly(file);
@@ -173,8 +180,8 @@ void RunVOSK() {
         // Without preloading the splash stays up and closes itself once the main window has been shown.
         main->show();
     } catch (const VbError& err) {
-        MsgBox(QStringLiteral("Error ") + QString::number(err.number) + QStringLiteral(" (") + err.description +
-               QStringLiteral(") in procedure RunVOSK of Module modInit"));
+        MsgBox(QStringLiteral("Error ") + QString::number(err.number) + QStringLiteral(" (") +
+               err.description + QStringLiteral(") in procedure RunVOSK of Module modInit"));
     } catch (const std::exception& err) {
         MsgBox(QStringLiteral("Error 5 (") + QString::fromLocal8Bit(err.what()) +
                QStringLiteral(") in procedure RunVOSK of Module modInit"));

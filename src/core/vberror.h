@@ -6,8 +6,8 @@
 #include <stdexcept>
 
 struct VbError : std::runtime_error {
-    VbError(long number, const QString& description)
-        : std::runtime_error(description.toStdString()), number(number), description(description) {}
+    VbError(long errorNumber, const QString& errorText)
+        : std::runtime_error(errorText.toStdString()), number(errorNumber), description(errorText) {}
     long number;
     QString description;
 };

@@ -3,8 +3,8 @@
 #include "lists/finditem.h"
 #include "lists/listmodel.h"
 
+#include "core/childwindows.h"
 #include "core/prompt.h"
-#include "views/childwindows.h"
 
 #include <QAbstractItemView>
 #include <QCheckBox>
@@ -83,7 +83,9 @@ void frmFind::chkMarkAll_Click() {
     fraDirection->setEnabled(!all);
 }
 
-void frmFind::txtSearchText_Change() { cmdFindNext->setEnabled(!txtSearchText->text().isEmpty()); }
+void frmFind::txtSearchText_Change() {
+    cmdFindNext->setEnabled(!txtSearchText->text().isEmpty());
+}
 
 void frmFind::cmdFindNext_Click() {
     FindItem();
@@ -107,11 +109,12 @@ int frmFind::FindItem() {
             selected = rows.first().row() + 1;
     }
     const bool down = optDown->isChecked() || !optUp->isChecked();
-    const int found = UberFindItem(txtSearchText->text(), selected + 1, *m_model, down,
-                                   chkNamesOnly->isChecked(), chkMatchCase->isChecked(),
-                                   chkMarkAll->isChecked());
+    const int found =
+        UberFindItem(txtSearchText->text(), selected + 1, *m_model, down, chkNamesOnly->isChecked(),
+                     chkMatchCase->isChecked(), chkMarkAll->isChecked());
     if (found == 0) {
-        MsgBox(QStringLiteral("The search critiria was not found"), vb::Information, QStringLiteral("Not Found"));
+        MsgBox(QStringLiteral("The search critiria was not found"), vb::Information,
+               QStringLiteral("Not Found"));
     } else {
         const QModelIndex index = m_model->index(found - 1, 0);
         m_list->scrollTo(index);

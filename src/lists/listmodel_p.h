@@ -13,8 +13,8 @@ struct ListModel::Impl {
     std::vector<liststore::Column> cols;
     liststore::ChunkedVector<uint8_t> flags; // per stored row
     size_t rows = 0;
-    std::vector<uint32_t> order;            // view row -> stored row
-    mutable std::vector<uint32_t> inverse;  // stored row -> view row, made when asked for
+    std::vector<uint32_t> order;                 // view row -> stored row
+    mutable std::vector<uint32_t> inverse;       // stored row -> view row, made when asked for
     std::vector<std::vector<uint64_t>> cellBold; // per column, bits by stored row
     ListColors colors;
     int sortKey = -1;
@@ -27,7 +27,7 @@ struct ListModel::Impl {
     qint64 cellDate(size_t src, int col, QString& scratch) const;
     // Reorders the rows by a column in the given order, stable against the current view order.
     // Returns the new view-to-stored index.
-    std::vector<uint32_t> sortedOrder(int col, int sortOrder) const;
+    std::vector<uint32_t> sortedOrder(int col, int direction) const;
     uint32_t viewOf(uint32_t src) const;
     // An empty list that keeps this one's sort column and order (for a clear or a reload).
     std::unique_ptr<Impl> emptyKeepingSort() const;

@@ -80,7 +80,9 @@ uint64_t orderedDouble(double v) {
     return (u & sign) ? ~u : (u | sign);
 }
 
-uint64_t orderedInt(qint64 v) { return uint64_t(v) ^ (uint64_t(1) << 63); }
+uint64_t orderedInt(qint64 v) {
+    return uint64_t(v) ^ (uint64_t(1) << 63);
+}
 
 void radixSort(KeyPos* v, size_t n, std::vector<KeyPos>& tmp) {
     if (n < 64) {
@@ -167,9 +169,9 @@ struct TextSorter {
 };
 } // namespace
 
-std::vector<uint32_t> ListModel::Impl::sortedOrder(int col, int sortOrder) const {
+std::vector<uint32_t> ListModel::Impl::sortedOrder(int col, int direction) const {
     const size_t n = order.size();
-    const bool descending = sortOrder == ListModel::Descending;
+    const bool descending = direction == ListModel::Descending;
     const QString tag = cols[size_t(col)].tag.toUpper();
     const Column& c = cols[size_t(col)];
     std::vector<uint32_t> result(n);
@@ -298,9 +300,15 @@ void ListModel::setSort(int key, int order) {
     Q_EMIT layoutChanged({}, QAbstractItemModel::VerticalSortHint);
 }
 
-int ListModel::sortKey() const { return d->sortKey; }
-int ListModel::sortOrder() const { return d->sortOrder; }
-bool ListModel::isSorted() const { return d->sorted; }
+int ListModel::sortKey() const {
+    return d->sortKey;
+}
+int ListModel::sortOrder() const {
+    return d->sortOrder;
+}
+bool ListModel::isSorted() const {
+    return d->sorted;
+}
 
 int ListModel::sourceRow(int row) const {
     return row >= 0 && size_t(row) < d->rows ? int(d->order[size_t(row)]) : -1;

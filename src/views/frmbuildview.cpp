@@ -1,7 +1,7 @@
 #include "views/frmbuildview.h"
 
+#include "core/childwindows.h"
 #include "data/errorreport.h"
-#include "views/childwindows.h"
 #include "views/openviews.h"
 #include "views/printsheet.h"
 #include "views/viewnav.h"
@@ -50,13 +50,16 @@ frmBuildView::frmBuildView(QWidget* parent) : QWidget(parent) {
     resize(460, 520);
 }
 
-frmBuildView::~frmBuildView() { delete m_nodes; }
+frmBuildView::~frmBuildView() {
+    delete m_nodes;
+}
 
 void frmBuildView::build(const QString& name, const QString& kind) {
     m_nodes->clear();
     bool recurse = true;
     if (kind == QLatin1String("Raw Materials")) {
-        m_nodes->addNode(QString(), name, name, IsRefined(name) ? buildimg::RefinedRawMaterial : buildimg::RawMaterial);
+        m_nodes->addNode(QString(), name, name,
+                         IsRefined(name) ? buildimg::RefinedRawMaterial : buildimg::RawMaterial);
         BuildRawMatTree(name, name, *m_nodes, recurse);
     } else if (kind == QLatin1String("Components")) {
         m_nodes->addNode(QString(), name, name, buildimg::Component);
@@ -68,7 +71,9 @@ void frmBuildView::build(const QString& name, const QString& kind) {
     }
 }
 
-QString frmBuildView::clipboardText() const { return TreeWidgetClipboardText(m_nodes->itemsInOrder()); }
+QString frmBuildView::clipboardText() const {
+    return TreeWidgetClipboardText(m_nodes->itemsInOrder());
+}
 
 void frmBuildView::mnuEditCopy_Click() {
     QClipboard* clip = QApplication::clipboard();
@@ -77,7 +82,8 @@ void frmBuildView::mnuEditCopy_Click() {
 }
 
 void frmBuildView::mnuFilePrint_Click() {
-    QString html = "<html><body><h2>" + windowTitle().toHtmlEscaped() + "</h2><p style=\"font-family: monospace;\">";
+    QString html =
+        "<html><body><h2>" + windowTitle().toHtmlEscaped() + "</h2><p style=\"font-family: monospace;\">";
     for (QTreeWidgetItem* item : m_nodes->itemsInOrder()) {
         int depth = 0;
         for (QTreeWidgetItem* p = item->parent(); p; p = p->parent())

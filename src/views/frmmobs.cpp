@@ -1,7 +1,7 @@
 #include "views/frmmobs.h"
 
+#include "core/childwindows.h"
 #include "data/errorreport.h"
-#include "views/childwindows.h"
 #include "data/quotes.h"
 #include "data/recordset.h"
 #include "views/mobtrees.h"
@@ -62,18 +62,21 @@ frmMOBs::frmMOBs(QWidget* parent) : QWidget(parent) {
     auto* temper = new QGroupBox(QStringLiteral("Temperament"), attributes);
     auto* tf = new QFormLayout(temper);
     txtBravery = row(tf, temper, QStringLiteral("Bravery:"), QStringLiteral("txtBravery"));
-    txtAggressiveness = row(tf, temper, QStringLiteral("Aggressiveness:"), QStringLiteral("txtAggressiveness"));
+    txtAggressiveness =
+        row(tf, temper, QStringLiteral("Aggressiveness:"), QStringLiteral("txtAggressiveness"));
     txtAltruism = row(tf, temper, QStringLiteral("Altruism:"), QStringLiteral("txtAltruism"));
     txtInteligence = row(tf, temper, QStringLiteral("Intelligence:"), QStringLiteral("txtInteligence"));
     txtLastUpdated = row(tf, temper, QStringLiteral("Last Updated:"), QStringLiteral("txtLastUpdated"));
     txtLastUpdated->setAlignment(Qt::AlignLeft);
-    txtLastUpdated->setMinimumWidth(txtLastUpdated->fontMetrics().horizontalAdvance(QStringLiteral("0000-00-00 00:00:00 ")) + 12);
+    txtLastUpdated->setMinimumWidth(
+        txtLastUpdated->fontMetrics().horizontalAdvance(QStringLiteral("0000-00-00 00:00:00 ")) + 12);
     cols->addWidget(temper, 1);
     tabMOBData->addTab(attributes, QStringLiteral("Attributes"));
 
     tabMOBData->addTab(NewCommentsPage(txtComments), QStringLiteral("Comments"));
 
-    tabMOBData->addTab(NewTreePage(treTactical, QStringLiteral("treTactical")), QStringLiteral("Tactical Info"));
+    tabMOBData->addTab(NewTreePage(treTactical, QStringLiteral("treTactical")),
+                       QStringLiteral("Tactical Info"));
     tabMOBData->addTab(NewTreePage(treSpawn, QStringLiteral("treSpawn")), QStringLiteral("Spawn Locations"));
     tabMOBData->addTab(NewTreePage(treLoot, QStringLiteral("treLoot")), QStringLiteral("Loot Drops"));
     top->addWidget(tabMOBData, 1);
@@ -104,25 +107,31 @@ frmMOBs::~frmMOBs() {
 void frmMOBs::loadFields(const QString& name) {
     m_name = name;
     Recordset rs;
-    rs.open("SELECT * FROM MOBS INNER JOIN MOB_STATS ON MOBS.MOB_NAME = MOB_STATS.MOB_NAME WHERE MOB_STATS.MOB_NAME = '" +
-            FixQuotes(name) + "'");
+    rs.open(
+        "SELECT * FROM MOBS INNER JOIN MOB_STATS ON MOBS.MOB_NAME = MOB_STATS.MOB_NAME WHERE MOB_STATS.MOB_NAME = '" +
+        FixQuotes(name) + "'");
     if (rs.eof())
         throw NoCurrentRecord();
     const QString mobName = NzString(rs.value(QStringLiteral("MOBS.MOB_NAME")));
     lblName->setText(mobName);
     setWindowTitle(mobName);
-    lblType->setText(MobTypeLine(NzString(rs.value(QStringLiteral("COMBAT_LEVEL"))), NzString(rs.value(QStringLiteral("TYPE"))),
+    lblType->setText(MobTypeLine(NzString(rs.value(QStringLiteral("COMBAT_LEVEL"))),
+                                 NzString(rs.value(QStringLiteral("TYPE"))),
                                  NzBool(rs.value(QStringLiteral("BOSS")))));
     txtFaction->setText(NzString(rs.value(QStringLiteral("FACTION")), QStringLiteral("Unknown")));
     txtLevel->setText(NzString(rs.value(QStringLiteral("COMBAT_LEVEL"))));
-    const std::pair<QLineEdit*, const char*> figures[] = {
-        {txtShield, "SHIELD"}, {txtHull, "HULL"}, {txtMass, "MASS"},
-        {txtSignature, "SIGNATURE"}, {txtScanRange, "SCAN_RANGE"}, {txtAggroRange, "AGGRO_RANGE"}};
+    const std::pair<QLineEdit*, const char*> figures[] = {{txtShield, "SHIELD"},
+                                                          {txtHull, "HULL"},
+                                                          {txtMass, "MASS"},
+                                                          {txtSignature, "SIGNATURE"},
+                                                          {txtScanRange, "SCAN_RANGE"},
+                                                          {txtAggroRange, "AGGRO_RANGE"}};
     for (const auto& [box, column] : figures)
         box->setText(NzString(rs.value(QLatin1String(column))));
-    const std::pair<QLineEdit*, const char*> temperament[] = {
-        {txtBravery, "BRAVERY"}, {txtAggressiveness, "AGGRESSIVENESS"}, {txtAltruism, "ALTRUISM"},
-        {txtInteligence, "INTELIGENCE"}};
+    const std::pair<QLineEdit*, const char*> temperament[] = {{txtBravery, "BRAVERY"},
+                                                              {txtAggressiveness, "AGGRESSIVENESS"},
+                                                              {txtAltruism, "ALTRUISM"},
+                                                              {txtInteligence, "INTELIGENCE"}};
     for (const auto& [box, column] : temperament)
         box->setText(NzString(rs.value(QLatin1String(column)), QStringLiteral("No Entry")));
     txtComments->setPlainText(NzString(rs.value(QStringLiteral("COMMENTS"))));

@@ -1,10 +1,10 @@
 #include "views/frmrecord.h"
 
+#include "core/childwindows.h"
 #include "core/imagestore.h"
 #include "data/errorreport.h"
 #include "data/quotes.h"
 #include "data/recordset.h"
-#include "views/childwindows.h"
 #include "views/mobtrees.h"
 #include "views/openviews.h"
 #include "views/recordtrees.h"
@@ -44,7 +44,9 @@ QString frmRecordView::captionFor(Kind kind, const QString& name) {
     return QLatin1String(kWords[kind]) + QLatin1String(": ") + name;
 }
 
-QString frmRecordView::formName() const { return QStringLiteral("Form ") + QLatin1String(kForms[m_kind]); }
+QString frmRecordView::formName() const {
+    return QStringLiteral("Form ") + QLatin1String(kForms[m_kind]);
+}
 
 QString frmRecordView::procedureName() const {
     static const char* const procs[] = {"ViewComponent", "ViewRawMaterial", "ViewItem", "ViewStation"};
@@ -74,14 +76,18 @@ frmRecordView::frmRecordView(Kind kind, QWidget* parent) : QWidget(parent), m_ki
         m_usedIn = new TreeWidgetSink(treUsedIn, false);
         AttachMarkerTreeCommands(treUsedIn, QStringLiteral("treSells"), form);
     } else {
-        lstBuyLocations = listBox(places, row, QStringLiteral("Bought At"), QStringLiteral("lstBuyLocations"));
-        AttachListOpener(lstBuyLocations, QStringLiteral("Station"), QStringLiteral("lstBuyLocations_DblClick"), form);
+        lstBuyLocations =
+            listBox(places, row, QStringLiteral("Bought At"), QStringLiteral("lstBuyLocations"));
+        AttachListOpener(lstBuyLocations, QStringLiteral("Station"),
+                         QStringLiteral("lstBuyLocations_DblClick"), form);
         if (kind == RawMaterial)
-            lstMineLocations = listBox(places, row, QStringLiteral("Mined In"), QStringLiteral("lstMineLocations"));
+            lstMineLocations =
+                listBox(places, row, QStringLiteral("Mined In"), QStringLiteral("lstMineLocations"));
         tabRecord->addTab(places, QStringLiteral("Locations"));
         if (kind != Item) {
             tabRecord->addTab(NewTreePage(treBlueprint, QStringLiteral("treBlueprint")),
-                              kind == RawMaterial ? QStringLiteral("Refined From") : QStringLiteral("Blueprint"));
+                              kind == RawMaterial ? QStringLiteral("Refined From")
+                                                  : QStringLiteral("Blueprint"));
             m_blueprint = new TreeWidgetSink(treBlueprint, false);
             AttachBuildTreeCommands(treBlueprint, QStringLiteral("treBlueprint"), form);
         }
@@ -112,7 +118,8 @@ frmRecordView::frmRecordView(Kind kind, QWidget* parent) : QWidget(parent), m_ki
             open(QLatin1String(kEditorKinds[m_kind]), m_name);
     });
     connect(cmdBuildView, &QPushButton::clicked, this, [this] {
-        ShowBuildView(m_name, m_kind == Component ? QStringLiteral("Components") : QStringLiteral("Raw Materials"));
+        ShowBuildView(m_name,
+                      m_kind == Component ? QStringLiteral("Components") : QStringLiteral("Raw Materials"));
     });
     resize(600, 440);
 }
@@ -123,7 +130,9 @@ frmRecordView::~frmRecordView() {
     delete m_mobs;
 }
 
-QList<QPair<QString, QString>> frmRecordView::fields() const { return m_fields; }
+QList<QPair<QString, QString>> frmRecordView::fields() const {
+    return m_fields;
+}
 
 void frmRecordView::addField(const QString& caption, const QString& value) {
     QLineEdit* box = NewBox(this, QStringLiteral("txtField_%1").arg(m_fields.size()));
@@ -168,10 +177,18 @@ void frmRecordView::load(const QString& name) {
         if (rs.eof())
             throw NoCurrentRecord();
         switch (m_kind) {
-        case Component: loadComponent(rs); break;
-        case RawMaterial: loadRawMaterial(rs); break;
-        case Item: loadItem(rs); break;
-        case Station: loadStation(rs); break;
+        case Component:
+            loadComponent(rs);
+            break;
+        case RawMaterial:
+            loadRawMaterial(rs);
+            break;
+        case Item:
+            loadItem(rs);
+            break;
+        case Station:
+            loadStation(rs);
+            break;
         }
         const int pic = rs.fieldIndex(QStringLiteral("PIC_ID"));
         if (pic >= 0)
@@ -188,19 +205,22 @@ void frmRecordView::load(const QString& name) {
     bool recurse = true;
     switch (m_kind) {
     case Component:
-        FillList(lstBuyLocations, "SELECT STATIONS_STATION FROM BUY_COMPONENT_LOCATIONS WHERE COMPONENTS_COMPONENT = '" + q +
-                                      "' ORDER BY STATIONS_STATION");
+        FillList(lstBuyLocations,
+                 "SELECT STATIONS_STATION FROM BUY_COMPONENT_LOCATIONS WHERE COMPONENTS_COMPONENT = '" + q +
+                     "' ORDER BY STATIONS_STATION");
         m_blueprint->addNode(QString(), name, name, buildimg::Component);
         BuildCompTree(name, name, *m_blueprint, recurse);
         PopulateUsedIn(RecordKind::Component, name, *m_usedIn);
         PopulateMOBs(name);
         break;
     case RawMaterial:
-        FillList(lstBuyLocations, "SELECT STATIONS_STATION FROM BUY_RAW_MATERIAL_LOCATIONS WHERE RAW_MATERIAL = '" + q +
-                                      "' ORDER BY STATIONS_STATION");
+        FillList(lstBuyLocations,
+                 "SELECT STATIONS_STATION FROM BUY_RAW_MATERIAL_LOCATIONS WHERE RAW_MATERIAL = '" + q +
+                     "' ORDER BY STATIONS_STATION");
         FillList(lstMineLocations, "SELECT SECTORS_SECTOR FROM MINE_LOCATIONS WHERE RAW_MATERIAL = '" + q +
                                        "' ORDER BY SECTORS_SECTOR");
-        m_blueprint->addNode(QString(), name, name, IsRefined(name) ? buildimg::RefinedRawMaterial : buildimg::RawMaterial);
+        m_blueprint->addNode(QString(), name, name,
+                             IsRefined(name) ? buildimg::RefinedRawMaterial : buildimg::RawMaterial);
         BuildRawMatTree(name, name, *m_blueprint, recurse);
         PopulateUsedIn(RecordKind::RawMaterial, name, *m_usedIn);
         PopulateMOBs(name);
@@ -224,7 +244,8 @@ void frmRecordView::loadComponent(Recordset& rs) {
     addField(QStringLiteral("Level"), NzString(rs.value(QStringLiteral("LVL"))));
     addField(QStringLiteral("Type"), NzString(rs.value(QStringLiteral("TYPE")), QStringLiteral("Unknown")));
     addField(QStringLiteral("Subtype"), NzString(rs.value(QStringLiteral("SUBTYPE"))));
-    addField(QStringLiteral("Price"), PriceText(FormatWhole(NzLong(rs.value(QStringLiteral("PRICE")))), false));
+    addField(QStringLiteral("Price"),
+             PriceText(FormatWhole(NzLong(rs.value(QStringLiteral("PRICE")))), false));
     addField(QStringLiteral("Last Updated"), NzString(rs.value(QStringLiteral("LAST_UPDATED"))));
 }
 
@@ -233,14 +254,16 @@ void frmRecordView::loadRawMaterial(Recordset& rs) {
     lblType->setText("Level " + NzString(rs.value(QStringLiteral("LVL"))) +
                      (refined ? QStringLiteral(" Refined Raw Material") : QStringLiteral(" Raw Material")));
     addField(QStringLiteral("Level"), NzString(rs.value(QStringLiteral("LVL"))));
-    addField(QStringLiteral("Price"), PriceText(FormatWhole(NzLong(rs.value(QStringLiteral("PRICE")))), false));
+    addField(QStringLiteral("Price"),
+             PriceText(FormatWhole(NzLong(rs.value(QStringLiteral("PRICE")))), false));
     addField(QStringLiteral("Refined"), refined ? QStringLiteral("Yes") : QStringLiteral("No"));
     addField(QStringLiteral("Last Updated"), NzString(rs.value(QStringLiteral("LAST_UPDATED"))));
 }
 
 void frmRecordView::loadItem(Recordset& rs) {
     lblType->setText("Level " + NzString(rs.value(QStringLiteral("LVL"))) + " Item");
-    addRemainingColumns(rs, {"ITEM_NAME", "CHECK", "PERSONAL_DB", "UPDATED", "SUBMITTED", "PIC_ID", "COMMENTS"});
+    addRemainingColumns(rs,
+                        {"ITEM_NAME", "CHECK", "PERSONAL_DB", "UPDATED", "SUBMITTED", "PIC_ID", "COMMENTS"});
 }
 
 void frmRecordView::loadStation(Recordset& rs) {
@@ -255,11 +278,13 @@ void frmRecordView::loadStation(Recordset& rs) {
     lblType->setText(system.isEmpty() ? "Station in " + sector : "Station in " + sector + ", " + system);
     addField(QStringLiteral("Sector"), sector);
     addField(QStringLiteral("System"), system);
-    addRemainingColumns(rs, {"STATION_NAME", "SECTORS_SECTOR", "CHECK", "PERSONAL_DB", "UPDATED", "PIC_ID", "COMMENTS"});
+    addRemainingColumns(
+        rs, {"STATION_NAME", "SECTORS_SECTOR", "CHECK", "PERSONAL_DB", "UPDATED", "PIC_ID", "COMMENTS"});
 }
 
 void frmRecordView::PopulateMOBs(const QString& name) {
-    static const DropKind kinds[] = {DropKind::Component, DropKind::RawMaterial, DropKind::Item, DropKind::Item};
+    static const DropKind kinds[] = {DropKind::Component, DropKind::RawMaterial, DropKind::Item,
+                                     DropKind::Item};
     try {
         m_mobs->clear();
         ::PopulateMOBs(kinds[m_kind], name, *m_mobs);
@@ -292,7 +317,15 @@ void openRecordView(frmRecordView::Kind kind, const QString& name, const QString
 }
 } // namespace
 
-void ViewComponent(const QString& name) { openRecordView(frmRecordView::Component, name, QStringLiteral("ViewComponent")); }
-void ViewRawMaterial(const QString& name) { openRecordView(frmRecordView::RawMaterial, name, QStringLiteral("ViewRawMaterial")); }
-void ViewItem(const QString& name) { openRecordView(frmRecordView::Item, name, QStringLiteral("ViewItem")); }
-void ViewStation(const QString& name) { openRecordView(frmRecordView::Station, name, QStringLiteral("ViewStation")); }
+void ViewComponent(const QString& name) {
+    openRecordView(frmRecordView::Component, name, QStringLiteral("ViewComponent"));
+}
+void ViewRawMaterial(const QString& name) {
+    openRecordView(frmRecordView::RawMaterial, name, QStringLiteral("ViewRawMaterial"));
+}
+void ViewItem(const QString& name) {
+    openRecordView(frmRecordView::Item, name, QStringLiteral("ViewItem"));
+}
+void ViewStation(const QString& name) {
+    openRecordView(frmRecordView::Station, name, QStringLiteral("ViewStation"));
+}

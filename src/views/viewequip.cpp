@@ -1,9 +1,9 @@
 // Filling the equipment view: ViewEquipDetails and the procedures of frmEquipment that read data.
+#include "core/childwindows.h"
 #include "core/imagestore.h"
 #include "data/errorreport.h"
 #include "data/quotes.h"
 #include "data/recordset.h"
-#include "views/childwindows.h"
 #include "views/equiptypes.h"
 #include "views/frmequipment.h"
 #include "views/mobtrees.h"
@@ -61,7 +61,8 @@ void frmEquipment::load(const QString& name, int typeIndex, const QString& typeN
     const QString q = FixQuotes(name);
 
     Recordset rs;
-    rs.open(GetSQL(typeIndex, false, false, true, true, QString(), false) + " AND EQUIPMENTS.EQUIPMENT_NAME = '" + q + "'");
+    rs.open(GetSQL(typeIndex, false, false, true, true, QString(), false) +
+            " AND EQUIPMENTS.EQUIPMENT_NAME = '" + q + "'");
     if (rs.eof())
         throw NoCurrentRecord();
     fillHeader(rs);
@@ -79,15 +80,17 @@ void frmEquipment::load(const QString& name, int typeIndex, const QString& typeN
     if (typeIndex == equip::Missile || typeIndex == equip::Projectile)
         fillAmmoList();
 
-    FillList(lstBuyLocations, "SELECT STATIONS_STATION FROM BUY_EQUIPMENT_LOCATION WHERE EQUIPMENTS_EQUIPMENT = '" + q +
-                                  "' ORDER BY STATIONS_STATION");
+    FillList(lstBuyLocations,
+             "SELECT STATIONS_STATION FROM BUY_EQUIPMENT_LOCATION WHERE EQUIPMENTS_EQUIPMENT = '" + q +
+                 "' ORDER BY STATIONS_STATION");
 
     m_blueprint->clear();
     m_blueprint->addNode(QString(), name, name, buildimg::Equipment);
     bool recurse = true;
     BuildEquipTree(name, name, *m_blueprint, recurse);
 
-    FillList(lstAllowed, "SELECT CLASS_NAME FROM EQUIPMENT_CLASS WHERE EQUIPMENTS_EQUIPMENT = '" + q + "' ORDER BY CLASS_NAME");
+    FillList(lstAllowed, "SELECT CLASS_NAME FROM EQUIPMENT_CLASS WHERE EQUIPMENTS_EQUIPMENT = '" + q +
+                             "' ORDER BY CLASS_NAME");
     PopulateMOBs(name);
     fillSpecials();
     setTooltips();
@@ -122,12 +125,14 @@ void frmEquipment::fillHeader(Recordset& rs) {
 }
 
 void frmEquipment::fillStatistics(Recordset& rs) {
-    const bool projectileAmmo = m_type == equip::Ammunition &&
-                                NzString(rs.value(QStringLiteral("LAUNCH_TYPE"))) == QLatin1String("Projectile");
+    const bool projectileAmmo =
+        m_type == equip::Ammunition &&
+        NzString(rs.value(QStringLiteral("LAUNCH_TYPE"))) == QLatin1String("Projectile");
     for (int i = 14; i < rs.fieldCount(); ++i) {
         int k = i - 14;
         const QString column = rs.fieldName(i);
-        if (projectileAmmo && (column == QLatin1String("AMMO_RANGE") || column == QLatin1String("MANEUVERABILITY"))) {
+        if (projectileAmmo &&
+            (column == QLatin1String("AMMO_RANGE") || column == QLatin1String("MANEUVERABILITY"))) {
             lblSpecData[k]->setVisible(false);
             txtSpecData[k]->setVisible(false);
             continue;
@@ -178,7 +183,8 @@ void frmEquipment::lstAmmo_Click() {
         const double d = boxNumber(txtSpecData[1]);
         const qint32 r = qint32(std::llround(boxNumber(txtSpecData[missile ? 2 : 3]))); // rounds are whole
         Recordset rs;
-        rs.open("SELECT DAMAGE, MANEUVERABILITY, RANGE FROM AMO_STATS WHERE EQUIPMENT_NAME = '" + FixQuotes(item->text()) + "'");
+        rs.open("SELECT DAMAGE, MANEUVERABILITY, RANGE FROM AMO_STATS WHERE EQUIPMENT_NAME = '" +
+                FixQuotes(item->text()) + "'");
         if (rs.eof())
             throw NoCurrentRecord();
         const double damage = NzDouble(rs.value(0));
@@ -188,7 +194,8 @@ void frmEquipment::lstAmmo_Click() {
         txtAmmoEfficiency->clear();
         if (missile) {
             for (QWidget* w : {static_cast<QWidget*>(lblAmmoRange), static_cast<QWidget*>(txtAmmoRange),
-                               static_cast<QWidget*>(lblAmmoManeuverability), static_cast<QWidget*>(txtAmmoManeuverability)})
+                               static_cast<QWidget*>(lblAmmoManeuverability),
+                               static_cast<QWidget*>(txtAmmoManeuverability)})
                 w->setVisible(true);
             if (rs.isNull(1) || rs.isNull(2)) {
                 txtAmmoRange->setText(QStringLiteral("Undefined"));
@@ -199,7 +206,8 @@ void frmEquipment::lstAmmo_Click() {
             }
         } else if (projectile) {
             for (QWidget* w : {static_cast<QWidget*>(lblAmmoRange), static_cast<QWidget*>(txtAmmoRange),
-                               static_cast<QWidget*>(lblAmmoManeuverability), static_cast<QWidget*>(txtAmmoManeuverability)})
+                               static_cast<QWidget*>(lblAmmoManeuverability),
+                               static_cast<QWidget*>(txtAmmoManeuverability)})
                 w->setVisible(false);
         }
         if (damage != 0) {
@@ -224,8 +232,9 @@ void frmEquipment::PopulateMOBs(const QString& name) {
 
 void frmEquipment::fillSpecials() {
     Recordset rs;
-    rs.open("SELECT SPECIAL, AMOUNT, UNITS, ENERGY_USE, RANGE, DURATION, SHUNT FROM EQUIP_SPECIALS WHERE EQUIPMENT_NAME ='" +
-            FixQuotes(m_name) + "' ORDER BY SPECIAL");
+    rs.open(
+        "SELECT SPECIAL, AMOUNT, UNITS, ENERGY_USE, RANGE, DURATION, SHUNT FROM EQUIP_SPECIALS WHERE EQUIPMENT_NAME ='" +
+        FixQuotes(m_name) + "' ORDER BY SPECIAL");
     if (rs.eof())
         return;
     tabEquipment->addTab(m_specialsPage, QStringLiteral("Specials"));
@@ -242,14 +251,14 @@ void frmEquipment::fillSpecials() {
 }
 
 void frmEquipment::setTooltips() {
-    static const char* const keys[] = {"CLOSE",    "EDIT",          "MANUFACTURER", "COMMENTS",
-                                       "PURCHASE_PRICE", "QUALITY", "SEL_AMMO",     "AMMO_DPS",
-                                       "BUY_LOCATIONS",  "ALLOWED", "MANUF_FEE",    "PM_PRICE",
-                                       "SRP",      "AMMO_NAME",     "AMMO_DMG",     "AMMO_EFF"};
-    QWidget* const controls[] = {cmdClose,  cmdEdit,   txtManufacturer,    txtComments,      txtPurchasePrice,
-                                 txtQuality, lstAmmo,  txtDamagePerSecond, lstBuyLocations,  lstAllowed,
-                                 txtManufFee, txtPMPrice, txtSRP,          txtAmmoName,      txtAmmoDamage,
-                                 txtAmmoEfficiency};
+    static const char* const keys[] = {
+        "CLOSE",    "EDIT",      "MANUFACTURER",  "COMMENTS", "PURCHASE_PRICE", "QUALITY",
+        "SEL_AMMO", "AMMO_DPS",  "BUY_LOCATIONS", "ALLOWED",  "MANUF_FEE",      "PM_PRICE",
+        "SRP",      "AMMO_NAME", "AMMO_DMG",      "AMMO_EFF"};
+    QWidget* const controls[] = {cmdClose,         cmdEdit,     txtManufacturer, txtComments,
+                                 txtPurchasePrice, txtQuality,  lstAmmo,         txtDamagePerSecond,
+                                 lstBuyLocations,  lstAllowed,  txtManufFee,     txtPMPrice,
+                                 txtSRP,           txtAmmoName, txtAmmoDamage,   txtAmmoEfficiency};
     for (int i = 0; i < 16; ++i)
         SetTip(controls[i], GetToolTip(QStringLiteral("VIEW_EQUIPMENT"), QLatin1String(keys[i]), m_name));
 }

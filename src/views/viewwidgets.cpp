@@ -1,6 +1,6 @@
 #include "views/viewwidgets.h"
 
-#include "app/frmmain.h"
+#include "core/childwindows.h"
 #include "core/settings.h"
 #include "data/recordset.h"
 #include "views/treeimages.h"
@@ -8,19 +8,16 @@
 #include <QApplication>
 #include <QCursor>
 #include <QEvent>
-#include <QHeaderView>
-#include <QToolTip>
 #include <QHBoxLayout>
+#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPushButton>
 #include <QListWidget>
 #include <QPlainTextEdit>
+#include <QPushButton>
+#include <QToolTip>
 #include <QTreeWidget>
 #include <QVBoxLayout>
-
-// The main window is built by the application; a program or test without it gets no owner.
-frmMain* mainWindow() __attribute__((weak));
 
 namespace {
 constexpr int KeyRole = Qt::UserRole;
@@ -48,7 +45,9 @@ void TreeWidgetSink::addNode(const QString& parentKey, const QString& key, const
     m_order.append(item);
 }
 
-QTreeWidgetItem* TreeWidgetSink::item(const QString& key) const { return m_items.value(key); }
+QTreeWidgetItem* TreeWidgetSink::item(const QString& key) const {
+    return m_items.value(key);
+}
 
 void TreeWidgetSink::clear() {
     m_tree->clear();
@@ -56,8 +55,12 @@ void TreeWidgetSink::clear() {
     m_order.clear();
 }
 
-QString NodeKey(const QTreeWidgetItem* item) { return item ? item->data(0, KeyRole).toString() : QString(); }
-int NodeImage(const QTreeWidgetItem* item) { return item ? item->data(0, ImageRole).toInt() : 0; }
+QString NodeKey(const QTreeWidgetItem* item) {
+    return item ? item->data(0, KeyRole).toString() : QString();
+}
+int NodeImage(const QTreeWidgetItem* item) {
+    return item ? item->data(0, ImageRole).toInt() : 0;
+}
 
 QString NodeFullPath(const QTreeWidgetItem* item) {
     QString path;
@@ -74,7 +77,9 @@ QString TreeWidgetClipboardText(const QList<QTreeWidgetItem*>& itemsInOrder) {
     return TreeClipboardText(lines);
 }
 
-void ListWidgetSink::addItem(const QString& text) { m_list->addItem(text); }
+void ListWidgetSink::addItem(const QString& text) {
+    m_list->addItem(text);
+}
 
 void PopulateList(QListWidget* list, Recordset& rs) {
     ListWidgetSink sink(list);
@@ -193,13 +198,16 @@ void SetTip(QWidget* widget, const QString& text) {
         return;
     QString html = text.toHtmlEscaped();
     html.replace(QLatin1String("\r\n"), QLatin1String("<br>"));
-    widget->setToolTip(QStringLiteral("<table width=\"240\"><tr><td>") + html + QStringLiteral("</td></tr></table>"));
+    widget->setToolTip(QStringLiteral("<table width=\"240\"><tr><td>") + html +
+                       QStringLiteral("</td></tr></table>"));
     widget->setToolTipDuration(20000);
     static ImmediateTips* filter = new ImmediateTips(qApp);
     widget->installEventFilter(filter);
 }
 
-QWidget* ViewOwner() { return mainWindow ? static_cast<QWidget*>(mainWindow()) : nullptr; }
+QWidget* ViewOwner() {
+    return OwnerWindow();
+}
 
 void PrepareViewWindow(QWidget* window) {
     window->setAttribute(Qt::WA_DeleteOnClose);

@@ -1,10 +1,15 @@
-#include "views/childwindows.h"
+#include "core/childwindows.h"
 
 #include <QList>
 #include <QPointer>
 #include <QWidget>
 
 namespace {
+QPointer<QWidget>& owner() {
+    static QPointer<QWidget> window;
+    return window;
+}
+
 QList<QPointer<QWidget>>& windows() {
     static QList<QPointer<QWidget>> list;
     return list;
@@ -42,4 +47,12 @@ void CloseChildWindows() {
         if (w)
             w->close();
     windows().clear();
+}
+
+void SetOwnerWindow(QWidget* window) {
+    owner() = window;
+}
+
+QWidget* OwnerWindow() {
+    return owner();
 }

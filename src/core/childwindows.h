@@ -12,3 +12,8 @@ void RegisterChildWindow(QWidget* window);
 QWidget* FindChildWindow(const QString& caption);
 // Closes every registered window (shutdown).
 void CloseChildWindows();
+
+// The window that owns new record and editor windows: the main window while it exists, registered by
+// the main window itself so that nothing below the application needs to know it. nullptr without one.
+void SetOwnerWindow(QWidget* owner);
+QWidget* OwnerWindow();
