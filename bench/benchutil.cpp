@@ -32,7 +32,8 @@ void report(const QString& what, const Timing& t, double goal) {
 }
 
 void info(const QString& what, const Timing& t) {
-    std::printf("%-58s %10.4f s  (wall %.4f s)\n", qPrintable(what + QStringLiteral(" [cpu]")), t.cpu, t.wall);
+    std::printf("%-58s %10.4f s  (wall %.4f s)\n", qPrintable(what + QStringLiteral(" [cpu]")), t.cpu,
+                t.wall);
     std::fflush(stdout);
 }
 

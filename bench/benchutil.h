@@ -22,7 +22,8 @@ struct Timing {
 };
 
 // Runs setup (untimed) and body (timed) once to warm up, then runs times; returns the medians.
-inline Timing medianSeconds(int runs, const std::function<void()>& body, const std::function<void()>& setup = nullptr) {
+inline Timing medianSeconds(int runs, const std::function<void()>& body,
+                            const std::function<void()>& setup = nullptr) {
     std::vector<double> cpu, wall;
     for (int i = 0; i <= runs; ++i) {
         if (setup)

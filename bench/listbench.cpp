@@ -18,7 +18,9 @@
 
 namespace bench {
 
-QString treeRoot() { return QStringLiteral("Bench Tree Engine"); }
+QString treeRoot() {
+    return QStringLiteral("Bench Tree Engine");
+}
 
 QString ensureDatabase(const QString& dir, qint64 rows, bool withTree, QString* error) {
     QDir().mkpath(dir);
@@ -39,7 +41,9 @@ QString ensureDatabase(const QString& dir, qint64 rows, bool withTree, QString* 
     return file;
 }
 
-QString equipmentListSql() { return GetSQL(equip::All, true, false, false, false, QString(), false); }
+QString equipmentListSql() {
+    return GetSQL(equip::All, true, false, false, false, QString(), false);
+}
 
 void openDatabase(const QString& file) {
     db().open(QStringLiteral("Provider=Microsoft.Jet.OLEDB.4.0;Data Source=") + file + QLatin1Char(';'));
@@ -61,9 +65,14 @@ qint64 bareLoop(const QString& jetSql) {
     while (sqlite3_step(stmt) == SQLITE_ROW) {
         for (int c = 0; c < cols; ++c) {
             switch (sqlite3_column_type(stmt, c)) {
-            case SQLITE_INTEGER: sink += sqlite3_column_int64(stmt, c); break;
-            case SQLITE_FLOAT: sink += qint64(sqlite3_column_double(stmt, c)); break;
-            case SQLITE_NULL: break;
+            case SQLITE_INTEGER:
+                sink += sqlite3_column_int64(stmt, c);
+                break;
+            case SQLITE_FLOAT:
+                sink += qint64(sqlite3_column_double(stmt, c));
+                break;
+            case SQLITE_NULL:
+                break;
             default: {
                 const unsigned char* text = sqlite3_column_text(stmt, c);
                 sink += text ? text[0] + sqlite3_column_bytes(stmt, c) : 0;

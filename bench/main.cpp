@@ -41,7 +41,9 @@ void fillFigures(qint64 size, int runs) {
     ListModel model;
     const Timing fill = medianSeconds(runs, [&] { fillList(model, sql); });
     info(QStringLiteral("limit: bare statement loop, %1 rows").arg(rows), bare);
-    info(QStringLiteral("fill: GetSQL list into ListModel, %1 rows x %2 cols").arg(model.rowCount()).arg(model.columnCount()),
+    info(QStringLiteral("fill: GetSQL list into ListModel, %1 rows x %2 cols")
+             .arg(model.rowCount())
+             .arg(model.columnCount()),
          fill);
     const QString ratio = QStringLiteral("fill / limit at %1 rows").arg(size);
     if (size == 100000)
@@ -57,7 +59,8 @@ void findFigures(int runs) {
     const QString what = QStringLiteral("%1 rows x %2 cols").arg(model.rowCount()).arg(model.columnCount());
     int found = -1;
     const Timing none = medianSeconds(
-        runs, [&] { found = UberFindItem(QStringLiteral("no such thing"), 1, model, true, false, false, true); },
+        runs,
+        [&] { found = UberFindItem(QStringLiteral("no such thing"), 1, model, true, false, false, true); },
         [&] { model.clearBold(); });
     report(QStringLiteral("Find All, no match (every cell), %1").arg(what), none, 0.25);
     const Timing some = medianSeconds(
@@ -78,13 +81,16 @@ void sortFigures(int runs) {
     const QString rows = QStringLiteral("%1 rows").arg(model.rowCount());
     // Each timed sort starts from the order another column gave.
     const Timing byNumber = medianSeconds(
-        runs, [&] { model.setSort(number, ListModel::Ascending); }, [&] { model.setSort(name, ListModel::Descending); });
+        runs, [&] { model.setSort(number, ListModel::Ascending); },
+        [&] { model.setSort(name, ListModel::Descending); });
     report(QStringLiteral("sort number column (PURCHASE_PRICE), %1").arg(rows), byNumber, 0.3);
     const Timing byDate = medianSeconds(
-        runs, [&] { model.setSort(date, ListModel::Ascending); }, [&] { model.setSort(number, ListModel::Descending); });
+        runs, [&] { model.setSort(date, ListModel::Ascending); },
+        [&] { model.setSort(number, ListModel::Descending); });
     report(QStringLiteral("sort date column (LAST_UPDATED), %1").arg(rows), byDate, 0.3);
     const Timing byText = medianSeconds(
-        runs, [&] { model.setSort(name, ListModel::Ascending); }, [&] { model.setSort(number, ListModel::Descending); });
+        runs, [&] { model.setSort(name, ListModel::Ascending); },
+        [&] { model.setSort(number, ListModel::Descending); });
     report(QStringLiteral("sort text column (EQUIPMENT_NAME), %1").arg(rows), byText, 1.0);
 }
 
@@ -125,10 +131,12 @@ int main(int argc, char** argv) {
     QCoreApplication app(argc, argv);
     QCommandLineParser parser;
     parser.addHelpOption();
-    const QCommandLineOption dataOpt(QStringLiteral("data"), QStringLiteral("Folder of the synthetic databases."),
-                                     QStringLiteral("dir"), QDir::temp().filePath(QStringLiteral("vosk-bench-data")));
-    const QCommandLineOption runsOpt(QStringLiteral("runs"), QStringLiteral("Timed runs per figure (median)."),
-                                     QStringLiteral("n"), QStringLiteral("5"));
+    const QCommandLineOption dataOpt(
+        QStringLiteral("data"), QStringLiteral("Folder of the synthetic databases."), QStringLiteral("dir"),
+        QDir::temp().filePath(QStringLiteral("vosk-bench-data")));
+    const QCommandLineOption runsOpt(QStringLiteral("runs"),
+                                     QStringLiteral("Timed runs per figure (median)."), QStringLiteral("n"),
+                                     QStringLiteral("5"));
     const QCommandLineOption sizesOpt(QStringLiteral("sizes"), QStringLiteral("Equipment rows per database."),
                                       QStringLiteral("list"), QStringLiteral("10000,100000,1000000"));
     const QCommandLineOption childOpt(QStringLiteral("memory-child"), QStringLiteral("(internal)"),

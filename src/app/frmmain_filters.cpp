@@ -98,10 +98,13 @@ void frmMain::fillSubTypes() {
 
 void frmMain::showFiltersFor(const QString& cat) {
     const FilterUse use = FiltersFor(cat);
-    const QList<QPair<QComboBox*, bool>> shown = {
-        {cmbEquipType, use.equipType}, {cmbLevel, use.level},     {cmbChecked, use.checked},
-        {cmbCompType, use.compType},   {cmbSubType, use.subType}, {cmbCL, use.combatBand},
-        {cmbRace, use.race}};
+    const QList<QPair<QComboBox*, bool>> shown = {{cmbEquipType, use.equipType},
+                                                  {cmbLevel, use.level},
+                                                  {cmbChecked, use.checked},
+                                                  {cmbCompType, use.compType},
+                                                  {cmbSubType, use.subType},
+                                                  {cmbCL, use.combatBand},
+                                                  {cmbRace, use.race}};
     for (const auto& [box, visible] : shown)
         d->filterBoxes.value(box)->setVisible(visible);
 }
@@ -144,4 +147,6 @@ void frmMain::filter_Click() {
     RefreshGrid();
 }
 
-void chooseEntry(QComboBox* box, const QString& text) { choose(box, text); }
+void chooseEntry(QComboBox* box, const QString& text) {
+    choose(box, text);
+}

@@ -46,7 +46,8 @@ void frmMain::RefreshGrid() {
         rs.close();
         d->listCategory = cat;
 
-        setPanelText(QStringLiteral("ItemCount"), QStringLiteral("Items: ") + QString::number(d->model->rowCount()));
+        setPanelText(QStringLiteral("ItemCount"),
+                     QStringLiteral("Items: ") + QString::number(d->model->rowCount()));
         setPanelText(QStringLiteral("Status"), QStringLiteral("Ready"));
         LoadColumnInfo();
         const int row = d->rememberedRow;
@@ -59,7 +60,8 @@ void frmMain::RefreshGrid() {
                      QString::number(timer.nsecsElapsed() / 1e9, 'f', 2) + QStringLiteral(" Seconds"));
     } catch (const VbError& e) {
         setPanelText(QStringLiteral("Status"), QStringLiteral("Ready"));
-        setPanelText(QStringLiteral("ItemCount"), QStringLiteral("Items: ") + QString::number(d->model->rowCount()));
+        setPanelText(QStringLiteral("ItemCount"),
+                     QStringLiteral("Items: ") + QString::number(d->model->rowCount()));
         ReportDBError(e, QStringLiteral("RefreshGrid"), Container);
     } catch (const std::exception& e) {
         setPanelText(QStringLiteral("Status"), QStringLiteral("Ready"));
@@ -107,9 +109,13 @@ void frmMain::lstItems_DblClick() {
     openRecord(opt::number(opt::DoubleClickEvent) == 1 && editorOpener() != nullptr);
 }
 
-void frmMain::mnuPopupView_Click() { openRecord(false); }
+void frmMain::mnuPopupView_Click() {
+    openRecord(false);
+}
 
-void frmMain::mnuEditEditItem_Click() { openRecord(editorOpener() != nullptr); }
+void frmMain::mnuEditEditItem_Click() {
+    openRecord(editorOpener() != nullptr);
+}
 
 void frmMain::openRecord(bool editor) {
     const QString name = selectedName();
@@ -134,7 +140,8 @@ void frmMain::openRecord(bool editor) {
             ViewItem(name);
         }
     } catch (const VbError& e) {
-        ReportDBError(e, editor ? QStringLiteral("mnuEditEditItem_Click") : QStringLiteral("lstItems_DblClick"),
+        ReportDBError(e,
+                      editor ? QStringLiteral("mnuEditEditItem_Click") : QStringLiteral("lstItems_DblClick"),
                       Container);
     }
 }
@@ -142,7 +149,8 @@ void frmMain::openRecord(bool editor) {
 void frmMain::mnuViewBuidView_Click() {
     const QString name = selectedName();
     const QString cat = category();
-    if (name.isEmpty() || !(cat == listcat::Equipment || cat == listcat::Components || cat == listcat::RawMaterials))
+    if (name.isEmpty() ||
+        !(cat == listcat::Equipment || cat == listcat::Components || cat == listcat::RawMaterials))
         return;
     try {
         ShowBuildView(name, cat);

@@ -19,13 +19,15 @@
 
 namespace {
 std::function<bool(const QUrl&)>& urlOpener() {
-    static std::function<bool(const QUrl&)> opener = [](const QUrl& url) { return QDesktopServices::openUrl(url); };
+    static std::function<bool(const QUrl&)> opener = [](const QUrl& url) {
+        return QDesktopServices::openUrl(url);
+    };
     return opener;
 }
 
 // Entries that act on the selected record, and those the five editable categories share.
-const QStringList RecordEntries = {"mnuEditEditItem", "mnuPopupEditItem", "mnuPopupView", "mnuEditDelete",
-                                   "mnuPopupDelete",  "mnuEditCopy",      "mnuPopupCopy", "mnuEditRename",
+const QStringList RecordEntries = {"mnuEditEditItem", "mnuPopupEditItem", "mnuPopupView",     "mnuEditDelete",
+                                   "mnuPopupDelete",  "mnuEditCopy",      "mnuPopupCopy",     "mnuEditRename",
                                    "mnuPopupRename",  "mnuViewBuidView",  "mnuPopupBuildview"};
 bool copyable(const QString& cat) {
     return cat == listcat::Equipment || cat == listcat::Components || cat == listcat::RawMaterials ||
@@ -66,24 +68,29 @@ void frmMain::buildMenus() {
 
     QMenu* edit = menuBar()->addMenu(tr("&Edit"));
     entry(edit, "mnuEditEditItem", tr("&Edit Item..."), [this] { mnuEditEditItem_Click(); });
-    entry(edit, "mnuEditDelete", tr("&Delete"), [this] { mnuEditDelete_Click(); }, QKeySequence::Delete);
+    entry(
+        edit, "mnuEditDelete", tr("&Delete"), [this] { mnuEditDelete_Click(); }, QKeySequence::Delete);
     entry(edit, "mnuEditCopy", tr("&Copy..."), [this] { mnuEditCopy_Click(); });
     entry(edit, "mnuEditRename", tr("&Rename..."), [this] { mnuEditRename_Click(); });
     edit->addSeparator();
-    entry(edit, "mnuEditFind", tr("&Find..."), [this] { mnuEditFind_Click(); }, QKeySequence::Find);
+    entry(
+        edit, "mnuEditFind", tr("&Find..."), [this] { mnuEditFind_Click(); }, QKeySequence::Find);
 
     QMenu* view = menuBar()->addMenu(tr("&View"));
     entry(view, "mnuViewBuidView", tr("&Build View"), [this] { mnuViewBuidView_Click(); });
     entry(view, "mnuViewMaps", tr("Sector &Maps"), handed("mnuViewMaps"));
     view->addSeparator();
-    entry(view, "mnuViewRefresh", tr("&Refresh"), [this] { RefreshGrid(); }, QKeySequence::Refresh);
+    entry(
+        view, "mnuViewRefresh", tr("&Refresh"), [this] { RefreshGrid(); }, QKeySequence::Refresh);
 
     QMenu* print = menuBar()->addMenu(tr("&Print"));
-    entry(print, "mnuPrintPrintFilteredList", tr("Print &Filtered List..."), handed("mnuPrintPrintFilteredList"));
+    entry(print, "mnuPrintPrintFilteredList", tr("Print &Filtered List..."),
+          handed("mnuPrintPrintFilteredList"));
 
     QMenu* help = menuBar()->addMenu(tr("&Help"));
-    entry(help, "mnuHelpHelp", tr("&Help Topics"), [this] { openProgramFile(QStringLiteral("VOSK.chm")); },
-          QKeySequence::HelpContents);
+    entry(
+        help, "mnuHelpHelp", tr("&Help Topics"), [this] { openProgramFile(QStringLiteral("VOSK.chm")); },
+        QKeySequence::HelpContents);
     entry(help, "mnuHelpReadMe", tr("&Read Me"), [this] { openProgramFile(QStringLiteral("ReadMe.rtf")); });
     help->addSeparator();
     entry(help, "mnuHelpForum", tr("VOSK &Forum"), [this] { mnuHelpForum_Click(); });
@@ -115,11 +122,14 @@ void frmMain::buildMenus() {
         mnuPopup->popup(lstItems->viewport()->mapToGlobal(pos));
     });
     // The record entries follow the selection, so that their shortcuts work only when they apply.
-    connect(lstItems->selectionModel(), &QItemSelectionModel::selectionChanged, this, &frmMain::updateMenuState);
+    connect(lstItems->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            &frmMain::updateMenuState);
     updateMenuState();
 }
 
-QAction* frmMain::menuEntry(const QString& objectName) const { return d->actions.value(objectName); }
+QAction* frmMain::menuEntry(const QString& objectName) const {
+    return d->actions.value(objectName);
+}
 
 void frmMain::setMenuHandler(const QString& objectName, std::function<void()> handler) {
     if (handler)
@@ -135,7 +145,8 @@ void frmMain::runHandler(const QString& objectName) {
         return;
     // The copy and rename handlers have always named their container without "Form "; their
     // error texts keep it so.
-    const bool bare = objectName == QLatin1String("mnuEditCopy") || objectName == QLatin1String("mnuEditRename");
+    const bool bare =
+        objectName == QLatin1String("mnuEditCopy") || objectName == QLatin1String("mnuEditRename");
     const QString container = bare ? QStringLiteral("frmMain") : QStringLiteral("Form frmMain");
     try {
         h();
@@ -167,9 +178,9 @@ void frmMain::updateMenuState() {
             a->setEnabled(on);
     };
     auto has = [this](const char* name) { return d->handlers.contains(QLatin1String(name)); };
-    for (const char* name : {"mnuFileBackupDB", "mnuFileRestoreDB", "mnuFileOptions", "mnuAddEquip", "mnuAddComps",
-                             "mnuAddRawMaterial", "mnuAddItem", "mnuViewMaps", "mnuPrintPrintFilteredList",
-                             "mnuHelpSubmitBug"})
+    for (const char* name :
+         {"mnuFileBackupDB", "mnuFileRestoreDB", "mnuFileOptions", "mnuAddEquip", "mnuAddComps",
+          "mnuAddRawMaterial", "mnuAddItem", "mnuViewMaps", "mnuPrintPrintFilteredList", "mnuHelpSubmitBug"})
         set(name, has(name));
     const bool edits = editorOpener() != nullptr && cat != listcat::Stations;
     set("mnuEditEditItem", row && edits);
@@ -185,7 +196,8 @@ void frmMain::updateMenuState() {
     set("mnuPopupCopy", copy);
     set("mnuEditRename", rename);
     set("mnuPopupRename", rename);
-    const bool build = row && (cat == listcat::Equipment || cat == listcat::Components || cat == listcat::RawMaterials);
+    const bool build =
+        row && (cat == listcat::Equipment || cat == listcat::Components || cat == listcat::RawMaterials);
     set("mnuViewBuidView", build);
     set("mnuPopupBuildview", build);
     const bool rows = d->model->rowCount() > 0;
@@ -202,13 +214,18 @@ void frmMain::copyOrRename(const QString& entry, const QString& verb) {
         runHandler(entry);
         return;
     }
-    MsgBox(QStringLiteral("Sorry Support for ") + verb + u' ' + cat + QStringLiteral(" has not been implemented."),
+    MsgBox(QStringLiteral("Sorry Support for ") + verb + u' ' + cat +
+               QStringLiteral(" has not been implemented."),
            vb::OKOnly, QStringLiteral("Can Not Rename"));
 }
 
-void frmMain::mnuEditCopy_Click() { copyOrRename(QStringLiteral("mnuEditCopy"), QStringLiteral("Copying")); }
+void frmMain::mnuEditCopy_Click() {
+    copyOrRename(QStringLiteral("mnuEditCopy"), QStringLiteral("Copying"));
+}
 
-void frmMain::mnuEditRename_Click() { copyOrRename(QStringLiteral("mnuEditRename"), QStringLiteral("Renaming")); }
+void frmMain::mnuEditRename_Click() {
+    copyOrRename(QStringLiteral("mnuEditRename"), QStringLiteral("Renaming"));
+}
 
 void frmMain::mnuEditFind_Click() {
     if (!d->find) {
@@ -230,22 +247,29 @@ void frmMain::openUrlOf(const QString& section) {
         return;
     }
     if (!urlOpener()(url))
-        MsgBox(QStringLiteral("The address ") + address + QStringLiteral(" could not be opened."), vb::Information);
+        MsgBox(QStringLiteral("The address ") + address + QStringLiteral(" could not be opened."),
+               vb::Information);
 }
 
-void frmMain::mnuHelpForum_Click() { openUrlOf(QStringLiteral("FORUM")); }
+void frmMain::mnuHelpForum_Click() {
+    openUrlOf(QStringLiteral("FORUM"));
+}
 
-void frmMain::mnuHelpWebsite_Click() { openUrlOf(QStringLiteral("ZEL")); }
+void frmMain::mnuHelpWebsite_Click() {
+    openUrlOf(QStringLiteral("ZEL"));
+}
 
 void frmMain::openProgramFile(const QString& fileName) {
     const QString path = programFolder() + QLatin1Char('/') + fileName;
     if (!QFileInfo::exists(path) || !urlOpener()(QUrl::fromLocalFile(path)))
-        MsgBox(QStringLiteral("The file ") + fileName + QStringLiteral(" could not be opened."), vb::Information);
+        MsgBox(QStringLiteral("The file ") + fileName + QStringLiteral(" could not be opened."),
+               vb::Information);
 }
 
 void frmMain::mnuHelpAbout_Click() {
-    MsgBox(windowTitle() + QStringLiteral("\r\n\r\nA database of the equipment, components, raw materials, items, "
-                                          "MOBs and stations of Velmora.\r\n\r\nBuilt with Qt ") +
+    MsgBox(windowTitle() +
+               QStringLiteral("\r\n\r\nA database of the equipment, components, raw materials, items, "
+                              "MOBs and stations of Velmora.\r\n\r\nBuilt with Qt ") +
                QLatin1String(qVersion()) + QStringLiteral(" and SQLite."),
            vb::Information, QStringLiteral("About VOSK"));
 }

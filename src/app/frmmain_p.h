@@ -40,8 +40,8 @@ struct frmMain::Impl : FindStatus {
     QHash<QString, std::function<void()>> handlers;
     QHash<QComboBox*, QWidget*> filterBoxes; // each filter with its caption, shown or hidden together
     bool background = false;
-    int suspend = 0;       // >0 while the window itself sets the filters: no refresh on each change
-    QString listCategory;  // the category whose columns the list shows now
+    int suspend = 0;      // >0 while the window itself sets the filters: no refresh on each change
+    QString listCategory; // the category whose columns the list shows now
     int rememberedRow = -1;
 };
 

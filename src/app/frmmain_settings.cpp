@@ -93,8 +93,9 @@ void frmMain::LoadColumnInfo() {
     QHeaderView* header = lstItems->header();
     const bool sorted = d->model->isSorted() && d->model->sortKey() >= 0;
     if (sorted)
-        header->setSortIndicator(d->model->sortKey(),
-                                 d->model->sortOrder() == ListModel::Ascending ? Qt::AscendingOrder : Qt::DescendingOrder);
+        header->setSortIndicator(d->model->sortKey(), d->model->sortOrder() == ListModel::Ascending
+                                                          ? Qt::AscendingOrder
+                                                          : Qt::DescendingOrder);
     header->setSortIndicatorShown(sorted);
 
     // The MOB and station lists always open with columns fitted to their contents.

@@ -31,16 +31,18 @@ QPixmap plainSplash() {
 }
 } // namespace
 
-frmSplash* splashWindow() { return current(); }
+frmSplash* splashWindow() {
+    return current();
+}
 
-frmSplash::frmSplash(QWidget* owner)
-    : QWidget(owner, Qt::SplashScreen | Qt::FramelessWindowHint) {
+frmSplash::frmSplash(QWidget* owner) : QWidget(owner, Qt::SplashScreen | Qt::FramelessWindowHint) {
     setObjectName(QStringLiteral("frmSplash"));
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowTitle(QStringLiteral("VOSK"));
     current() = this;
 
-    QPixmap picture = QPixmap::fromImage(ImageStore::instance().picture(QStringLiteral("IMAGE"), QStringLiteral("SPLASH.GIF")));
+    QPixmap picture = QPixmap::fromImage(
+        ImageStore::instance().picture(QStringLiteral("IMAGE"), QStringLiteral("SPLASH.GIF")));
     if (picture.isNull())
         picture = plainSplash();
 

@@ -16,7 +16,9 @@ struct Statement {
     }
 };
 
-bool isAll(const QString& s) { return s.isEmpty() || s == allEntry(); }
+bool isAll(const QString& s) {
+    return s.isEmpty() || s == allEntry();
+}
 
 QString equipmentStatement(const ListFilters& f) {
     const int type = isAll(f.equipType) ? int(equip::All) : Enumerate(f.equipType);
@@ -63,12 +65,23 @@ QStringList Categories() {
             listcat::Stations,  listcat::MOBs,       listcat::Items};
 }
 
-QStringList CheckedChoices() { return {allEntry(), QStringLiteral("Checked"), QStringLiteral("Not Checked")}; }
+QStringList CheckedChoices() {
+    return {allEntry(), QStringLiteral("Checked"), QStringLiteral("Not Checked")};
+}
 
 QStringList CombatBands() {
-    return {allEntry(),           QStringLiteral("0-5"),   QStringLiteral("6-10"),  QStringLiteral("11-15"),
-            QStringLiteral("16-20"), QStringLiteral("21-25"), QStringLiteral("26-30"), QStringLiteral("31-35"),
-            QStringLiteral("36-40"), QStringLiteral("41-45"), QStringLiteral("46-50"), QStringLiteral("51+")};
+    return {allEntry(),
+            QStringLiteral("0-5"),
+            QStringLiteral("6-10"),
+            QStringLiteral("11-15"),
+            QStringLiteral("16-20"),
+            QStringLiteral("21-25"),
+            QStringLiteral("26-30"),
+            QStringLiteral("31-35"),
+            QStringLiteral("36-40"),
+            QStringLiteral("41-45"),
+            QStringLiteral("46-50"),
+            QStringLiteral("51+")};
 }
 
 QStringList EquipTypeChoices() {
@@ -161,8 +174,8 @@ QString CheckStatement(const QString& category, const QString& name, bool state)
     const QString quoted = FixQuotes(name);
     auto update = [&](const char* table, const char* key, const char* tail) {
         const QString t = QLatin1String(table);
-        return QStringLiteral("UPDATE ") + t + QStringLiteral(" SET ") + t + QStringLiteral(".CHECK = ") + value +
-               QStringLiteral(" WHERE ") + QLatin1String(key) + QStringLiteral(" = '") + quoted +
+        return QStringLiteral("UPDATE ") + t + QStringLiteral(" SET ") + t + QStringLiteral(".CHECK = ") +
+               value + QStringLiteral(" WHERE ") + QLatin1String(key) + QStringLiteral(" = '") + quoted +
                QLatin1String(tail);
     };
     // Equipment and components end with a semicolon, the others without; both are one statement.
@@ -181,7 +194,9 @@ QString CheckStatement(const QString& category, const QString& name, bool state)
     return {};
 }
 
-QString ClassListStatement() { return QStringLiteral("SELECT CLASS_NAME FROM CLASSES"); }
+QString ClassListStatement() {
+    return QStringLiteral("SELECT CLASS_NAME FROM CLASSES");
+}
 
 QString ComponentTypeListStatement() {
     return QStringLiteral("SELECT COMPONENT_TYPE FROM COMPONENT_TYPES ORDER BY COMPONENT_TYPE");

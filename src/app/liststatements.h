@@ -13,14 +13,14 @@ inline const QString& allEntry() {
 
 // The current text of each filter box of the main window.
 struct ListFilters {
-    QString equipType = allEntry(); // cmbEquipType: "All" or a DeEnumerate word
-    QString level = allEntry();     // cmbLevel: "All" or a whole number
-    QString checked = allEntry();   // cmbChecked: "All", "Checked", "Not Checked"
-    QString compType = allEntry();  // cmbCompType
-    QString subType = allEntry();   // cmbSubType: "All", "N/A" or a subtype
+    QString equipType = allEntry();  // cmbEquipType: "All" or a DeEnumerate word
+    QString level = allEntry();      // cmbLevel: "All" or a whole number
+    QString checked = allEntry();    // cmbChecked: "All", "Checked", "Not Checked"
+    QString compType = allEntry();   // cmbCompType
+    QString subType = allEntry();    // cmbSubType: "All", "N/A" or a subtype
     QString combatBand = allEntry(); // cmbCL: "All", "0-5" ... "46-50", "51+"
-    QString race = allEntry();      // cmbRace: "All" or a class name
-    bool customFields = false;      // the database's custom equipment columns are in use
+    QString race = allEntry();       // cmbRace: "All" or a class name
+    bool customFields = false;       // the database's custom equipment columns are in use
 };
 
 namespace listcat {

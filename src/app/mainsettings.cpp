@@ -6,16 +6,26 @@
 #include <QDir>
 
 namespace {
-const QString& S() { return mainkey::Section; }
+const QString& S() {
+    return mainkey::Section;
+}
 
-QString load(const QString& key) { return GetSetting(S(), key, allEntry()); }
+QString load(const QString& key) {
+    return GetSetting(S(), key, allEntry());
+}
 
-QString layoutSection(const QString& category) { return QStringLiteral("Columns/") + category; }
+QString layoutSection(const QString& category) {
+    return QStringLiteral("Columns/") + category;
+}
 } // namespace
 
-void SaveCategory(const QString& category) { SaveSetting(S(), QStringLiteral("Data"), category); }
+void SaveCategory(const QString& category) {
+    SaveSetting(S(), QStringLiteral("Data"), category);
+}
 
-QString LoadCategory() { return GetSetting(S(), QStringLiteral("Data"), listcat::Equipment); }
+QString LoadCategory() {
+    return GetSetting(S(), QStringLiteral("Data"), listcat::Equipment);
+}
 
 void SaveFilters(const ListFilters& f) {
     SaveSetting(S(), QStringLiteral("EquipType"), f.equipType);
@@ -74,7 +84,9 @@ ColumnLayout LoadColumnLayout(const QString& category) {
     return l;
 }
 
-void SaveProgramPath() { SaveSetting(S(), QStringLiteral("path"), QDir::toNativeSeparators(programFolder())); }
+void SaveProgramPath() {
+    SaveSetting(S(), QStringLiteral("path"), QDir::toNativeSeparators(programFolder()));
+}
 
 QString joinNumbers(const QList<int>& list) {
     QStringList parts;

@@ -8,15 +8,15 @@
 #include <QString>
 
 struct MainWindowPlace {
-    int windowState = 0;   // 0 normal, 1 minimised, 2 maximised, as the store has always kept it
-    QByteArray geometry;   // the window's own geometry record; empty when never saved
+    int windowState = 0; // 0 normal, 1 minimised, 2 maximised, as the store has always kept it
+    QByteArray geometry; // the window's own geometry record; empty when never saved
 };
 
 struct ColumnLayout {
-    QList<int> order;   // visual position of each logical column
-    QList<int> widths;  // width of each logical column in pixels
-    int sortKey = -1;   // sorted column, -1 when unsorted
-    int sortOrder = 0;  // 0 ascending, 1 descending
+    QList<int> order;  // visual position of each logical column
+    QList<int> widths; // width of each logical column in pixels
+    int sortKey = -1;  // sorted column, -1 when unsorted
+    int sortOrder = 0; // 0 ascending, 1 descending
     bool isEmpty() const { return order.isEmpty() && widths.isEmpty() && sortKey < 0; }
 };
 

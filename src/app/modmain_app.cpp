@@ -15,14 +15,18 @@ std::function<void()>& unloaderRef() {
 }
 } // namespace
 
-void setWindowUnloader(std::function<void()> unloader) { unloaderRef() = std::move(unloader); }
+void setWindowUnloader(std::function<void()> unloader) {
+    unloaderRef() = std::move(unloader);
+}
 
 bool CheckDBComp() {
     try {
         Recordset rs;
-        rs.open(QStringLiteral("SELECT VERSION FROM DB_VERSION ORDER BY VERSION DESC"), db(), Recordset::ForwardOnly);
+        rs.open(QStringLiteral("SELECT VERSION FROM DB_VERSION ORDER BY VERSION DESC"), db(),
+                Recordset::ForwardOnly);
         // Only the newest version counts; an empty table is no version at all.
-        const bool compatible = !rs.eof() && !rs.isNull(0) && rs.value(0).toLongLong() == modmain::SchemaVersion;
+        const bool compatible =
+            !rs.eof() && !rs.isNull(0) && rs.value(0).toLongLong() == modmain::SchemaVersion;
         rs.close();
         return compatible;
     } catch (const VbError& err) {
@@ -70,9 +74,10 @@ void CheckCharacters() {
                                       QStringLiteral("Character Name"), QString());
             if (!name.isEmpty())
                 break;
-            const int answer = MsgBox(QStringLiteral("The Character Name entered is invalid. VOSK cannot load without a "
-                                                     "valid character name. Would you like to try again?"),
-                                      vb::YesNo + vb::Question, QStringLiteral("Invalid Character Name"));
+            const int answer =
+                MsgBox(QStringLiteral("The Character Name entered is invalid. VOSK cannot load without a "
+                                      "valid character name. Would you like to try again?"),
+                       vb::YesNo + vb::Question, QStringLiteral("Invalid Character Name"));
             if (answer == vb::No) {
                 ShutDown();
                 // The connection and every window are gone: asking again could only end in a write

@@ -83,7 +83,9 @@ QString dialogFilter(const QString& filter) {
         QString patterns = parts.at(i + 1);
         patterns.replace(QLatin1Char(';'), QLatin1Char(' '));
         // The classic caption usually shows its patterns already; Qt reads them from the parentheses.
-        out << (caption.contains(QLatin1Char('(')) ? caption : caption + QStringLiteral(" (") + patterns + QLatin1Char(')'));
+        out << (caption.contains(QLatin1Char('('))
+                    ? caption
+                    : caption + QStringLiteral(" (") + patterns + QLatin1Char(')'));
     }
     if (parts.size() % 2 == 1 && !parts.last().isEmpty())
         out << parts.last();
@@ -98,11 +100,14 @@ QWidget* dialogParent() {
         return w;
     return QApplication::activeWindow();
 }
-QString titleOr(const QString& title) { return title.isEmpty() ? appTitle() : title; }
+QString titleOr(const QString& title) {
+    return title.isEmpty() ? appTitle() : title;
+}
 } // namespace
 
 int QtPrompt::msgBox(const QString& text, int style, const QString& title) {
-    QMessageBox box(qtprompt::iconOf(style), titleOr(title), text, qtprompt::buttonsOf(style), dialogParent());
+    QMessageBox box(qtprompt::iconOf(style), titleOr(title), text, qtprompt::buttonsOf(style),
+                    dialogParent());
     box.setDefaultButton(qtprompt::defaultButtonOf(style));
     box.exec();
     const auto clicked = box.standardButton(box.clickedButton());
@@ -111,22 +116,26 @@ int QtPrompt::msgBox(const QString& text, int style, const QString& title) {
     return qtprompt::resultOf(clicked);
 }
 
-QString QtPrompt::inputBox(const QString& prompt, const QString& title, const QString& defaultText, bool* cancelled) {
+QString QtPrompt::inputBox(const QString& prompt, const QString& title, const QString& defaultText,
+                           bool* cancelled) {
     bool ok = false;
-    const QString text = QInputDialog::getText(dialogParent(), titleOr(title), prompt, QLineEdit::Normal, defaultText, &ok);
+    const QString text =
+        QInputDialog::getText(dialogParent(), titleOr(title), prompt, QLineEdit::Normal, defaultText, &ok);
     if (cancelled)
         *cancelled = !ok;
     return ok ? text : QString();
 }
 
 QString QtPrompt::openFile(const QString& title, const QString& filter, const QString& folder) {
-    return QFileDialog::getOpenFileName(dialogParent(), titleOr(title), folder, qtprompt::dialogFilter(filter));
+    return QFileDialog::getOpenFileName(dialogParent(), titleOr(title), folder,
+                                        qtprompt::dialogFilter(filter));
 }
 
 QString QtPrompt::saveFile(const QString& title, const QString& filter, const QString& proposedName,
                            const QString& folder) {
     const QString start = folder.isEmpty() ? proposedName : folder + QLatin1Char('/') + proposedName;
-    return QFileDialog::getSaveFileName(dialogParent(), titleOr(title), start, qtprompt::dialogFilter(filter));
+    return QFileDialog::getSaveFileName(dialogParent(), titleOr(title), start,
+                                        qtprompt::dialogFilter(filter));
 }
 
 QString QtPrompt::chooseFolder(const QString& prompt) {

@@ -46,4 +46,6 @@ bool AcquireInstanceLock() {
     return true;
 }
 
-void ReleaseInstanceLock() { lockRef().reset(); }
+void ReleaseInstanceLock() {
+    lockRef().reset();
+}

@@ -7,6 +7,12 @@ std::function<QDateTime()>& clockRef() {
 }
 } // namespace
 
-QDateTime Now() { return clockRef() ? clockRef()() : QDateTime::currentDateTime(); }
-void setClock(std::function<QDateTime()> clock) { clockRef() = std::move(clock); }
-QString generalDate(const QDateTime& t) { return t.toString(QStringLiteral("yyyy-MM-dd hh:mm:ss")); }
+QDateTime Now() {
+    return clockRef() ? clockRef()() : QDateTime::currentDateTime();
+}
+void setClock(std::function<QDateTime()> clock) {
+    clockRef() = std::move(clock);
+}
+QString generalDate(const QDateTime& t) {
+    return t.toString(QStringLiteral("yyyy-MM-dd hh:mm:ss"));
+}

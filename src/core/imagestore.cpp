@@ -37,7 +37,10 @@ void ImageStore::release() {
 }
 
 QImage GetItemIcon(long index) {
-    return ImageStore::instance().picture(QStringLiteral("ITEM_ICON"), QString::number(index) + QStringLiteral(".gif"));
+    return ImageStore::instance().picture(QStringLiteral("ITEM_ICON"),
+                                          QString::number(index) + QStringLiteral(".gif"));
 }
 
-long GetItemIconCount() { return ImageStore::instance().count(QStringLiteral("ITEM_ICON")); }
+long GetItemIconCount() {
+    return ImageStore::instance().count(QStringLiteral("ITEM_ICON"));
+}

@@ -1,10 +1,10 @@
 #include "core/inifile.h"
 #include "core/programfolder.h"
 
-#include <QFile>
-#include <QHash>
 #include <QDateTime>
+#include <QFile>
 #include <QFileInfo>
+#include <QHash>
 #include <QStringList>
 #include <QTextStream>
 
@@ -54,7 +54,8 @@ const QHash<QString, QString>& parsed(const QString& file) {
 }
 } // namespace
 
-QString ReadIni(const QString& file, const QString& section, const QString& key, const QString& defaultValue) {
+QString ReadIni(const QString& file, const QString& section, const QString& key,
+                const QString& defaultValue) {
     return parsed(file).value(slot(section, key), defaultValue);
 }
 

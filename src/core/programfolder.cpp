@@ -25,7 +25,9 @@ QString programFolder() {
     return f;
 }
 
-void setProgramFolder(const QString& folder) { folderRef() = QDir::cleanPath(folder); }
+void setProgramFolder(const QString& folder) {
+    folderRef() = QDir::cleanPath(folder);
+}
 
 void initProgramFolder(const QStringList& arguments) {
     for (int i = 0; i < arguments.size(); ++i) {
@@ -43,6 +45,12 @@ void initProgramFolder(const QStringList& arguments) {
     programFolder();
 }
 
-QString databasePath() { return programFolder() + QDir::separator() + QStringLiteral("data.vosk"); }
-QString iniPath() { return programFolder() + QDir::separator() + QStringLiteral("VOSK.ini"); }
-QString errorLogPath() { return programFolder() + QStringLiteral("/errors.log"); }
+QString databasePath() {
+    return programFolder() + QDir::separator() + QStringLiteral("data.vosk");
+}
+QString iniPath() {
+    return programFolder() + QDir::separator() + QStringLiteral("VOSK.ini");
+}
+QString errorLogPath() {
+    return programFolder() + QStringLiteral("/errors.log");
+}

@@ -23,7 +23,9 @@ Prompt* setPrompts(Prompt* service) {
 }
 
 // A scripted prompt installs itself for its lifetime, which is what every test wants.
-ScriptedPrompt::ScriptedPrompt() { m_previous = setPrompts(this); }
+ScriptedPrompt::ScriptedPrompt() {
+    m_previous = setPrompts(this);
+}
 
 ScriptedPrompt::~ScriptedPrompt() {
     if (current() == this)

@@ -30,7 +30,8 @@ public:
     virtual QString inputBox(const QString& prompt, const QString& title = QString(),
                              const QString& defaultText = QString(), bool* cancelled = nullptr) = 0;
     // File and folder dialogs return an empty text when cancelled.
-    virtual QString openFile(const QString& title, const QString& filter, const QString& folder = QString()) = 0;
+    virtual QString openFile(const QString& title, const QString& filter,
+                             const QString& folder = QString()) = 0;
     virtual QString saveFile(const QString& title, const QString& filter, const QString& proposedName,
                              const QString& folder = QString()) = 0;
     virtual QString chooseFolder(const QString& prompt) = 0;

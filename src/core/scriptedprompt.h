@@ -27,7 +27,11 @@ public:
     const QList<Call>& calls() const { return m_calls; }
     Call last() const { return m_calls.isEmpty() ? Call{} : m_calls.last(); }
     int count() const { return int(m_calls.size()); }
-    void clear() { m_calls.clear(); m_buttons.clear(); m_texts.clear(); }
+    void clear() {
+        m_calls.clear();
+        m_buttons.clear();
+        m_texts.clear();
+    }
 
     int msgBox(const QString& text, int style, const QString& title) override;
     QString inputBox(const QString& prompt, const QString& title, const QString& defaultText,

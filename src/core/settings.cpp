@@ -3,8 +3,12 @@
 #include <QSettings>
 
 namespace {
-QSettings store() { return QSettings(QSettings::NativeFormat, QSettings::UserScope, "VOSK", "VOSK"); }
-QString path(const QString& section, const QString& key) { return section + QLatin1Char('/') + key; }
+QSettings store() {
+    return QSettings(QSettings::NativeFormat, QSettings::UserScope, "VOSK", "VOSK");
+}
+QString path(const QString& section, const QString& key) {
+    return section + QLatin1Char('/') + key;
+}
 } // namespace
 
 QString GetSetting(const QString& section, const QString& key, const QString& defaultValue) {
@@ -34,9 +38,19 @@ bool textBool(const QString& s) {
 }
 
 namespace opt {
-QString text(const Option& o) { return GetSetting("Options", o.key, o.defaultValue); }
-bool flag(const Option& o) { return textBool(text(o)); }
-long number(const Option& o) { return text(o).toLong(); }
-void save(const Option& o, const QString& value) { SaveSetting("Options", o.key, value); }
-void saveFlag(const Option& o, bool value) { save(o, boolText(value)); }
+QString text(const Option& o) {
+    return GetSetting("Options", o.key, o.defaultValue);
+}
+bool flag(const Option& o) {
+    return textBool(text(o));
+}
+long number(const Option& o) {
+    return text(o).toLong();
+}
+void save(const Option& o, const QString& value) {
+    SaveSetting("Options", o.key, value);
+}
+void saveFlag(const Option& o, bool value) {
+    save(o, boolText(value));
+}
 } // namespace opt

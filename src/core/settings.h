@@ -35,5 +35,7 @@ void saveFlag(const Option& o, bool value);
 } // namespace opt
 
 // "True"/"False" as the store keeps them; anything else reads false.
-inline QString boolText(bool b) { return b ? QStringLiteral("True") : QStringLiteral("False"); }
+inline QString boolText(bool b) {
+    return b ? QStringLiteral("True") : QStringLiteral("False");
+}
 bool textBool(const QString& s);

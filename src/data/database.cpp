@@ -74,7 +74,8 @@ void jetConcat(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
             out += jetNumberText(sqlite3_value_double(argv[i])).toUtf8();
             break;
         default:
-            out.append(reinterpret_cast<const char*>(sqlite3_value_text(argv[i])), sqlite3_value_bytes(argv[i]));
+            out.append(reinterpret_cast<const char*>(sqlite3_value_text(argv[i])),
+                       sqlite3_value_bytes(argv[i]));
         }
         any = true;
     }
@@ -118,10 +119,11 @@ ErrorRecord Database::makeRecord(int extendedCode, const QString& message) {
     const int primary = extendedCode & 0xff;
     // A name the engine cannot resolve, and a value of the wrong kind (the schema's INVALID_... checks),
     // are what the old provider reported as a missing value.
-    const bool missing = message.startsWith(QLatin1String("no such column")) || primary == SQLITE_MISMATCH ||
-                         extendedCode == SQLITE_CONSTRAINT_DATATYPE ||
-                         (extendedCode == SQLITE_CONSTRAINT_CHECK &&
-                          message.startsWith(QLatin1String("CHECK constraint failed: INVALID"), Qt::CaseInsensitive));
+    const bool missing =
+        message.startsWith(QLatin1String("no such column")) || primary == SQLITE_MISMATCH ||
+        extendedCode == SQLITE_CONSTRAINT_DATATYPE ||
+        (extendedCode == SQLITE_CONSTRAINT_CHECK &&
+         message.startsWith(QLatin1String("CHECK constraint failed: INVALID"), Qt::CaseInsensitive));
     r.Number = missing ? hr::MissingValue : hr::Fail;
     r.Description = message;
     r.Source = QLatin1String(kSource);
@@ -130,7 +132,9 @@ ErrorRecord Database::makeRecord(int extendedCode, const QString& message) {
     return r;
 }
 
-Database::~Database() { close(); }
+Database::~Database() {
+    close();
+}
 
 void Database::open(const QString& connectionText) {
     close();
@@ -155,7 +159,8 @@ void Database::open(const QString& connectionText) {
     sqlite3* h = nullptr;
     const int rc = sqlite3_open_v2(QFile::encodeName(file).constData(), &h, SQLITE_OPEN_READWRITE, nullptr);
     if (rc != SQLITE_OK) {
-        const QString message = h ? QString::fromUtf8(sqlite3_errmsg(h)) : QString::fromUtf8(sqlite3_errstr(rc));
+        const QString message =
+            h ? QString::fromUtf8(sqlite3_errmsg(h)) : QString::fromUtf8(sqlite3_errstr(rc));
         const int code = h ? sqlite3_extended_errcode(h) : rc;
         sqlite3_close_v2(h);
         refuse(code, message);
@@ -167,8 +172,8 @@ void Database::open(const QString& connectionText) {
     // Reading the schema proves the file is readable as a database; it also says whether it uses
     // foreign keys, which SQLite enforces only when asked.
     sqlite3_stmt* st = nullptr;
-    int code = sqlite3_prepare_v2(h, "SELECT COUNT(*) FROM sqlite_master WHERE sql LIKE '%REFERENCES%'", -1, &st,
-                                  nullptr);
+    int code = sqlite3_prepare_v2(h, "SELECT COUNT(*) FROM sqlite_master WHERE sql LIKE '%REFERENCES%'", -1,
+                                  &st, nullptr);
     if (code == SQLITE_OK)
         code = sqlite3_step(st);
     if (code != SQLITE_ROW) {
@@ -209,7 +214,8 @@ void Database::raise(int code, const QString& context) {
     if (m_db) {
         m_errors = {makeRecord(sqlite3_extended_errcode(m_db), QString::fromUtf8(sqlite3_errmsg(m_db)))};
     } else {
-        m_errors = {makeRecord(code, context.isEmpty() ? QStringLiteral("The database is not open.") : context)};
+        m_errors = {
+            makeRecord(code, context.isEmpty() ? QStringLiteral("The database is not open.") : context)};
     }
     throw VbError(m_errors.first().Number, m_errors.first().Description);
 }
@@ -245,7 +251,8 @@ sqlite3_stmt* Database::acquireShape(const QString& sqliteSql, const QStringList
             if (quiet)
                 return nullptr;
             if (rc == SQLITE_OK) // only blanks or a comment: nothing to run
-                fail(hr::Fail, SQLITE_ERROR, QStringLiteral("42000"), QStringLiteral("The SQL text holds no statement."));
+                fail(hr::Fail, SQLITE_ERROR, QStringLiteral("42000"),
+                     QStringLiteral("The SQL text holds no statement."));
             raise(rc);
         }
         m_pool->owner.insert(st, shape);
@@ -301,7 +308,8 @@ long Database::run(const QString& sql) {
     while ((rc = sqlite3_step(st)) == SQLITE_ROW) {
     }
     if (rc != SQLITE_DONE) {
-        const ErrorRecord r = makeRecord(sqlite3_extended_errcode(m_db), QString::fromUtf8(sqlite3_errmsg(m_db)));
+        const ErrorRecord r =
+            makeRecord(sqlite3_extended_errcode(m_db), QString::fromUtf8(sqlite3_errmsg(m_db)));
         release(st);
         m_errors = {r};
         throw VbError(r.Number, r.Description);
@@ -311,7 +319,9 @@ long Database::run(const QString& sql) {
     return changed;
 }
 
-bool Database::inTransaction() const { return m_db && !sqlite3_get_autocommit(m_db); }
+bool Database::inTransaction() const {
+    return m_db && !sqlite3_get_autocommit(m_db);
+}
 
 void Database::beginTrans() {
     if (inTransaction())
@@ -322,13 +332,15 @@ void Database::beginTrans() {
 
 void Database::commitTrans() {
     if (!inTransaction())
-        fail(hr::Fail, SQLITE_ERROR, QStringLiteral("HY000"), QStringLiteral("No transaction is open to commit."));
+        fail(hr::Fail, SQLITE_ERROR, QStringLiteral("HY000"),
+             QStringLiteral("No transaction is open to commit."));
     run(QStringLiteral("COMMIT"));
 }
 
 void Database::rollbackTrans() {
     if (!inTransaction())
-        fail(hr::Fail, SQLITE_ERROR, QStringLiteral("HY000"), QStringLiteral("No transaction is open to roll back."));
+        fail(hr::Fail, SQLITE_ERROR, QStringLiteral("HY000"),
+             QStringLiteral("No transaction is open to roll back."));
     run(QStringLiteral("ROLLBACK"));
 }
 

@@ -14,19 +14,19 @@ struct sqlite3_stmt;
 
 // One error record of the last failed operation, as the error reporter reads them.
 struct ErrorRecord {
-    long Number = 0;       // the provider's error number (an HRESULT, negative)
-    QString Description;   // the engine's message
-    QString Source;        // "VOSK SQLite Provider"
-    QString SQLState;      // five characters
-    long NativeError = 0;  // the engine's own code (SQLite's extended result code)
-    QString HelpFile;      // always empty
+    long Number = 0;      // the provider's error number (an HRESULT, negative)
+    QString Description;  // the engine's message
+    QString Source;       // "VOSK SQLite Provider"
+    QString SQLState;     // five characters
+    long NativeError = 0; // the engine's own code (SQLite's extended result code)
+    QString HelpFile;     // always empty
     long HelpContext = 0;
 };
 
 // HRESULTs that the error records carry.
 namespace hr {
-constexpr long Fail = -2147467259;          // 0x80004005, any engine failure
-constexpr long MissingValue = -2147217904;  // 0x80040E10, a name the engine cannot resolve to a column
+constexpr long Fail = -2147467259;         // 0x80004005, any engine failure
+constexpr long MissingValue = -2147217904; // 0x80040E10, a name the engine cannot resolve to a column
 } // namespace hr
 
 class Database {
@@ -79,7 +79,8 @@ public:
     // A slot kept with each prepared shape, where result sets keep what they learned of its columns.
     std::shared_ptr<void>& shapeData(sqlite3_stmt* stmt);
     // Records one error record of the engine's own making and throws it as a VbError.
-    [[noreturn]] void fail(long number, long nativeError, const QString& sqlState, const QString& description);
+    [[noreturn]] void fail(long number, long nativeError, const QString& sqlState,
+                           const QString& description);
     // The error record for a SQLite result code and message (how the reporter tells situations apart).
     static ErrorRecord makeRecord(int extendedCode, const QString& message);
 

@@ -78,27 +78,28 @@ void ReportDBError(const VbError& error, const QString& procedure, const QString
                    QStringLiteral("Invalid Values"));
             break;
         default:
-            MsgBox(QStringLiteral("Database Error: ") + QString::number(r.Number) + u'(' + r.Description + u')' +
-                       kCrLf + QStringLiteral("in procedure ") + where,
+            MsgBox(QStringLiteral("Database Error: ") + QString::number(r.Number) + u'(' + r.Description +
+                       u')' + kCrLf + QStringLiteral("in procedure ") + where,
                    vb::OKOnly);
         }
     } else if (records.size() > 1) {
         QString list;
         for (const ErrorRecord& r : records)
-            list += QStringLiteral("Error ") + QString::number(r.Number) + QStringLiteral(" (") + r.Description +
-                    u')' + kCrLf;
+            list += QStringLiteral("Error ") + QString::number(r.Number) + QStringLiteral(" (") +
+                    r.Description + u')' + kCrLf;
         MsgBox(QStringLiteral("The following database errors have occureind: ") + kCrLf + list +
                    QStringLiteral(" in procedure ") + where,
                vb::OKOnly);
     } else {
-        MsgBox(QStringLiteral("Error ") + QString::number(error.number) + QStringLiteral(" (") + error.description +
-                   QStringLiteral(")  procedure ") + where,
+        MsgBox(QStringLiteral("Error ") + QString::number(error.number) + QStringLiteral(" (") +
+                   error.description + QStringLiteral(")  procedure ") + where,
                vb::OKOnly);
         if (opt::flag(opt::ReportErrorMessages) && opener())
-            opener()(error.description + QStringLiteral(" >procedure ") + where, QString::number(error.number));
+            opener()(error.description + QStringLiteral(" >procedure ") + where,
+                     QString::number(error.number));
     }
-    appendToLog(QStringLiteral("Error ") + QString::number(error.number) + QStringLiteral(" (") + error.description +
-                QStringLiteral(") in procedure ") + where + u' ' + generalDate(Now()));
+    appendToLog(QStringLiteral("Error ") + QString::number(error.number) + QStringLiteral(" (") +
+                error.description + QStringLiteral(") in procedure ") + where + u' ' + generalDate(Now()));
     db().clearErrors();
 }
 

@@ -4,9 +4,15 @@
 // TEXT = memo, BOOLEAN = yes/no, DATETIME = date). Computed columns take the kind of their first value.
 enum class FieldKind { Empty, Integer16, Long, Single, Double, Currency, Text, Memo, Boolean, Date };
 
-constexpr bool isWholeNumber(FieldKind k) { return k == FieldKind::Integer16 || k == FieldKind::Long; }
+constexpr bool isWholeNumber(FieldKind k) {
+    return k == FieldKind::Integer16 || k == FieldKind::Long;
+}
 constexpr bool isFraction(FieldKind k) {
     return k == FieldKind::Single || k == FieldKind::Double || k == FieldKind::Currency;
 }
-constexpr bool isNumeric(FieldKind k) { return isWholeNumber(k) || isFraction(k); }
-constexpr bool isText(FieldKind k) { return k == FieldKind::Text || k == FieldKind::Memo; }
+constexpr bool isNumeric(FieldKind k) {
+    return isWholeNumber(k) || isFraction(k);
+}
+constexpr bool isText(FieldKind k) {
+    return k == FieldKind::Text || k == FieldKind::Memo;
+}

@@ -9,4 +9,6 @@ QString FixQuotes(const QString& text) {
     return out;
 }
 
-bool ValidName(const QString& name) { return !name.contains(QLatin1String("''")); }
+bool ValidName(const QString& name) {
+    return !name.contains(QLatin1String("''"));
+}

@@ -34,14 +34,16 @@ bool rowsAreTableRows(const QString& sqliteSql) {
 } // namespace
 
 void Recordset::Impl::requireCurrent() const {
-    const bool none = cursor == ForwardOnly ? (atEnd || !stmt)
-                                            : (!adding && (onDeleted || pos < 0 || pos >= rows.size()));
+    const bool none =
+        cursor == ForwardOnly ? (atEnd || !stmt) : (!adding && (onDeleted || pos < 0 || pos >= rows.size()));
     if (none)
         throw NoCurrentRecord();
 }
 
 Recordset::Recordset() : d(std::make_unique<Impl>()) {}
-Recordset::~Recordset() { close(); }
+Recordset::~Recordset() {
+    close();
+}
 Recordset::Recordset(Recordset&&) noexcept = default;
 Recordset& Recordset::operator=(Recordset&& other) noexcept {
     if (this != &other) {
@@ -163,7 +165,9 @@ void Recordset::close() {
     d->atEnd = true;
 }
 
-bool Recordset::isOpen() const { return d && d->cn; }
+bool Recordset::isOpen() const {
+    return d && d->cn;
+}
 
 bool Recordset::eof() const {
     if (!isOpen())
@@ -221,18 +225,27 @@ long Recordset::recordCount() const {
     return long(d->rows.size());
 }
 
-int Recordset::fieldCount() const { return isOpen() ? int(d->cols.size()) : 0; }
+int Recordset::fieldCount() const {
+    return isOpen() ? int(d->cols.size()) : 0;
+}
 
 static const ColumnInfo& column(const Recordset::Impl* d, int i) {
     if (i < 0 || i >= d->cols.size())
-        throw VbError(kItemNotFound, QStringLiteral("Item cannot be found in the collection corresponding to the "
-                                                    "requested name or ordinal."));
+        throw VbError(kItemNotFound,
+                      QStringLiteral("Item cannot be found in the collection corresponding to the "
+                                     "requested name or ordinal."));
     return d->cols[i];
 }
 
-QString Recordset::fieldName(int i) const { return column(d.get(), i).name; }
-QString Recordset::baseColumnName(int i) const { return column(d.get(), i).baseColumn; }
-QString Recordset::baseTableName(int i) const { return column(d.get(), i).baseTable; }
+QString Recordset::fieldName(int i) const {
+    return column(d.get(), i).name;
+}
+QString Recordset::baseColumnName(int i) const {
+    return column(d.get(), i).baseColumn;
+}
+QString Recordset::baseTableName(int i) const {
+    return column(d.get(), i).baseTable;
+}
 FieldKind Recordset::fieldKind(int i) const {
     const ColumnInfo& c = column(d.get(), i);
     return c.kind != FieldKind::Empty || i >= d->computed.size() ? c.kind : d->computed[i];
@@ -280,8 +293,9 @@ QVariant Recordset::value(int i) const {
 QVariant Recordset::value(const QString& name) const {
     const int i = fieldIndex(name);
     if (i < 0)
-        throw VbError(kItemNotFound, QStringLiteral("Item cannot be found in the collection corresponding to the "
-                                                    "requested name or ordinal."));
+        throw VbError(kItemNotFound,
+                      QStringLiteral("Item cannot be found in the collection corresponding to the "
+                                     "requested name or ordinal."));
     return value(i);
 }
 
@@ -301,9 +315,14 @@ int Recordset::storageClass(int i) const {
     if (v.isNull())
         return SQLITE_NULL;
     switch (v.typeId()) {
-    case QMetaType::Int: case QMetaType::LongLong: case QMetaType::Bool: return SQLITE_INTEGER;
-    case QMetaType::Double: return SQLITE_FLOAT;
-    default: return SQLITE_TEXT;
+    case QMetaType::Int:
+    case QMetaType::LongLong:
+    case QMetaType::Bool:
+        return SQLITE_INTEGER;
+    case QMetaType::Double:
+        return SQLITE_FLOAT;
+    default:
+        return SQLITE_TEXT;
     }
 }
 

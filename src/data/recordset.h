@@ -32,7 +32,7 @@ public:
     bool eof() const;
     bool bof() const;
     void moveNext();
-    void moveFirst(); // Dynamic, or ForwardOnly while still on the first row
+    void moveFirst();         // Dynamic, or ForwardOnly while still on the first row
     long recordCount() const; // Dynamic only; -1 for ForwardOnly
 
     int fieldCount() const;
@@ -42,7 +42,7 @@ public:
     QString baseColumnName(int i) const; // the column of its base table; empty for a computed column
     QString baseTableName(int i) const;
     FieldKind fieldKind(int i) const;
-    int definedSize(int i) const;        // characters for text, bytes for numbers
+    int definedSize(int i) const; // characters for text, bytes for numbers
     // Accepts a result name or "TABLE.COLUMN"; -1 when there is none.
     int fieldIndex(const QString& name) const;
 

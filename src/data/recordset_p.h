@@ -18,14 +18,14 @@ struct ColumnInfo {
     QString declType;
     FieldKind kind = FieldKind::Empty;
     int size = 0;
-    int table = -1;     // index into Recordset::Impl::tables, -1 when computed
+    int table = -1;                    // index into Recordset::Impl::tables, -1 when computed
     FieldKind hint = FieldKind::Empty; // a computed column's kind read from its expression
 };
 
 struct Recordset::Impl {
     Database* cn = nullptr;
     CursorType cursor = ForwardOnly;
-    QList<ColumnInfo> cols;       // shared by every result set of the same shape: never changed here
+    QList<ColumnInfo> cols; // shared by every result set of the same shape: never changed here
     QVarLengthArray<FieldKind, 32> computed; // computed columns' kinds, from this result's first row
 
     // ForwardOnly: the live statement, positioned on the current row.
@@ -34,13 +34,13 @@ struct Recordset::Impl {
     bool moved = false; // left the first row
 
     // Dynamic: every row in memory, with the rowid of each base table's row (0 when absent).
-    QStringList tables;   // base tables in order of first appearance among the columns
+    QStringList tables; // base tables in order of first appearance among the columns
     bool rowidsKnown = false;
     QList<QList<QVariant>> rows;
     QList<QList<qint64>> rowids;
-    int pos = 0;          // == rows.size() at the end mark; -1 before the first row
+    int pos = 0; // == rows.size() at the end mark; -1 before the first row
     bool adding = false;
-    bool onDeleted = false; // the current row was deleted; moveNext comes to the one after it
+    bool onDeleted = false;       // the current row was deleted; moveNext comes to the one after it
     QHash<int, QVariant> pending; // changed fields of the current (or new) row, already converted
     mutable QByteArray utf8;      // what textUtf8 last handed out (Dynamic)
 

@@ -8,7 +8,9 @@
 
 FieldKind kindOfDeclared(const QString& declType, int* size) {
     const QString t = declType.trimmed().toUpper();
-    auto is = [&](const char* word) { return t == QLatin1String(word) || t.startsWith(QLatin1String(word) + u'('); };
+    auto is = [&](const char* word) {
+        return t == QLatin1String(word) || t.startsWith(QLatin1String(word) + u'(');
+    };
     *size = 0;
     if (is("VARCHAR") || is("CHAR") || is("NVARCHAR") || is("NCHAR") || is("VARYING CHARACTER")) {
         static const QRegularExpression n(QStringLiteral("\\((\\d+)\\)"));
@@ -120,22 +122,36 @@ void kindsFromFirstRow(const QList<ColumnInfo>& cols, sqlite3_stmt* st, QVarLeng
             continue;
         }
         switch (st ? sqlite3_column_type(st, i) : SQLITE_NULL) {
-        case SQLITE_INTEGER: out[i] = FieldKind::Long; break;
-        case SQLITE_FLOAT: out[i] = FieldKind::Double; break;
-        case SQLITE_TEXT: out[i] = FieldKind::Text; break;
-        case SQLITE_BLOB: out[i] = FieldKind::Memo; break;
-        default: out[i] = c.hint; // NULL or no row at all
+        case SQLITE_INTEGER:
+            out[i] = FieldKind::Long;
+            break;
+        case SQLITE_FLOAT:
+            out[i] = FieldKind::Double;
+            break;
+        case SQLITE_TEXT:
+            out[i] = FieldKind::Text;
+            break;
+        case SQLITE_BLOB:
+            out[i] = FieldKind::Memo;
+            break;
+        default:
+            out[i] = c.hint; // NULL or no row at all
         }
     }
 }
 
 int computedSize(FieldKind kind) {
     switch (kind) {
-    case FieldKind::Long: return 4;
-    case FieldKind::Double: return 8;
-    case FieldKind::Text: return 255;
-    case FieldKind::Memo: return 536870910;
-    default: return 0;
+    case FieldKind::Long:
+        return 4;
+    case FieldKind::Double:
+        return 8;
+    case FieldKind::Text:
+        return 255;
+    case FieldKind::Memo:
+        return 536870910;
+    default:
+        return 0;
     }
 }
 
@@ -156,6 +172,7 @@ QVariant Recordset::Impl::readAs(sqlite3_stmt* st, int i, FieldKind k) {
     case SQLITE_FLOAT:
         return QVariant(sqlite3_column_double(st, i));
     default:
-        return QVariant(QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(st, i)), sqlite3_column_bytes(st, i)));
+        return QVariant(QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(st, i)),
+                                          sqlite3_column_bytes(st, i)));
     }
 }

@@ -3,9 +3,9 @@
 // A write runs under a savepoint so that a failure leaves nothing half written.
 #include "data/recordset.h"
 
+#include "core/clock.h"
 #include "data/recordset_p.h"
 #include "data/sqltranslate.h"
-#include "core/clock.h"
 
 #include <QDateTime>
 #include <QLocale>
@@ -16,7 +16,8 @@ namespace {
 
 [[noreturn]] void mismatch(Database& cn, const ColumnInfo& c, const QVariant& v) {
     cn.fail(hr::MissingValue, SQLITE_MISMATCH, QStringLiteral("22018"),
-            QStringLiteral("datatype mismatch: the field %1 cannot hold the value '%2'").arg(c.name, v.toString()));
+            QStringLiteral("datatype mismatch: the field %1 cannot hold the value '%2'")
+                .arg(c.name, v.toString()));
 }
 
 bool parseNumber(const QString& text, double* out) {
@@ -34,10 +35,19 @@ void bindValue(sqlite3_stmt* st, int index, const QVariant& v) {
         return;
     }
     switch (v.typeId()) {
-    case QMetaType::Bool: sqlite3_bind_int(st, index, v.toBool() ? 1 : 0); break;
-    case QMetaType::Int: case QMetaType::LongLong: case QMetaType::UInt: case QMetaType::Short:
-        sqlite3_bind_int64(st, index, v.toLongLong()); break;
-    case QMetaType::Double: case QMetaType::Float: sqlite3_bind_double(st, index, v.toDouble()); break;
+    case QMetaType::Bool:
+        sqlite3_bind_int(st, index, v.toBool() ? 1 : 0);
+        break;
+    case QMetaType::Int:
+    case QMetaType::LongLong:
+    case QMetaType::UInt:
+    case QMetaType::Short:
+        sqlite3_bind_int64(st, index, v.toLongLong());
+        break;
+    case QMetaType::Double:
+    case QMetaType::Float:
+        sqlite3_bind_double(st, index, v.toDouble());
+        break;
     default: {
         const QByteArray u = v.toString().toUtf8();
         sqlite3_bind_text(st, index, u.constData(), int(u.size()), SQLITE_TRANSIENT);
@@ -198,8 +208,9 @@ struct WriteScope {
 void Recordset::Impl::writeRow() {
     Database& db = *cn;
     if (!rowidsKnown && !(adding && tables.size() == 1))
-        db.fail(-2147217911, SQLITE_READONLY, QStringLiteral("HY000"),
-                QStringLiteral("The result set cannot be updated: its rows cannot be traced to their tables."));
+        db.fail(
+            -2147217911, SQLITE_READONLY, QStringLiteral("HY000"),
+            QStringLiteral("The result set cannot be updated: its rows cannot be traced to their tables."));
     // Per base table, in order of first appearance: its changed columns (one value per column).
     QList<QStringList> names(tables.size());
     QList<QList<QVariant>> values(tables.size());
@@ -241,8 +252,9 @@ void Recordset::Impl::writeRow() {
                 QStringList marks;
                 for (int k = 0; k < names[t].size(); ++k)
                     marks.append(QStringLiteral("?"));
-                run(db, QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)")
-                            .arg(table, names[t].join(QStringLiteral(", ")), marks.join(QStringLiteral(", "))),
+                run(db,
+                    QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)")
+                        .arg(table, names[t].join(QStringLiteral(", ")), marks.join(QStringLiteral(", "))),
                     values[t]);
                 ids[t] = sqlite3_last_insert_rowid(db.handle());
             } else {
@@ -251,7 +263,9 @@ void Recordset::Impl::writeRow() {
                     sets.append(n + QStringLiteral(" = ?"));
                 QList<QVariant> vals = values[t];
                 vals.append(ids[t]);
-                run(db, QStringLiteral("UPDATE %1 SET %2 WHERE rowid = ?").arg(table, sets.join(QStringLiteral(", "))),
+                run(db,
+                    QStringLiteral("UPDATE %1 SET %2 WHERE rowid = ?")
+                        .arg(table, sets.join(QStringLiteral(", "))),
                     vals);
             }
         }
@@ -271,9 +285,10 @@ void Recordset::Impl::writeRow() {
                 wanted.append(quoteIdentifier(cols[i].baseColumn));
                 at.append(i);
             }
-        sqlite3_stmt* st = db.acquireShape(QStringLiteral("SELECT %1 FROM %2 WHERE rowid = ?")
-                                               .arg(wanted.join(QStringLiteral(", ")), quoteIdentifier(tables[t])),
-                                           {}, true);
+        sqlite3_stmt* st =
+            db.acquireShape(QStringLiteral("SELECT %1 FROM %2 WHERE rowid = ?")
+                                .arg(wanted.join(QStringLiteral(", ")), quoteIdentifier(tables[t])),
+                            {}, true);
         if (!st)
             continue;
         sqlite3_bind_int64(st, 1, ids[t]);
@@ -299,8 +314,9 @@ void Recordset::Impl::writeRow() {
 void Recordset::Impl::deleteRow() {
     Database& db = *cn;
     if (!rowidsKnown)
-        db.fail(-2147217911, SQLITE_READONLY, QStringLiteral("HY000"),
-                QStringLiteral("The result set cannot be updated: its rows cannot be traced to their tables."));
+        db.fail(
+            -2147217911, SQLITE_READONLY, QStringLiteral("HY000"),
+            QStringLiteral("The result set cannot be updated: its rows cannot be traced to their tables."));
     pending.clear();
     {
         // The later tables of a join hang on the earlier ones: remove them first.

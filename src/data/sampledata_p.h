@@ -22,10 +22,10 @@ struct SampleWorld {
     QStringList sectors;
     QList<QPair<QString, QString>> navPoints; // sector, nav point
     QStringList stations;
-    QStringList rawMaterials;    // in order of refinement: sources come first
+    QStringList rawMaterials; // in order of refinement: sources come first
     QStringList items;
-    QStringList plainEquipment;  // equipment built only from materials: components may use it
-    QStringList components;      // in order: upgrade sources and parts come first
+    QStringList plainEquipment; // equipment built only from materials: components may use it
+    QStringList components;     // in order: upgrade sources and parts come first
     QStringList equipment;
     QStringList mobs;
 
@@ -43,7 +43,7 @@ struct SampleWorld {
 
 void addLookups(RowWriter& w);
 void addPlaces(SampleWorld& s);
-void addMaterials(SampleWorld& s);   // raw materials and items
+void addMaterials(SampleWorld& s); // raw materials and items
 void addComponents(SampleWorld& s);
 void addEquipment(SampleWorld& s);
 void addMobs(SampleWorld& s);
@@ -53,22 +53,26 @@ void writeEquipment(SampleWorld& s, const QString& name, const QString& type, in
 
 // Opens an existing file, or creates a new one first when create is set, and runs work on it.
 template <typename Work>
-inline bool withDatabase(const QString& path, bool create, QString* error, Work work)
-{
+inline bool withDatabase(const QString& path, bool create, QString* error, Work work) {
     if (create) {
-        if (!CreateDatabase(path, error)) return false;
+        if (!CreateDatabase(path, error))
+            return false;
     } else if (!QFileInfo::exists(path)) {
-        if (error) *error = QStringLiteral("The database \"%1\" does not exist.").arg(path);
+        if (error)
+            *error = QStringLiteral("The database \"%1\" does not exist.").arg(path);
         return false;
     }
     sqlite3* db = nullptr;
     if (sqlite3_open_v2(path.toUtf8().constData(), &db, SQLITE_OPEN_READWRITE, nullptr) != SQLITE_OK) {
-        if (error) *error = QStringLiteral("Cannot open \"%1\": %2").arg(path, QString::fromUtf8(sqlite3_errmsg(db)));
+        if (error)
+            *error =
+                QStringLiteral("Cannot open \"%1\": %2").arg(path, QString::fromUtf8(sqlite3_errmsg(db)));
         sqlite3_close(db);
         return false;
     }
     const bool ok = work(db);
     sqlite3_close(db);
-    if (!ok && create) QFile::remove(path);
+    if (!ok && create)
+        QFile::remove(path);
     return ok;
 }

@@ -7,8 +7,7 @@
 namespace schema {
 namespace {
 
-Column col(const QString& n, const QString& type, bool required = false)
-{
+Column col(const QString& n, const QString& type, bool required = false) {
     Column c;
     c.name = n;
     c.type = type;
@@ -16,32 +15,61 @@ Column col(const QString& n, const QString& type, bool required = false)
     return c;
 }
 
-Column key(const QString& n) { return col(n, QStringLiteral("VARCHAR(100)"), true); }
-Column ref(const QString& n) { return col(n, QStringLiteral("VARCHAR(100)")); }
-Column lookupKey(const QString& n) { return col(n, QStringLiteral("VARCHAR(50)"), true); }
-Column word(const QString& n) { return col(n, QStringLiteral("VARCHAR(50)")); }
-Column shortText(const QString& n) { return col(n, QStringLiteral("VARCHAR(20)")); }
-Column custom(const QString& n) { return col(n, QStringLiteral("VARCHAR(255)")); }
-Column memo(const QString& n) { return col(n, QStringLiteral("TEXT")); }
-Column whole(const QString& n) { return col(n, QStringLiteral("INTEGER")); }
-Column small(const QString& n) { return col(n, QStringLiteral("SMALLINT")); }
-Column dbl(const QString& n) { return col(n, QStringLiteral("DOUBLE")); }
-Column sgl(const QString& n) { return col(n, QStringLiteral("FLOAT")); }
-Column yesNo(const QString& n) { return col(n, QStringLiteral("BOOLEAN")); }
-Column date(const QString& n) { return col(n, QStringLiteral("DATETIME")); }
+Column key(const QString& n) {
+    return col(n, QStringLiteral("VARCHAR(100)"), true);
+}
+Column ref(const QString& n) {
+    return col(n, QStringLiteral("VARCHAR(100)"));
+}
+Column lookupKey(const QString& n) {
+    return col(n, QStringLiteral("VARCHAR(50)"), true);
+}
+Column word(const QString& n) {
+    return col(n, QStringLiteral("VARCHAR(50)"));
+}
+Column shortText(const QString& n) {
+    return col(n, QStringLiteral("VARCHAR(20)"));
+}
+Column custom(const QString& n) {
+    return col(n, QStringLiteral("VARCHAR(255)"));
+}
+Column memo(const QString& n) {
+    return col(n, QStringLiteral("TEXT"));
+}
+Column whole(const QString& n) {
+    return col(n, QStringLiteral("INTEGER"));
+}
+Column small(const QString& n) {
+    return col(n, QStringLiteral("SMALLINT"));
+}
+Column dbl(const QString& n) {
+    return col(n, QStringLiteral("DOUBLE"));
+}
+Column sgl(const QString& n) {
+    return col(n, QStringLiteral("FLOAT"));
+}
+Column yesNo(const QString& n) {
+    return col(n, QStringLiteral("BOOLEAN"));
+}
+Column date(const QString& n) {
+    return col(n, QStringLiteral("DATETIME"));
+}
 
-Table record(const QString& name, QList<Column> cols) { return {name, cols, {cols.first().name}}; }
-Table link(const QString& name, QList<Column> cols) { return {name, cols, {}}; }
-Table lookup(const QString& name, QList<Column> cols, bool ordered = false)
-{
+Table record(const QString& name, QList<Column> cols) {
+    return {name, cols, {cols.first().name}};
+}
+Table link(const QString& name, QList<Column> cols) {
+    return {name, cols, {}};
+}
+Table lookup(const QString& name, QList<Column> cols, bool ordered = false) {
     QStringList keys;
     for (const Column& c : cols)
-        if (c.required) keys << c.name;
+        if (c.required)
+            keys << c.name;
     return {name, cols, keys, true, ordered};
 }
 
-QList<Table> buildTables()
-{
+QList<Table> buildTables() {
     QList<Table> t;
     // Main records.
     t << record("EQUIPMENTS", {key("EQUIPMENT_NAME"), word("TYPE"), ref("MANUFACTURER"), whole("LVL"),
@@ -71,19 +99,22 @@ QList<Table> buildTables()
     // Equipment statistics, one row per equipment of the kind.
     t << record("WEAPON_STATS", {key("EQUIPMENT_NAME"), whole("DAMAGE"), word("DAMAGE_TYPE"), dbl("DELAY"),
                                  dbl("ENERGY_USE"), whole("RANGE"), whole("ROUNDS"), word("AMO_TYPE")});
-    t << record("ENGINE_STATS", {key("EQUIPMENT_NAME"), whole("WARP"), dbl("DRAIN"), whole("THRUST"),
-                                 whole("SIGNATURE")});
+    t << record("ENGINE_STATS",
+                {key("EQUIPMENT_NAME"), whole("WARP"), dbl("DRAIN"), whole("THRUST"), whole("SIGNATURE")});
     t << record("REACTOR_STATS", {key("EQUIPMENT_NAME"), whole("ENERGY"), dbl("RECHARGE_RATE")});
     t << record("SHIELD_STATS", {key("EQUIPMENT_NAME"), whole("COVERAGE"), dbl("REGEN_RATE")});
     t << record("AMO_STATS", {key("EQUIPMENT_NAME"), whole("DAMAGE"), word("DAMAGE_TYPE"), word("AMO_TYPE"),
                               whole("STACK_SIZE"), whole("RANGE"), sgl("MANEUVERABILITY")});
 
     // Relationships: names that join records, kept even when they point nowhere.
-    t << link("EQUIPMENTS_COMPONENTS", {ref("EQUIPMENTS_EQUIPMENT"), ref("COMPONENTS_COMPONENT"), whole("AMOUNT")});
-    t << link("EQUIPMENTS_RAW_MATERIALS", {ref("EQUIPMENTS_EQUIPMENT"), ref("RAW_MATERIAL_NAME"), whole("AMOUNT")});
+    t << link("EQUIPMENTS_COMPONENTS",
+              {ref("EQUIPMENTS_EQUIPMENT"), ref("COMPONENTS_COMPONENT"), whole("AMOUNT")});
+    t << link("EQUIPMENTS_RAW_MATERIALS",
+              {ref("EQUIPMENTS_EQUIPMENT"), ref("RAW_MATERIAL_NAME"), whole("AMOUNT")});
     t << link("EQUIPMENTS_ITEMS", {ref("EQUIPMENTS_EQUIPMENT"), ref("ITEM_NAME"), whole("AMOUNT")});
     t << link("EQUIPMENTS_UPGRADE_FROM", {ref("EQUIPMENT_NAME"), ref("UPGRADE_FROM"), whole("AMOUNT")});
-    t << link("COMPONENTS_RAW_MATERIALS", {ref("COMPONENTS_COMPONENT"), ref("RAW_MATERIAL"), whole("AMOUNT")});
+    t << link("COMPONENTS_RAW_MATERIALS",
+              {ref("COMPONENTS_COMPONENT"), ref("RAW_MATERIAL"), whole("AMOUNT")});
     t << link("COMPONENTS_EQUIPMENTS", {ref("COMPONENT_NAME"), ref("EQUIPMENT_NAME"), whole("AMOUNT")});
     t << link("COMPONENTS_ITEMS", {ref("COMPONENT_NAME"), ref("ITEM_NAME"), whole("AMOUNT")});
     t << link("COMPONENTS_UPGRADE_FROM", {ref("COMPONENT_NAME"), ref("UPGRADE_FROM"), whole("AMOUNT")});
@@ -110,8 +141,10 @@ QList<Table> buildTables()
     // Places.
     t << record("SYSTEMS", {key("SYSTEM_NAME")});
     t << record("SECTORS", {key("SECTOR_NAME"), ref("SYSTEM_SYSTEM_NAME")});
-    Table nav{"NAV_POINTS", {key("NAV_POINT_NAME"), ref("SECTOR_NAME"), memo("COMMENTS"), dbl("X_POINT"),
-                             dbl("Y_POINT"), word("NAV_TYPE")}, {"SECTOR_NAME", "NAV_POINT_NAME"}};
+    Table nav{"NAV_POINTS",
+              {key("NAV_POINT_NAME"), ref("SECTOR_NAME"), memo("COMMENTS"), dbl("X_POINT"), dbl("Y_POINT"),
+               word("NAV_TYPE")},
+              {"SECTOR_NAME", "NAV_POINT_NAME"}};
     t << nav;
 
     // Drop-down lists.
@@ -132,14 +165,15 @@ QList<Table> buildTables()
 
     // Database settings.
     t << Table{"DB_VERSION", {whole("VERSION")}, {}};
-    t << Table{"DB_OPTIONS", {yesNo("CUSTOM_FIELDS_ON"), word("FIELD_01_CAPTION"), word("FIELD_02_CAPTION"),
-                              word("FIELD_03_CAPTION")}, {}};
+    t << Table{"DB_OPTIONS",
+               {yesNo("CUSTOM_FIELDS_ON"), word("FIELD_01_CAPTION"), word("FIELD_02_CAPTION"),
+                word("FIELD_03_CAPTION")},
+               {}};
     return t;
 }
 
 LookupUse use(const QString& lt, const QString& lc, const QString& ut, const QString& uc,
-              const QString& lp = QString(), const QString& up = QString())
-{
+              const QString& lp = QString(), const QString& up = QString()) {
     LookupUse u;
     u.lookupTable = lt;
     u.lookupColumn = lc;
@@ -150,8 +184,7 @@ LookupUse use(const QString& lt, const QString& lc, const QString& ut, const QSt
     return u;
 }
 
-QList<LookupUse> buildUses()
-{
+QList<LookupUse> buildUses() {
     return {
         use("CLASSES", "CLASS_NAME", "EQUIPMENT_CLASS", "CLASS_NAME"),
         use("COMPONENT_TYPES", "COMPONENT_TYPE", "COMPONENTS", "TYPE"),
@@ -180,42 +213,39 @@ QList<LookupUse> buildUses()
 
 } // namespace
 
-const QList<Table>& tables()
-{
+const QList<Table>& tables() {
     static const QList<Table> t = buildTables();
     return t;
 }
 
-const QList<LookupUse>& lookupUses()
-{
+const QList<LookupUse>& lookupUses() {
     static const QList<LookupUse> u = buildUses();
     return u;
 }
 
-const Table* findTable(const QString& name)
-{
+const Table* findTable(const QString& name) {
     for (const Table& t : tables())
-        if (t.name.compare(name, Qt::CaseInsensitive) == 0) return &t;
+        if (t.name.compare(name, Qt::CaseInsensitive) == 0)
+            return &t;
     return nullptr;
 }
 
-QStringList tableNames()
-{
+QStringList tableNames() {
     QStringList names;
-    for (const Table& t : tables()) names << t.name;
+    for (const Table& t : tables())
+        names << t.name;
     return names;
 }
 
-QStringList columnNames(const QString& table)
-{
+QStringList columnNames(const QString& table) {
     QStringList names;
     if (const Table* t = findTable(table))
-        for (const Column& c : t->columns) names << c.name;
+        for (const Column& c : t->columns)
+            names << c.name;
     return names;
 }
 
-int textSize(const QString& declaredType)
-{
+int textSize(const QString& declaredType) {
     static const QRegularExpression re(QStringLiteral("^VARCHAR\\((\\d+)\\)$"));
     const auto m = re.match(declaredType.trimmed().toUpper());
     return m.hasMatch() ? m.captured(1).toInt() : 0;

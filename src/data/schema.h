@@ -23,7 +23,7 @@ constexpr int Version = 6;
 
 struct Column {
     QString name;
-    QString type;       // the declared type: "INTEGER", "VARCHAR(100)", "BOOLEAN", ...
+    QString type;          // the declared type: "INTEGER", "VARCHAR(100)", "BOOLEAN", ...
     bool required = false; // NOT NULL, never '' (record names, lookup values)
 };
 

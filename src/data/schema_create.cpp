@@ -9,23 +9,30 @@
 namespace schema {
 namespace {
 
-QString q(const QString& ident) { return QLatin1Char('"') + ident + QLatin1Char('"'); }
+QString q(const QString& ident) {
+    return QLatin1Char('"') + ident + QLatin1Char('"');
+}
 
-bool isWholeType(const QString& t) { return t == QLatin1String("INTEGER") || t == QLatin1String("SMALLINT"); }
-bool isFractionType(const QString& t)
-{
+bool isWholeType(const QString& t) {
+    return t == QLatin1String("INTEGER") || t == QLatin1String("SMALLINT");
+}
+bool isFractionType(const QString& t) {
     return t == QLatin1String("FLOAT") || t == QLatin1String("DOUBLE") || t == QLatin1String("CURRENCY");
 }
-bool isTextType(const QString& t) { return t == QLatin1String("TEXT") || textSize(t) > 0; }
+bool isTextType(const QString& t) {
+    return t == QLatin1String("TEXT") || textSize(t) > 0;
+}
 
-QString columnDdl(const Table& table, const Column& c)
-{
+QString columnDdl(const Table& table, const Column& c) {
     const QString col = q(c.name);
     const QString tag = table.name + QLatin1Char('_') + c.name;
     QString s = col + QLatin1Char(' ') + c.type;
-    if (c.required) s += QStringLiteral(" NOT NULL");
-    if (c.type == QLatin1String("BOOLEAN")) s += QStringLiteral(" DEFAULT 0");
-    if (isTextType(c.type)) s += QStringLiteral(" COLLATE NOCASE");
+    if (c.required)
+        s += QStringLiteral(" NOT NULL");
+    if (c.type == QLatin1String("BOOLEAN"))
+        s += QStringLiteral(" DEFAULT 0");
+    if (isTextType(c.type))
+        s += QStringLiteral(" COLLATE NOCASE");
 
     if (const int n = textSize(c.type))
         s += QStringLiteral(" CONSTRAINT TOO_LARGE_%1 CHECK (length(%2) <= %3)").arg(tag, col).arg(n);
@@ -40,45 +47,51 @@ QString columnDdl(const Table& table, const Column& c)
                       small ? QStringLiteral("32767") : QStringLiteral("2147483647"));
         s += QStringLiteral(" CONSTRAINT INVALID_%1 CHECK (typeof(%2) IN ('integer','null'))").arg(tag, col);
     } else if (isFractionType(c.type)) {
-        s += QStringLiteral(" CONSTRAINT INVALID_%1 CHECK (typeof(%2) IN ('integer','real','null'))").arg(tag, col);
+        s += QStringLiteral(" CONSTRAINT INVALID_%1 CHECK (typeof(%2) IN ('integer','real','null'))")
+                 .arg(tag, col);
     } else if (c.type == QLatin1String("BOOLEAN")) {
         s += QStringLiteral(" CONSTRAINT INVALID_%1 CHECK (%2 IN (0,1))").arg(tag, col);
     }
     return s;
 }
 
-QStringList tableDdl(const Table& t)
-{
+QStringList tableDdl(const Table& t) {
     QStringList parts;
-    for (const Column& c : t.columns) parts << columnDdl(t, c);
+    for (const Column& c : t.columns)
+        parts << columnDdl(t, c);
     QStringList quoted;
-    for (const QString& u : t.unique) quoted << q(u);
+    for (const QString& u : t.unique)
+        quoted << q(u);
     // Lists kept in table order must not be read through a sorted index: a partial index keeps the
     // values unique but is never chosen for a plain scan.
-    if (!t.unique.isEmpty() && !t.ordered) parts << QStringLiteral("UNIQUE (%1)").arg(quoted.join(QStringLiteral(", ")));
+    if (!t.unique.isEmpty() && !t.ordered)
+        parts << QStringLiteral("UNIQUE (%1)").arg(quoted.join(QStringLiteral(", ")));
 
     QStringList out;
     out << QStringLiteral("CREATE TABLE %1 (\n  %2\n)").arg(q(t.name), parts.join(QStringLiteral(",\n  ")));
     if (t.ordered)
         out << QStringLiteral("CREATE UNIQUE INDEX %1 ON %2 (%3) WHERE %4 IS NOT NULL")
-                   .arg(q(QStringLiteral("UX_") + t.name), q(t.name), quoted.join(QStringLiteral(", ")), quoted.first());
+                   .arg(q(QStringLiteral("UX_") + t.name), q(t.name), quoted.join(QStringLiteral(", ")),
+                        quoted.first());
 
     // The build trees and drop lists look records up by the names held in relationship tables.
     if (t.unique.isEmpty() && !t.lookup) {
         for (const Column& c : t.columns) {
             if (textSize(c.type) == NameSize)
                 out << QStringLiteral("CREATE INDEX %1 ON %2 (%3)")
-                           .arg(q(QStringLiteral("IX_") + t.name + QLatin1Char('_') + c.name), q(t.name), q(c.name));
+                           .arg(q(QStringLiteral("IX_") + t.name + QLatin1Char('_') + c.name), q(t.name),
+                                q(c.name));
         }
     }
     return out;
 }
 
-QStringList triggerDdl(const LookupUse& u)
-{
-    QString match = QStringLiteral("%1.%2 = OLD.%3").arg(q(u.usingTable), q(u.usingColumn), q(u.lookupColumn));
+QStringList triggerDdl(const LookupUse& u) {
+    QString match =
+        QStringLiteral("%1.%2 = OLD.%3").arg(q(u.usingTable), q(u.usingColumn), q(u.lookupColumn));
     if (!u.lookupPartner.isEmpty())
-        match += QStringLiteral(" AND %1.%2 = OLD.%3").arg(q(u.usingTable), q(u.usingPartner), q(u.lookupPartner));
+        match +=
+            QStringLiteral(" AND %1.%2 = OLD.%3").arg(q(u.usingTable), q(u.usingPartner), q(u.lookupPartner));
     const QString inUse = QStringLiteral("EXISTS (SELECT 1 FROM %1 WHERE %2)").arg(q(u.usingTable), match);
     const QString raise = QStringLiteral("BEGIN SELECT RAISE(ABORT, '%1 value is in use by %2'); END")
                               .arg(u.lookupTable, u.usingTable);
@@ -98,27 +111,31 @@ QStringList triggerDdl(const LookupUse& u)
     };
 }
 
-bool exec(sqlite3* db, const QString& sql, QString* error)
-{
+bool exec(sqlite3* db, const QString& sql, QString* error) {
     char* msg = nullptr;
-    if (sqlite3_exec(db, sql.toUtf8().constData(), nullptr, nullptr, &msg) == SQLITE_OK) return true;
-    if (error) *error = QStringLiteral("%1\nin: %2").arg(QString::fromUtf8(msg ? msg : "unknown error"), sql);
+    if (sqlite3_exec(db, sql.toUtf8().constData(), nullptr, nullptr, &msg) == SQLITE_OK)
+        return true;
+    if (error)
+        *error = QStringLiteral("%1\nin: %2").arg(QString::fromUtf8(msg ? msg : "unknown error"), sql);
     sqlite3_free(msg);
     return false;
 }
 
 } // namespace
 
-bool CreateSchema(sqlite3* db, QString* error)
-{
+bool CreateSchema(sqlite3* db, QString* error) {
     QStringList statements;
-    for (const Table& t : tables()) statements << tableDdl(t);
-    for (const LookupUse& u : lookupUses()) statements << triggerDdl(u);
+    for (const Table& t : tables())
+        statements << tableDdl(t);
+    for (const LookupUse& u : lookupUses())
+        statements << triggerDdl(u);
     statements << QStringLiteral("INSERT INTO DB_VERSION (VERSION) VALUES (%1)").arg(Version);
-    statements << QStringLiteral("INSERT INTO DB_OPTIONS (CUSTOM_FIELDS_ON, FIELD_01_CAPTION, FIELD_02_CAPTION, "
-                                 "FIELD_03_CAPTION) VALUES (0, '', '', '')");
+    statements << QStringLiteral(
+        "INSERT INTO DB_OPTIONS (CUSTOM_FIELDS_ON, FIELD_01_CAPTION, FIELD_02_CAPTION, "
+        "FIELD_03_CAPTION) VALUES (0, '', '', '')");
 
-    if (!exec(db, QStringLiteral("BEGIN"), error)) return false;
+    if (!exec(db, QStringLiteral("BEGIN"), error))
+        return false;
     for (const QString& s : statements) {
         if (!exec(db, s, error)) {
             exec(db, QStringLiteral("ROLLBACK"), nullptr);
@@ -130,14 +147,15 @@ bool CreateSchema(sqlite3* db, QString* error)
 
 } // namespace schema
 
-bool CreateDatabase(const QString& path, QString* error)
-{
+bool CreateDatabase(const QString& path, QString* error) {
     if (QFileInfo::exists(path)) {
-        if (error) *error = QStringLiteral("The file \"%1\" already exists.").arg(path);
+        if (error)
+            *error = QStringLiteral("The file \"%1\" already exists.").arg(path);
         return false;
     }
     sqlite3* db = nullptr;
-    const int rc = sqlite3_open_v2(path.toUtf8().constData(), &db, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, nullptr);
+    const int rc =
+        sqlite3_open_v2(path.toUtf8().constData(), &db, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, nullptr);
     if (rc != SQLITE_OK) {
         if (error)
             *error = QStringLiteral("Cannot create \"%1\": %2")
@@ -151,7 +169,8 @@ bool CreateDatabase(const QString& path, QString* error)
     sqlite3_close(db);
     if (!ok) {
         QFile::remove(path);
-        if (error) *error = QStringLiteral("Cannot create \"%1\": %2").arg(path, why);
+        if (error)
+            *error = QStringLiteral("Cannot create \"%1\": %2").arg(path, why);
     }
     return ok;
 }

@@ -65,7 +65,8 @@ QList<Token> tokenize(const QString& s) {
                 } else {
                     break;
                 }
-                if (j + 1 < n && s[j] == u'.' && (isIdentStart(s[j + 1]) || s[j + 1] == u'[' || s[j + 1] == u'*')) {
+                if (j + 1 < n && s[j] == u'.' &&
+                    (isIdentStart(s[j + 1]) || s[j + 1] == u'[' || s[j + 1] == u'*')) {
                     text += u'.';
                     ++j;
                     continue;

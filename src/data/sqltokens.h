@@ -15,8 +15,12 @@ struct Token {
     QString value; // strings: the literal's value; identifiers: the text with [..] resolved
 };
 
-inline bool isIdentStart(QChar c) { return c.isLetter() || c == u'_'; }
-inline bool isIdentChar(QChar c) { return c.isLetterOrNumber() || c == u'_' || c == u'$'; }
+inline bool isIdentStart(QChar c) {
+    return c.isLetter() || c == u'_';
+}
+inline bool isIdentChar(QChar c) {
+    return c.isLetterOrNumber() || c == u'_' || c == u'$';
+}
 
 // Reads a quoted run starting at i (the opening quote); doubled quotes stand for one. Returns the
 // index after the closing quote, or -1 when the text ends first.

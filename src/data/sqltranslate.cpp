@@ -16,21 +16,25 @@ using namespace jetsql;
 // comparison, so comparisons, logical words and clause words delimit its operands.
 bool isStopWord(const QString& upper) {
     static const QStringList words = {
-        QStringLiteral("SELECT"), QStringLiteral("FROM"),   QStringLiteral("WHERE"),   QStringLiteral("AND"),
-        QStringLiteral("OR"),     QStringLiteral("NOT"),    QStringLiteral("AS"),      QStringLiteral("ON"),
-        QStringLiteral("SET"),    QStringLiteral("WHEN"),   QStringLiteral("THEN"),    QStringLiteral("ELSE"),
-        QStringLiteral("END"),    QStringLiteral("CASE"),   QStringLiteral("LIKE"),    QStringLiteral("IS"),
-        QStringLiteral("IN"),     QStringLiteral("BETWEEN"), QStringLiteral("ORDER"),  QStringLiteral("GROUP"),
-        QStringLiteral("BY"),     QStringLiteral("HAVING"), QStringLiteral("VALUES"),  QStringLiteral("ASC"),
-        QStringLiteral("DESC"),   QStringLiteral("JOIN"),   QStringLiteral("INNER"),   QStringLiteral("LEFT"),
-        QStringLiteral("RIGHT"),  QStringLiteral("OUTER"),  QStringLiteral("UNION"),   QStringLiteral("INTO"),
-        QStringLiteral("DISTINCT"), QStringLiteral("TOP"),  QStringLiteral("UPDATE"),  QStringLiteral("DELETE"),
+        QStringLiteral("SELECT"), QStringLiteral("FROM"),   QStringLiteral("WHERE"),
+        QStringLiteral("AND"),    QStringLiteral("OR"),     QStringLiteral("NOT"),
+        QStringLiteral("AS"),     QStringLiteral("ON"),     QStringLiteral("SET"),
+        QStringLiteral("WHEN"),   QStringLiteral("THEN"),   QStringLiteral("ELSE"),
+        QStringLiteral("END"),    QStringLiteral("CASE"),   QStringLiteral("LIKE"),
+        QStringLiteral("IS"),     QStringLiteral("IN"),     QStringLiteral("BETWEEN"),
+        QStringLiteral("ORDER"),  QStringLiteral("GROUP"),  QStringLiteral("BY"),
+        QStringLiteral("HAVING"), QStringLiteral("VALUES"), QStringLiteral("ASC"),
+        QStringLiteral("DESC"),   QStringLiteral("JOIN"),   QStringLiteral("INNER"),
+        QStringLiteral("LEFT"),   QStringLiteral("RIGHT"),  QStringLiteral("OUTER"),
+        QStringLiteral("UNION"),  QStringLiteral("INTO"),   QStringLiteral("DISTINCT"),
+        QStringLiteral("TOP"),    QStringLiteral("UPDATE"), QStringLiteral("DELETE"),
         QStringLiteral("INSERT"), QStringLiteral("EXISTS"), QStringLiteral("XOR")};
     return words.contains(upper);
 }
 
 // Jet's text functions that SQLite knows under another name.
-const char* const kRenamed[][2] = {{"UCASE", "UPPER"}, {"LCASE", "LOWER"}, {"LEN", "LENGTH"}, {"MID", "SUBSTR"}};
+const char* const kRenamed[][2] = {
+    {"UCASE", "UPPER"}, {"LCASE", "LOWER"}, {"LEN", "LENGTH"}, {"MID", "SUBSTR"}};
 
 bool isRenamedFunction(const QString& name) {
     for (const auto& r : kRenamed)
@@ -127,8 +131,10 @@ private:
         int depth = 0;
         for (int i = 2; i < end; ++i) {
             const Token& t = m_t[i];
-            if (t.kind == Tok::LParen) ++depth;
-            if (t.kind == Tok::RParen) --depth;
+            if (t.kind == Tok::LParen)
+                ++depth;
+            if (t.kind == Tok::RParen)
+                --depth;
             if (depth != 0)
                 continue;
             const QString w = upperWord(i);
@@ -263,7 +269,8 @@ private:
             }
         }
         if (args.size() < 2 || args.size() > 3 || args[0].isEmpty() || args[1].isEmpty())
-            return QStringLiteral("IIF(") + args.join(QStringLiteral(", ")) + u')'; // let the engine refuse it
+            return QStringLiteral("IIF(") + args.join(QStringLiteral(", ")) +
+                   u')'; // let the engine refuse it
         QString out = QStringLiteral("CASE WHEN ") + args[0] + QStringLiteral(" THEN ") + args[1];
         if (args.size() == 3 && !args[2].isEmpty()) // IIF(c, a, ) reads as IIF(c, a)
             out += QStringLiteral(" ELSE ") + args[2];

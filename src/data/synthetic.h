@@ -7,7 +7,7 @@
 struct sqlite3;
 
 struct SyntheticCounts {
-    qint64 equipment = 0;  // EQUIPMENTS rows (each with its statistics row, devices have none)
+    qint64 equipment = 0; // EQUIPMENTS rows (each with its statistics row, devices have none)
     qint64 components = 0;
     qint64 rawMaterials = 0;
     qint64 items = 0;

@@ -42,7 +42,9 @@ bool ListModel::isRowBold(int row) const {
     return row >= 0 && size_t(row) < d->rows && (d->flags[d->order[size_t(row)]] & listflags::RowBold);
 }
 
-bool ListModel::isBold(int row, int col) const { return isRowBold(row) || isCellBold(row, col); }
+bool ListModel::isBold(int row, int col) const {
+    return isRowBold(row) || isCellBold(row, col);
+}
 
 void ListModel::clearBold() {
     d->cellBold.clear();

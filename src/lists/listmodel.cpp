@@ -46,9 +46,12 @@ bool isFlagColumn(const QString& name) {
 
 bool readFlag(const Recordset& rs, int i) {
     switch (rs.storageClass(i)) {
-    case SQLITE_INTEGER: return rs.intValue(i) != 0;
-    case SQLITE_FLOAT: return rs.doubleValue(i) != 0.0;
-    case SQLITE_NULL: return false;
+    case SQLITE_INTEGER:
+        return rs.intValue(i) != 0;
+    case SQLITE_FLOAT:
+        return rs.doubleValue(i) != 0.0;
+    case SQLITE_NULL:
+        return false;
     default: {
         const QString t = rs.textValue(i).trimmed();
         return t.compare(QLatin1String("True"), Qt::CaseInsensitive) == 0 ||
@@ -119,9 +122,9 @@ void ListModel::load(Recordset& rs, const ListColors& colors) {
             c.tag = NumberTag;
         else if (c.kind == FieldKind::Date)
             c.tag = DateTag;
-        c.display = c.kind == FieldKind::Boolean              ? Display::YesNo
+        c.display = c.kind == FieldKind::Boolean                    ? Display::YesNo
                     : (isText(c.kind) || c.kind == FieldKind::Date) ? Display::Plain
-                                                                : Display::Numbers;
+                                                                    : Display::Numbers;
         c.naForMinusOne = field == QLatin1String("MANEUVERABILITY") || field == QLatin1String("AMMO_RANGE");
         c.unknownIfEmpty = field == QLatin1String("TYPE") || field == QLatin1String("SUBTYPE");
         next->cols.push_back(std::move(c));
@@ -145,8 +148,12 @@ void ListModel::load(Recordset& rs, const ListColors& colors) {
                 Column& col = next->cols[c];
                 const int i = source[c];
                 switch (rs.storageClass(i)) {
-                case SQLITE_INTEGER: col.appendInt(rs.intValue(i)); break;
-                case SQLITE_FLOAT: col.appendReal(rs.doubleValue(i)); break;
+                case SQLITE_INTEGER:
+                    col.appendInt(rs.intValue(i));
+                    break;
+                case SQLITE_FLOAT:
+                    col.appendReal(rs.doubleValue(i));
+                    break;
                 case SQLITE_NULL:
                     if (col.unknownIfEmpty)
                         col.appendText(unknown);
@@ -328,7 +335,9 @@ int ListModel::columnIndex(const QString& name) const {
     return -1;
 }
 
-QString ListModel::name(int row) const { return text(row, 0); }
+QString ListModel::name(int row) const {
+    return text(row, 0);
+}
 
 QString ListModel::text(int row, int col) const {
     QString s;

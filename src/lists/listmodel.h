@@ -55,8 +55,8 @@ public:
     bool setData(const QModelIndex& index, const QVariant& value, int role = Qt::EditRole) override;
 
     // Columns.
-    QString columnName(int col) const;   // the result column's name
-    QString columnTag(int col) const;    // "NUMBER", "DATE" or empty
+    QString columnName(int col) const; // the result column's name
+    QString columnTag(int col) const;  // "NUMBER", "DATE" or empty
     void setColumnTag(int col, const QString& tag);
     void setHeaderText(int col, const QString& text); // the caption shown (default: the column name)
     int columnIndex(const QString& name) const;       // -1 when not shown

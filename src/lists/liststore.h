@@ -14,8 +14,7 @@
 
 namespace liststore {
 
-template <typename T>
-class ChunkedVector {
+template <typename T> class ChunkedVector {
 public:
     static constexpr size_t Shift = 16;
     static constexpr size_t ChunkSize = size_t(1) << Shift;

@@ -117,8 +117,7 @@ QString NumberSortText(const QString& cellText) {
 }
 
 namespace {
-template <typename View>
-bool readInt(View s, qsizetype& i, int minDigits, int maxDigits, int* out) {
+template <typename View> bool readInt(View s, qsizetype& i, int minDigits, int maxDigits, int* out) {
     int v = 0, d = 0;
     while (i < s.size() && d < maxDigits && s[i] >= u'0' && s[i] <= u'9') {
         v = v * 10 + (s[i].unicode() - '0');
@@ -129,8 +128,7 @@ bool readInt(View s, qsizetype& i, int minDigits, int maxDigits, int* out) {
     return d >= minDigits;
 }
 
-template <typename View>
-bool parseTime(View s, qsizetype& i, int* h, int* m, int* sec) {
+template <typename View> bool parseTime(View s, qsizetype& i, int* h, int* m, int* sec) {
     *sec = 0;
     if (!readInt(s, i, 1, 2, h) || i >= s.size() || s[i] != u':')
         return false;
@@ -161,8 +159,7 @@ bool parseTime(View s, qsizetype& i, int* h, int* m, int* sec) {
     return *h < 24 && *m < 60 && *sec < 60;
 }
 // "yyyy-mm-dd hh:nn:ss", the form the database keeps, read without the general parser.
-template <typename View>
-bool storedForm(View s, qint64* key) {
+template <typename View> bool storedForm(View s, qint64* key) {
     static constexpr char shape[] = "dddd-dd-dd dd:dd:dd";
     if (s.size() != 19)
         return false;
@@ -181,16 +178,15 @@ bool storedForm(View s, qint64* key) {
         }
     }
     const int y = v[0], mo = v[1], d = v[2];
-    if (y < 100 || mo < 1 || mo > 12 || d < 1 || (d > 28 && !QDate::isValid(y, mo, d)) || v[3] > 23 || v[4] > 59 ||
-        v[5] > 59)
+    if (y < 100 || mo < 1 || mo > 12 || d < 1 || (d > 28 && !QDate::isValid(y, mo, d)) || v[3] > 23 ||
+        v[4] > 59 || v[5] > 59)
         *key = -1;
     else
         *key = ((((qint64(y) * 100 + mo) * 100 + d) * 100 + v[3]) * 100 + v[4]) * 100 + v[5];
     return true;
 }
 
-template <typename View>
-qint64 dateKey(View text) {
+template <typename View> qint64 dateKey(View text) {
     qint64 stored;
     if (storedForm(text, &stored))
         return stored;
@@ -247,8 +243,12 @@ qint64 dateKey(View text) {
 }
 } // namespace
 
-qint64 DateSortKey(QStringView text) { return dateKey(text); }
-qint64 DateSortKey(QLatin1StringView text) { return dateKey(text); }
+qint64 DateSortKey(QStringView text) {
+    return dateKey(text);
+}
+qint64 DateSortKey(QLatin1StringView text) {
+    return dateKey(text);
+}
 
 QString DateSortText(const QString& cellText) {
     const qint64 k = DateSortKey(cellText);

@@ -1,8 +1,8 @@
 #pragma once
 // The sort keys of the list's column-click: numeric columns sort by value and date columns by time,
 // in exactly the order the list produced when it sorted texts rewritten as fixed-width keys.
-#include <QString>
 #include <QLatin1StringView>
+#include <QString>
 #include <QStringView>
 
 // "0"<->"9", "1"<->"8", "2"<->"7", "3"<->"6", "4"<->"5", "-" becomes a blank; anything else is kept.

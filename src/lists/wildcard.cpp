@@ -2,7 +2,9 @@
 
 #include <QChar>
 
-char16_t WildcardPattern::foldWide(char16_t c) { return QChar::toUpper(c); }
+char16_t WildcardPattern::foldWide(char16_t c) {
+    return QChar::toUpper(c);
+}
 
 WildcardPattern::WildcardPattern(const QString& pattern, bool ignoreCase) : m_ignoreCase(ignoreCase) {
     const qsizetype n = pattern.size();
@@ -104,15 +106,24 @@ bool WildcardPattern::matches(QStringView text) const {
             const Token& tok = m_tokens[t];
             const char16_t c = fold(text[p].unicode());
             switch (tok.kind) {
-            case Token::Char: step = c == tok.ch; break;
-            case Token::Any: step = true; break;
-            case Token::Digit: step = c >= u'0' && c <= u'9'; break;
-            case Token::List: step = inList(tok, c); break;
+            case Token::Char:
+                step = c == tok.ch;
+                break;
+            case Token::Any:
+                step = true;
+                break;
+            case Token::Digit:
+                step = c >= u'0' && c <= u'9';
+                break;
+            case Token::List:
+                step = inList(tok, c);
+                break;
             case Token::Star:
                 starToken = t++;
                 starPos = p;
                 continue;
-            case Token::Empty: break;
+            case Token::Empty:
+                break;
             }
         }
         if (step) {

@@ -18,8 +18,8 @@ QList<Row> readRows(const QString& sql, bool withAmount) {
     Recordset rs;
     rs.open(sql);
     for (; !rs.eof(); rs.moveNext())
-        rows.append({NzString(rs.value(0)), NzString(rs.value(1)),
-                     withAmount ? NzString(rs.value(2)) : QString()});
+        rows.append(
+            {NzString(rs.value(0)), NzString(rs.value(1)), withAmount ? NzString(rs.value(2)) : QString()});
     rs.close();
     return rows;
 }
@@ -63,10 +63,13 @@ private:
     bool m_mine;
 };
 
-QString levelText(const Row& r) { return r.name + " (L" + r.level + ")" + r.amount; }
+QString levelText(const Row& r) {
+    return r.name + " (L" + r.level + ")" + r.amount;
+}
 
 // Equipment rows: the type sits inside the level bracket, and "(Upgrade)" or the amount comes last.
-void addEquipRows(const QString& parentKey, const QList<Row>& rows, bool upgrades, TreeNodeSink& nodes, bool& recurse) {
+void addEquipRows(const QString& parentKey, const QList<Row>& rows, bool upgrades, TreeNodeSink& nodes,
+                  bool& recurse) {
     for (const Row& r : rows) {
         const QString key = parentKey + marker::Equip + r.name;
         nodes.addNode(parentKey, key,
@@ -82,8 +85,8 @@ using Builder = void (*)(const QString& parentKey, const QString& name, TreeNode
 
 // One group of rows shown with their levels and amounts; with a builder, each row is built further
 // down when recurse is set.
-void addLevelRows(const QString& parentKey, const QList<Row>& rows, const QString& mark, int image, TreeNodeSink& nodes,
-                  bool& recurse, Builder below = nullptr) {
+void addLevelRows(const QString& parentKey, const QList<Row>& rows, const QString& mark, int image,
+                  TreeNodeSink& nodes, bool& recurse, Builder below = nullptr) {
     for (const Row& r : rows) {
         const QString key = parentKey + mark + r.name;
         nodes.addNode(parentKey, key, levelText(r), image);
@@ -110,8 +113,8 @@ struct RawRecipe {
 };
 
 RawRecipe readRawRecipe(const QString& quotedName) {
-    return {readNames("SELECT REFINES_FROM FROM RAW_MATERIALS_REFINES_FROM WHERE RAW_MATERIAL_NAME = '" + quotedName +
-                      "' ORDER BY REFINES_FROM"),
+    return {readNames("SELECT REFINES_FROM FROM RAW_MATERIALS_REFINES_FROM WHERE RAW_MATERIAL_NAME = '" +
+                      quotedName + "' ORDER BY REFINES_FROM"),
             readNames("SELECT ITEM_NAME FROM RAW_MATERIALS_ITEMS WHERE RAW_MATERIAL_NAME = '" + quotedName +
                       "' ORDER BY ITEM_NAME")};
 }
@@ -147,28 +150,40 @@ void BuildEquipTree(const QString& parentKey, const QString& name, TreeNodeSink&
 
     const QList<Row> upgrades = readRows(
         "SELECT EQUIPMENTS_UPGRADE_FROM.UPGRADE_FROM, LVL FROM EQUIPMENTS_UPGRADE_FROM, EQUIPMENTS WHERE "
-        "EQUIPMENTS_UPGRADE_FROM.EQUIPMENT_NAME = '" + e + "' AND EQUIPMENTS.EQUIPMENT_NAME = "
-        "EQUIPMENTS_UPGRADE_FROM.UPGRADE_FROM ORDER BY EQUIPMENTS_UPGRADE_FROM.UPGRADE_FROM", false);
+        "EQUIPMENTS_UPGRADE_FROM.EQUIPMENT_NAME = '" +
+            e +
+            "' AND EQUIPMENTS.EQUIPMENT_NAME = "
+            "EQUIPMENTS_UPGRADE_FROM.UPGRADE_FROM ORDER BY EQUIPMENTS_UPGRADE_FROM.UPGRADE_FROM",
+        false);
     addEquipRows(parentKey, upgrades, true, nodes, recurse);
 
     const QList<Row> comps = readRows(
         "SELECT EQUIPMENTS_COMPONENTS.COMPONENTS_COMPONENT, COMPONENTS.LVL, IIF(EQUIPMENTS_COMPONENTS.AMOUNT>1,' x' & "
         "EQUIPMENTS_COMPONENTS.AMOUNT,'') FROM EQUIPMENTS_COMPONENTS, COMPONENTS WHERE "
-        "EQUIPMENTS_COMPONENTS.EQUIPMENTS_EQUIPMENT = '" + e + "' AND EQUIPMENTS_COMPONENTS.COMPONENTS_COMPONENT = "
-        "COMPONENTS.COMPONENT_NAME ORDER BY COMPONENTS_COMPONENT", true);
+        "EQUIPMENTS_COMPONENTS.EQUIPMENTS_EQUIPMENT = '" +
+            e +
+            "' AND EQUIPMENTS_COMPONENTS.COMPONENTS_COMPONENT = "
+            "COMPONENTS.COMPONENT_NAME ORDER BY COMPONENTS_COMPONENT",
+        true);
     addLevelRows(parentKey, comps, marker::Comp, buildimg::Component, nodes, recurse, &BuildCompTree);
 
     const QList<Row> items = readRows(
         "SELECT EQUIPMENTS_ITEMS.ITEM_NAME, ITEMS.LVL, IIF(EQUIPMENTS_ITEMS.AMOUNT > 1, ' x' & EQUIPMENTS_ITEMS.AMOUNT) "
-        "FROM EQUIPMENTS_ITEMS, ITEMS WHERE EQUIPMENTS_ITEMS.EQUIPMENTS_EQUIPMENT = '" + e + "' AND "
-        "EQUIPMENTS_ITEMS.ITEM_NAME = ITEMS.ITEM_NAME ORDER BY EQUIPMENTS_ITEMS.ITEM_NAME", true);
+        "FROM EQUIPMENTS_ITEMS, ITEMS WHERE EQUIPMENTS_ITEMS.EQUIPMENTS_EQUIPMENT = '" +
+            e +
+            "' AND "
+            "EQUIPMENTS_ITEMS.ITEM_NAME = ITEMS.ITEM_NAME ORDER BY EQUIPMENTS_ITEMS.ITEM_NAME",
+        true);
     addLevelRows(parentKey, items, marker::Item, buildimg::Item, nodes, recurse);
 
     const QList<Row> raws = readRows(
         "SELECT EQUIPMENTS_RAW_MATERIALS.RAW_MATERIAL_NAME, RAW_MATERIALS.LVL, IIF(EQUIPMENTS_RAW_MATERIALS.AMOUNT > 1, "
         "' x' & EQUIPMENTS_RAW_MATERIALS.AMOUNT) FROM EQUIPMENTS_RAW_MATERIALS, RAW_MATERIALS WHERE "
-        "EQUIPMENTS_RAW_MATERIALS.EQUIPMENTS_EQUIPMENT = '" + e + "' AND EQUIPMENTS_RAW_MATERIALS.RAW_MATERIAL_NAME = "
-        "RAW_MATERIALS.RAW_MATERIAL_NAME ORDER BY EQUIPMENTS_RAW_MATERIALS.RAW_MATERIAL_NAME", true);
+        "EQUIPMENTS_RAW_MATERIALS.EQUIPMENTS_EQUIPMENT = '" +
+            e +
+            "' AND EQUIPMENTS_RAW_MATERIALS.RAW_MATERIAL_NAME = "
+            "RAW_MATERIALS.RAW_MATERIAL_NAME ORDER BY EQUIPMENTS_RAW_MATERIALS.RAW_MATERIAL_NAME",
+        true);
     for (const Row& r : raws)
         addRawNode(parentKey, parentKey + marker::RawMat + r.name, levelText(r), r.name, nodes, recurse);
 }
@@ -181,29 +196,39 @@ void BuildCompTree(const QString& parentKey, const QString& name, TreeNodeSink& 
     const QList<Row> raws = readRows(
         "SELECT COMPONENTS_RAW_MATERIALS.RAW_MATERIAL, RAW_MATERIALS.LVL, IIF(COMPONENTS_RAW_MATERIALS.AMOUNT > 1, ' x' & "
         "COMPONENTS_RAW_MATERIALS.AMOUNT,'') FROM COMPONENTS_RAW_MATERIALS, RAW_MATERIALS WHERE COMPONENTS_COMPONENT = '" +
-        c + "' AND RAW_MATERIALS.RAW_MATERIAL_NAME = COMPONENTS_RAW_MATERIALS.RAW_MATERIAL ORDER BY RAW_MATERIAL", true);
+            c +
+            "' AND RAW_MATERIALS.RAW_MATERIAL_NAME = COMPONENTS_RAW_MATERIALS.RAW_MATERIAL ORDER BY RAW_MATERIAL",
+        true);
     for (const Row& r : raws)
         addRawNode(parentKey, parentKey + marker::RawMat + r.name, levelText(r), r.name, nodes, recurse);
 
     const QList<Row> equips = readRows(
         "SELECT COMPONENTS_EQUIPMENTS.EQUIPMENT_NAME, EQUIPMENTS.LVL, IIF(COMPONENTS_EQUIPMENTS.AMOUNT > 1,' x' & "
         "COMPONENTS_EQUIPMENTS.AMOUNT,'') FROM COMPONENTS_EQUIPMENTS, EQUIPMENTS WHERE COMPONENTS_EQUIPMENTS.COMPONENT_NAME = '" +
-        c + "' AND EQUIPMENTS.EQUIPMENT_NAME = COMPONENTS_EQUIPMENTS.EQUIPMENT_NAME ORDER BY "
-        "COMPONENTS_EQUIPMENTS.EQUIPMENT_NAME", true);
+            c +
+            "' AND EQUIPMENTS.EQUIPMENT_NAME = COMPONENTS_EQUIPMENTS.EQUIPMENT_NAME ORDER BY "
+            "COMPONENTS_EQUIPMENTS.EQUIPMENT_NAME",
+        true);
     addEquipRows(parentKey, equips, false, nodes, recurse);
 
     // The level here is the built component's own, not the source's; that is how it has always read.
     const QList<Row> upgrades = readRows(
         "SELECT COMPONENTS_UPGRADE_FROM.UPGRADE_FROM, COMPONENTS.LVL, IIF(COMPONENTS_UPGRADE_FROM.AMOUNT > 1, ' x' & "
         "COMPONENTS_UPGRADE_FROM.AMOUNT,'') FROM COMPONENTS_UPGRADE_FROM, COMPONENTS WHERE "
-        "COMPONENTS_UPGRADE_FROM.COMPONENT_NAME = '" + c + "' AND COMPONENTS.COMPONENT_NAME = "
-        "COMPONENTS_UPGRADE_FROM.COMPONENT_NAME ORDER BY COMPONENTS_UPGRADE_FROM.UPGRADE_FROM", true);
+        "COMPONENTS_UPGRADE_FROM.COMPONENT_NAME = '" +
+            c +
+            "' AND COMPONENTS.COMPONENT_NAME = "
+            "COMPONENTS_UPGRADE_FROM.COMPONENT_NAME ORDER BY COMPONENTS_UPGRADE_FROM.UPGRADE_FROM",
+        true);
     addLevelRows(parentKey, upgrades, marker::Comp, buildimg::Component, nodes, recurse, &BuildCompTree);
 
     const QList<Row> items = readRows(
         "SELECT COMPONENTS_ITEMS.ITEM_NAME, ITEMS.LVL, IIF(COMPONENTS_ITEMS.AMOUNT > 1, ' x' & COMPONENTS_ITEMS.AMOUNT) "
-        "FROM COMPONENTS_ITEMS, ITEMS WHERE COMPONENTS_ITEMS.COMPONENT_NAME = '" + c + "' AND COMPONENTS_ITEMS.ITEM_NAME = "
-        "ITEMS.ITEM_NAME ORDER BY COMPONENTS_ITEMS.ITEM_NAME", true);
+        "FROM COMPONENTS_ITEMS, ITEMS WHERE COMPONENTS_ITEMS.COMPONENT_NAME = '" +
+            c +
+            "' AND COMPONENTS_ITEMS.ITEM_NAME = "
+            "ITEMS.ITEM_NAME ORDER BY COMPONENTS_ITEMS.ITEM_NAME",
+        true);
     addLevelRows(parentKey, items, marker::Item, buildimg::Item, nodes, recurse);
 }
 
@@ -227,17 +252,21 @@ void buildRawFrom(const QString& parentKey, const QString& name, const RawRecipe
     const QString r = FixQuotes(name);
     for (const QString& s : recipe.sources) {
         const QString sq = FixQuotes(s);
-        const Row row = sourceRow(s, "SELECT (SELECT LVL FROM RAW_MATERIALS WHERE RAW_MATERIAL_NAME = '" + sq +
-                                         "') AS LVL, IIF(RAW_MATERIALS_REFINES_FROM.AMOUNT > 1, ' x' & "
-                                         "RAW_MATERIALS_REFINES_FROM.AMOUNT) AS AMOUNT FROM RAW_MATERIALS_REFINES_FROM WHERE "
-                                         "RAW_MATERIAL_NAME = '" + r + "' AND REFINES_FROM = '" + sq + "'");
+        const Row row = sourceRow(
+            s, "SELECT (SELECT LVL FROM RAW_MATERIALS WHERE RAW_MATERIAL_NAME = '" + sq +
+                   "') AS LVL, IIF(RAW_MATERIALS_REFINES_FROM.AMOUNT > 1, ' x' & "
+                   "RAW_MATERIALS_REFINES_FROM.AMOUNT) AS AMOUNT FROM RAW_MATERIALS_REFINES_FROM WHERE "
+                   "RAW_MATERIAL_NAME = '" +
+                   r + "' AND REFINES_FROM = '" + sq + "'");
         addRawNode(parentKey, parentKey + marker::RawMat + s, levelText(row), s, nodes, recurse);
     }
     for (const QString& i : recipe.items) {
         const QString iq = FixQuotes(i);
-        const Row row = sourceRow(i, "SELECT (SELECT LVL FROM ITEMS WHERE ITEM_NAME = '" + iq +
-                                         "' ) AS LVL, IIF(AMOUNT > 1, ' x' & AMOUNT) AS AMOUNT FROM RAW_MATERIALS_ITEMS "
-                                         "WHERE RAW_MATERIAL_NAME = '" + r + "' AND ITEM_NAME = '" + iq + "'");
+        const Row row =
+            sourceRow(i, "SELECT (SELECT LVL FROM ITEMS WHERE ITEM_NAME = '" + iq +
+                             "' ) AS LVL, IIF(AMOUNT > 1, ' x' & AMOUNT) AS AMOUNT FROM RAW_MATERIALS_ITEMS "
+                             "WHERE RAW_MATERIAL_NAME = '" +
+                             r + "' AND ITEM_NAME = '" + iq + "'");
         nodes.addNode(parentKey, parentKey + marker::Item + i, levelText(row), buildimg::Item);
     }
 }

@@ -84,7 +84,8 @@ QString GetSQL(int typeIndex, bool withMarks, bool statNameOnly, bool withPictur
         sel += QLatin1String(", EQUIPMENTS.CUSTOM_01, EQUIPMENTS.CUSTOM_02, EQUIPMENTS.CUSTOM_03");
 
     const QString weaponFrom = QStringLiteral(", WEAPON_STATS ");
-    const QString weaponWhere = QStringLiteral("WHERE EQUIPMENTS.EQUIPMENT_NAME = WEAPON_STATS.EQUIPMENT_NAME ");
+    const QString weaponWhere =
+        QStringLiteral("WHERE EQUIPMENTS.EQUIPMENT_NAME = WEAPON_STATS.EQUIPMENT_NAME ");
     switch (typeIndex) {
     case equip::Beam:
         sel += QLatin1String(", WEAPON_STATS.DAMAGE, WEAPON_STATS.DAMAGE_TYPE, WEAPON_STATS.DELAY, "
@@ -115,11 +116,13 @@ QString GetSQL(int typeIndex, bool withMarks, bool statNameOnly, bool withPictur
         sel += QLatin1String(", REACTOR_STATS.ENERGY, REACTOR_STATS.RECHARGE_RATE ");
         from += QLatin1String(", REACTOR_STATS ");
         where = QStringLiteral("WHERE EQUIPMENTS.EQUIPMENT_NAME = REACTOR_STATS.EQUIPMENT_NAME ");
-        sel += statNameOnly ? QLatin1String(", REACTOR_STATS.EQUIPMENT_NAME AS STAT_NAME ")
-                            : QLatin1String(", (REACTOR_STATS.ENERGY/REACTOR_STATS.RECHARGE_RATE) AS RECHARGE_TIME ");
+        sel += statNameOnly
+                   ? QLatin1String(", REACTOR_STATS.EQUIPMENT_NAME AS STAT_NAME ")
+                   : QLatin1String(", (REACTOR_STATS.ENERGY/REACTOR_STATS.RECHARGE_RATE) AS RECHARGE_TIME ");
         break;
     case equip::Engine:
-        sel += QLatin1String(", ENGINE_STATS.WARP, ENGINE_STATS.DRAIN, ENGINE_STATS.THRUST, ENGINE_STATS.SIGNATURE ");
+        sel += QLatin1String(
+            ", ENGINE_STATS.WARP, ENGINE_STATS.DRAIN, ENGINE_STATS.THRUST, ENGINE_STATS.SIGNATURE ");
         from += QLatin1String(", ENGINE_STATS ");
         where = QStringLiteral("WHERE EQUIPMENTS.EQUIPMENT_NAME = ENGINE_STATS.EQUIPMENT_NAME ");
         sel += statNameOnly ? QLatin1String(", ENGINE_STATS.EQUIPMENT_NAME AS STAT_NAME ")
@@ -129,8 +132,9 @@ QString GetSQL(int typeIndex, bool withMarks, bool statNameOnly, bool withPictur
         sel += QLatin1String(", SHIELD_STATS.COVERAGE, SHIELD_STATS.REGEN_RATE ");
         from += QLatin1String(", SHIELD_STATS ");
         where = QStringLiteral("WHERE EQUIPMENTS.EQUIPMENT_NAME = SHIELD_STATS.EQUIPMENT_NAME ");
-        sel += statNameOnly ? QLatin1String(", SHIELD_STATS.EQUIPMENT_NAME AS STAT_NAME ")
-                            : QLatin1String(", (SHIELD_STATS.COVERAGE/SHIELD_STATS.REGEN_RATE) AS REGENERATE_TIME ");
+        sel += statNameOnly
+                   ? QLatin1String(", SHIELD_STATS.EQUIPMENT_NAME AS STAT_NAME ")
+                   : QLatin1String(", (SHIELD_STATS.COVERAGE/SHIELD_STATS.REGEN_RATE) AS REGENERATE_TIME ");
         break;
     case equip::Device:
     case equip::All:
@@ -150,14 +154,17 @@ QString GetSQL(int typeIndex, bool withMarks, bool statNameOnly, bool withPictur
             where = QStringLiteral("WHERE EQUIPMENTS.EQUIPMENT_NAME = AMO_STATS.EQUIPMENT_NAME AND "
                                    "AMO_STATS.AMO_TYPE = AMO_TYPES.AMO_TYPE ");
         } else {
-            sel += QLatin1String(", AMO_STATS.DAMAGE, AMO_STATS.DAMAGE_TYPE, AMO_STATS.AMO_TYPE AS AMO_TYPE_AMO, "
-                                 "AMO_STATS.STACK_SIZE, AMO_STATS.RANGE AS AMMO_RANGE, AMO_STATS.MANEUVERABILITY ");
+            sel += QLatin1String(
+                ", AMO_STATS.DAMAGE, AMO_STATS.DAMAGE_TYPE, AMO_STATS.AMO_TYPE AS AMO_TYPE_AMO, "
+                "AMO_STATS.STACK_SIZE, AMO_STATS.RANGE AS AMMO_RANGE, AMO_STATS.MANEUVERABILITY ");
             from += QLatin1String(", AMO_STATS ");
             where = QStringLiteral("WHERE EQUIPMENTS.EQUIPMENT_NAME = AMO_STATS.EQUIPMENT_NAME ");
         }
-        sel += statNameOnly
-                   ? QLatin1String(", AMO_STATS.EQUIPMENT_NAME AS STAT_NAME ")
-                   : QLatin1String(", IIF(EQUIPMENTS.PRICE=0,0,(AMO_STATS.DAMAGE/EQUIPMENTS.PRICE)) AS DAMAGE_PER_CREDIT ");
+        sel +=
+            statNameOnly
+                ? QLatin1String(", AMO_STATS.EQUIPMENT_NAME AS STAT_NAME ")
+                : QLatin1String(
+                      ", IIF(EQUIPMENTS.PRICE=0,0,(AMO_STATS.DAMAGE/EQUIPMENTS.PRICE)) AS DAMAGE_PER_CREDIT ");
         break;
     default:
         // Not a type: the statement is left unusable and the caller's error report shows it.
@@ -169,7 +176,8 @@ QString GetSQL(int typeIndex, bool withMarks, bool statNameOnly, bool withPictur
         // The class comes from the class list itself and goes in as it is.
         from += QLatin1String(", EQUIPMENT_CLASS ");
         where += " AND EQUIPMENTS.EQUIPMENT_NAME = EQUIPMENT_CLASS.EQUIPMENTS_EQUIPMENT AND "
-                 "EQUIPMENT_CLASS.CLASS_NAME = '" + className + "' ";
+                 "EQUIPMENT_CLASS.CLASS_NAME = '" +
+                 className + "' ";
     }
     return sel + from + where;
 }

@@ -4,8 +4,17 @@
 #include <QString>
 
 namespace equip {
-enum Type : int { Beam = 0, Missile = 1, Projectile = 2, Reactor = 3, Engine = 4, Shield = 5, Device = 6,
-                  Ammunition = 7, All = 8 };
+enum Type : int {
+    Beam = 0,
+    Missile = 1,
+    Projectile = 2,
+    Reactor = 3,
+    Engine = 4,
+    Shield = 5,
+    Device = 6,
+    Ammunition = 7,
+    All = 8
+};
 }
 
 int Enumerate(const QString& typeText, bool noRecurse = false);

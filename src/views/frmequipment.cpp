@@ -96,7 +96,8 @@ QWidget* frmEquipment::attributesPage() {
     page->setObjectName(QStringLiteral("fraPanels_0"));
     auto* row = new QHBoxLayout(page);
     auto* left = new QFormLayout;
-    txtManufacturer = labelled(left, page, QStringLiteral("Manufacturer:"), QStringLiteral("txtManufacturer"));
+    txtManufacturer =
+        labelled(left, page, QStringLiteral("Manufacturer:"), QStringLiteral("txtManufacturer"));
     txtQuality = labelled(left, page, QStringLiteral("Quality:"), QStringLiteral("txtQuality"));
     txtLastUpdated = labelled(left, page, QStringLiteral("Last Updated:"), QStringLiteral("txtLastUpdated"));
     for (int i = 0; i < 3; ++i)
@@ -120,7 +121,8 @@ QWidget* frmEquipment::pricesPage() {
     page->setObjectName(QStringLiteral("fraPanels_1"));
     auto* row = new QHBoxLayout(page);
     auto* form = new QFormLayout;
-    txtPurchasePrice = labelled(form, page, QStringLiteral("Purchase Price:"), QStringLiteral("txtPurchasePrice"));
+    txtPurchasePrice =
+        labelled(form, page, QStringLiteral("Purchase Price:"), QStringLiteral("txtPurchasePrice"));
     txtManufFee = labelled(form, page, QStringLiteral("Manufacturing Fee:"), QStringLiteral("txtManufFee"));
     txtPMPrice = labelled(form, page, QStringLiteral("Player Made Price:"), QStringLiteral("txtPMPrice"));
     txtSRP = labelled(form, page, QStringLiteral("Suggested Retail Price:"), QStringLiteral("txtSRP"));
@@ -132,14 +134,16 @@ QWidget* frmEquipment::pricesPage() {
     auto* col = new QVBoxLayout(buy);
     auto* bar = new QHBoxLayout;
     bar->setObjectName(QStringLiteral("tbBuyLocations"));
-    QToolButton* view = toolButton(buy, QStringLiteral("View Station"), QStringLiteral("tbBuyLocations_View"));
+    QToolButton* view =
+        toolButton(buy, QStringLiteral("View Station"), QStringLiteral("tbBuyLocations_View"));
     bar->addWidget(view);
     bar->addStretch(1);
     col->addLayout(bar);
     lstBuyLocations = NewList(buy, QStringLiteral("lstBuyLocations"));
     col->addWidget(lstBuyLocations);
     row->addWidget(buy, 1);
-    AttachListOpener(lstBuyLocations, QStringLiteral("Station"), QStringLiteral("lstBuyLocations_DblClick"), kForm);
+    AttachListOpener(lstBuyLocations, QStringLiteral("Station"), QStringLiteral("lstBuyLocations_DblClick"),
+                     kForm);
     connect(view, &QToolButton::clicked, this, [this] {
         if (QListWidgetItem* item = lstBuyLocations->currentItem())
             Q_EMIT lstBuyLocations->itemDoubleClicked(item);
@@ -180,8 +184,10 @@ QWidget* frmEquipment::otherPage() {
     auto* b = new QVBoxLayout(blueprint);
     auto* bar = new QHBoxLayout;
     bar->setObjectName(QStringLiteral("tbComps"));
-    QToolButton* details = toolButton(blueprint, QStringLiteral("Detailed View"), QStringLiteral("tbComps_Details"));
-    QToolButton* build = toolButton(blueprint, QStringLiteral("Build View"), QStringLiteral("tbComps_BuildView"));
+    QToolButton* details =
+        toolButton(blueprint, QStringLiteral("Detailed View"), QStringLiteral("tbComps_Details"));
+    QToolButton* build =
+        toolButton(blueprint, QStringLiteral("Build View"), QStringLiteral("tbComps_BuildView"));
     bar->addWidget(details);
     bar->addWidget(build);
     bar->addStretch(1);
@@ -229,11 +235,14 @@ QWidget* frmEquipment::ammoPage() {
     auto* form = new QFormLayout;
     txtAmmoName = labelled(form, page, QStringLiteral("Ammunition:"), QStringLiteral("txtAmmoName"));
     txtAmmoDamage = labelled(form, page, QStringLiteral("Damage:"), QStringLiteral("txtAmmoDamage"));
-    txtAmmoRange = labelled(form, page, QStringLiteral("Range:"), QStringLiteral("txtAmmoRange"), &lblAmmoRange);
+    txtAmmoRange =
+        labelled(form, page, QStringLiteral("Range:"), QStringLiteral("txtAmmoRange"), &lblAmmoRange);
     txtAmmoManeuverability = labelled(form, page, QStringLiteral("Maneuverability:"),
                                       QStringLiteral("txtAmmoManeuverability"), &lblAmmoManeuverability);
-    txtDamagePerSecond = labelled(form, page, QStringLiteral("Damage Per Second:"), QStringLiteral("txtDamagePerSecond"));
-    txtAmmoEfficiency = labelled(form, page, QStringLiteral("Efficiency:"), QStringLiteral("txtAmmoEfficiency"));
+    txtDamagePerSecond =
+        labelled(form, page, QStringLiteral("Damage Per Second:"), QStringLiteral("txtDamagePerSecond"));
+    txtAmmoEfficiency =
+        labelled(form, page, QStringLiteral("Efficiency:"), QStringLiteral("txtAmmoEfficiency"));
     row->addLayout(form, 1);
 
     auto openAmmo = [](QListWidgetItem* item) {

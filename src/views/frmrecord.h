@@ -31,11 +31,11 @@ public:
 
     QLabel* lblType = nullptr;
     QTabWidget* tabRecord = nullptr;
-    QListWidget* lstBuyLocations = nullptr; // stations that sell it
+    QListWidget* lstBuyLocations = nullptr;  // stations that sell it
     QListWidget* lstMineLocations = nullptr; // raw materials: sectors where it is mined
     QListWidget* lstTerminals = nullptr;     // stations
     QTreeWidget* treBlueprint = nullptr;
-    QTreeWidget* treUsedIn = nullptr;        // for a station: what it sells
+    QTreeWidget* treUsedIn = nullptr; // for a station: what it sells
     QTreeWidget* treMOBs = nullptr;
     QPlainTextEdit* txtComments = nullptr;
     QPushButton *cmdEdit = nullptr, *cmdBuildView = nullptr, *cmdClose = nullptr;

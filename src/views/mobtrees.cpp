@@ -48,10 +48,12 @@ void tacticalGroup(const TacticalGroup& g, const QString& quotedName, TreeNodeSi
 
 void PopulateTacticalTree(const QString& mobName, TreeNodeSink& nodes) {
     const QString name = FixQuotes(mobName);
-    tacticalGroup({"Attack Types", "|Attack:", "SELECT ATTACK_TYPE, AMOUNT FROM MOB_ATTACK_TYPE WHERE MOB_NAME = '",
+    tacticalGroup({"Attack Types",
+                   "|Attack:", "SELECT ATTACK_TYPE, AMOUNT FROM MOB_ATTACK_TYPE WHERE MOB_NAME = '",
                    "' ORDER BY ATTACK_TYPE", " Units"},
                   name, nodes);
-    tacticalGroup({"Resistances", "|Resist:", "SELECT RESISTANCE, AMOUNT FROM MOB_RESISTANCE WHERE MOB_NAME = '",
+    tacticalGroup({"Resistances",
+                   "|Resist:", "SELECT RESISTANCE, AMOUNT FROM MOB_RESISTANCE WHERE MOB_NAME = '",
                    "' ORDER BY RESISTANCE", "%"},
                   name, nodes);
     tacticalGroup({"Weaknesses", "|Weak:", "SELECT WEAKNESS, AMOUNT FROM MOB_WEAKNESS WHERE MOB_NAME = '",
@@ -61,8 +63,8 @@ void PopulateTacticalTree(const QString& mobName, TreeNodeSink& nodes) {
 
 void PopulateSpawnTree(const QString& mobName, TreeNodeSink& nodes) {
     Recordset rs;
-    rs.open("SELECT SECTOR_NAME, NAV_POINT, SPAWN_RATE FROM MOBS_LOCATION WHERE MOB_NAME = '" + FixQuotes(mobName) +
-            "' ORDER BY SECTOR_NAME");
+    rs.open("SELECT SECTOR_NAME, NAV_POINT, SPAWN_RATE FROM MOBS_LOCATION WHERE MOB_NAME = '" +
+            FixQuotes(mobName) + "' ORDER BY SECTOR_NAME");
     if (rs.eof()) {
         nodes.addNode(QString(), NoRecordsFound, NoRecordsFound, mobimg::None);
         return;
@@ -102,8 +104,8 @@ void PopulateLootTree(const QString& mobName, TreeNodeSink& nodes) {
         const QString column = QString::fromLatin1(g.column);
         nodes.addNode(QString(), group, group, mobimg::Group);
         Recordset rs;
-        rs.open("SELECT " + column + ", DROP_FREQUENCY FROM " + QLatin1String(g.table) + " WHERE MOB_NAME = '" + name +
-                "' ORDER BY " + column);
+        rs.open("SELECT " + column + ", DROP_FREQUENCY FROM " + QLatin1String(g.table) +
+                " WHERE MOB_NAME = '" + name + "' ORDER BY " + column);
         bool any = false;
         for (; !rs.eof(); rs.moveNext()) {
             any = true;
@@ -123,10 +125,22 @@ void PopulateLootTree(const QString& mobName, TreeNodeSink& nodes) {
 void PopulateMOBs(DropKind kind, const QString& name, TreeNodeSink& nodes) {
     QString table, column;
     switch (kind) {
-    case DropKind::Equipment: table = "MOB_EQUIP_DROP"; column = "EQUIPMENT_NAME"; break;
-    case DropKind::Component: table = "MOB_COMP_DROP"; column = "COMPONENT_NAME"; break;
-    case DropKind::RawMaterial: table = "MOB_RAW_MAT_DROP"; column = "RAW_MATERIAL_NAME"; break;
-    case DropKind::Item: table = "MOB_ITEM_DROP"; column = "ITEM_NAME"; break;
+    case DropKind::Equipment:
+        table = "MOB_EQUIP_DROP";
+        column = "EQUIPMENT_NAME";
+        break;
+    case DropKind::Component:
+        table = "MOB_COMP_DROP";
+        column = "COMPONENT_NAME";
+        break;
+    case DropKind::RawMaterial:
+        table = "MOB_RAW_MAT_DROP";
+        column = "RAW_MATERIAL_NAME";
+        break;
+    case DropKind::Item:
+        table = "MOB_ITEM_DROP";
+        column = "ITEM_NAME";
+        break;
     }
     Recordset rs;
     rs.open("SELECT MOB_NAME, DROP_FREQUENCY FROM " + table + " WHERE " + column + " = '" + FixQuotes(name) +

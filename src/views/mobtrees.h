@@ -6,8 +6,17 @@
 
 // Pictures of the MOB trees: the five-step frequency scale, then groups, sectors and MOBs.
 namespace mobimg {
-enum : int { None = 0, VeryRare = 5, Rare = 6, Normal = 7, Frequent = 8, VeryFrequent = 9, Group = 10,
-             Sector = 11, Mob = 12 };
+enum : int {
+    None = 0,
+    VeryRare = 5,
+    Rare = 6,
+    Normal = 7,
+    Frequent = 8,
+    VeryFrequent = 9,
+    Group = 10,
+    Sector = 11,
+    Mob = 12
+};
 }
 
 inline const QString NoRecordsFound = QStringLiteral("No Records Found");

@@ -145,9 +145,11 @@ bool NzBool(const QVariant& v, bool defaultValue) {
         return v.toBool();
     if (v.typeId() == QMetaType::QString) {
         const QString s = v.toString().trimmed();
-        if (s.compare(QLatin1String("True"), Qt::CaseInsensitive) == 0 || s.compare(QLatin1String("Yes"), Qt::CaseInsensitive) == 0)
+        if (s.compare(QLatin1String("True"), Qt::CaseInsensitive) == 0 ||
+            s.compare(QLatin1String("Yes"), Qt::CaseInsensitive) == 0)
             return true;
-        if (s.compare(QLatin1String("False"), Qt::CaseInsensitive) == 0 || s.compare(QLatin1String("No"), Qt::CaseInsensitive) == 0)
+        if (s.compare(QLatin1String("False"), Qt::CaseInsensitive) == 0 ||
+            s.compare(QLatin1String("No"), Qt::CaseInsensitive) == 0)
             return false;
     }
     return toNumber(v) != 0;

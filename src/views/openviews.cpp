@@ -4,5 +4,9 @@ namespace {
 EditorOpener g_editorOpener = nullptr;
 }
 
-void setEditorOpener(EditorOpener opener) { g_editorOpener = opener; }
-EditorOpener editorOpener() { return g_editorOpener; }
+void setEditorOpener(EditorOpener opener) {
+    g_editorOpener = opener;
+}
+EditorOpener editorOpener() {
+    return g_editorOpener;
+}

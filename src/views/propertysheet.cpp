@@ -59,8 +59,8 @@ PropertySheet EquipmentPropertySheet(const QString& name, int typeIndex) {
     sheet.title = DeEnumerate(typeIndex) + ": " + name;
     {
         Recordset rs;
-        rs.open(GetSQL(typeIndex, false, false, true, true, QString(), false) + " AND EQUIPMENTS.EQUIPMENT_NAME = '" +
-                q + "'");
+        rs.open(GetSQL(typeIndex, false, false, true, true, QString(), false) +
+                " AND EQUIPMENTS.EQUIPMENT_NAME = '" + q + "'");
         if (rs.eof())
             throw NoCurrentRecord();
         sheet.subtitle = "Level " + NzString(rs.value(3)) + " " + NzString(rs.value(1));
@@ -85,7 +85,8 @@ PropertySheet EquipmentPropertySheet(const QString& name, int typeIndex) {
     {
         Recordset rs;
         rs.open("SELECT SPECIAL, AMOUNT, UNITS, ENERGY_USE, RANGE, DURATION, SHUNT FROM EQUIP_SPECIALS WHERE "
-                "EQUIPMENT_NAME ='" + q + "' ORDER BY SPECIAL");
+                "EQUIPMENT_NAME ='" +
+                q + "' ORDER BY SPECIAL");
         for (; !rs.eof(); rs.moveNext()) {
             specials.append(SpecialText(NzString(rs.value(0)), rs.value(1), NzString(rs.value(2))));
             for (int i = 3; i <= 6; ++i) {
@@ -98,9 +99,11 @@ PropertySheet EquipmentPropertySheet(const QString& name, int typeIndex) {
     if (!specials.isEmpty())
         sheet.sections.append({"Specials", specials});
     sheet.sections.append({"Buy Locations", names("SELECT STATIONS_STATION FROM BUY_EQUIPMENT_LOCATION WHERE "
-                                                  "EQUIPMENTS_EQUIPMENT = '" + q + "' ORDER BY STATIONS_STATION")});
+                                                  "EQUIPMENTS_EQUIPMENT = '" +
+                                                  q + "' ORDER BY STATIONS_STATION")});
     sheet.sections.append({"Allowed Classes", names("SELECT CLASS_NAME FROM EQUIPMENT_CLASS WHERE "
-                                                    "EQUIPMENTS_EQUIPMENT = '" + q + "' ORDER BY CLASS_NAME")});
+                                                    "EQUIPMENTS_EQUIPMENT = '" +
+                                                    q + "' ORDER BY CLASS_NAME")});
     TreeNodeList tree;
     bool recurse = true;
     tree.addNode(QString(), name, name, buildimg::Equipment);

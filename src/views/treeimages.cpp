@@ -166,22 +166,32 @@ QPixmap mob() {
 QIcon make(int image, bool mobTree) {
     if (!mobTree) {
         switch (image) {
-        case buildimg::Equipment: return QIcon(equipment());
-        case buildimg::Component: return QIcon(component());
-        case buildimg::RefinedRawMaterial: return QIcon(refined());
-        case buildimg::Item: return QIcon(item());
-        case buildimg::RawMaterial: return QIcon(ore());
-        default: break;
+        case buildimg::Equipment:
+            return QIcon(equipment());
+        case buildimg::Component:
+            return QIcon(component());
+        case buildimg::RefinedRawMaterial:
+            return QIcon(refined());
+        case buildimg::Item:
+            return QIcon(item());
+        case buildimg::RawMaterial:
+            return QIcon(ore());
+        default:
+            break;
         }
     } else if (image >= mobimg::VeryRare && image <= mobimg::VeryFrequent) {
         return QIcon(scale(image - mobimg::VeryRare + 1));
     }
     // Groups, sectors and MOBs look the same in every tree.
     switch (image) {
-    case mobimg::Group: return QIcon(folder());
-    case mobimg::Sector: return QIcon(sector());
-    case mobimg::Mob: return QIcon(mob());
-    default: return QIcon();
+    case mobimg::Group:
+        return QIcon(folder());
+    case mobimg::Sector:
+        return QIcon(sector());
+    case mobimg::Mob:
+        return QIcon(mob());
+    default:
+        return QIcon();
     }
 }
 } // namespace
@@ -195,5 +205,9 @@ QIcon TreeIcon(int image, bool mobTree) {
     return *it;
 }
 
-QIcon BuildTreeIcon(int image) { return TreeIcon(image, false); }
-QIcon MobTreeIcon(int image) { return TreeIcon(image, true); }
+QIcon BuildTreeIcon(int image) {
+    return TreeIcon(image, false);
+}
+QIcon MobTreeIcon(int image) {
+    return TreeIcon(image, true);
+}

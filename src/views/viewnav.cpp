@@ -13,11 +13,15 @@
 
 QString BuildKindOfImage(int image) {
     switch (image) {
-    case buildimg::Equipment: return QStringLiteral("Equipment");
-    case buildimg::Component: return QStringLiteral("Components");
+    case buildimg::Equipment:
+        return QStringLiteral("Equipment");
+    case buildimg::Component:
+        return QStringLiteral("Components");
     case buildimg::RefinedRawMaterial:
-    case buildimg::RawMaterial: return QStringLiteral("Raw Materials");
-    default: return QString();
+    case buildimg::RawMaterial:
+        return QStringLiteral("Raw Materials");
+    default:
+        return QString();
     }
 }
 
@@ -29,12 +33,21 @@ void OpenEquipment(const QString& name) {
 void OpenBuildNode(const QString& text, int image) {
     const QString name = RemoveExtra(text);
     switch (image) {
-    case buildimg::Equipment: OpenEquipment(name); break;
-    case buildimg::Component: ViewComponent(name); break;
+    case buildimg::Equipment:
+        OpenEquipment(name);
+        break;
+    case buildimg::Component:
+        ViewComponent(name);
+        break;
     case buildimg::RefinedRawMaterial:
-    case buildimg::RawMaterial: ViewRawMaterial(name); break;
-    case buildimg::Item: ViewItem(name); break;
-    default: break;
+    case buildimg::RawMaterial:
+        ViewRawMaterial(name);
+        break;
+    case buildimg::Item:
+        ViewItem(name);
+        break;
+    default:
+        break;
     }
 }
 
@@ -101,8 +114,7 @@ void OpenRecord(const QString& kind, const QString& name) {
 }
 
 namespace {
-template <typename F>
-void guarded(const QString& procedure, const QString& container, F&& f) {
+template <typename F> void guarded(const QString& procedure, const QString& container, F&& f) {
     try {
         f();
     } catch (const VbError& e) {
@@ -142,9 +154,8 @@ void attachTree(QTreeWidget* tree, const QString& prefix, const QString& contain
         build->setEnabled(canBuild);
         QAction* chosen = menu.exec(tree->viewport()->mapToGlobal(pos));
         if (chosen == detailed)
-            guarded("mnuPopupDetailedview_Click", container, [&] {
-                byMarker ? void(OpenByMarker(key, text)) : OpenBuildNode(text, image);
-            });
+            guarded("mnuPopupDetailedview_Click", container,
+                    [&] { byMarker ? void(OpenByMarker(key, text)) : OpenBuildNode(text, image); });
         else if (chosen == build)
             guarded("mnuPopupBuildview_Click", container, [&] {
                 byMarker ? void(OpenBuildViewByMarker(key, text)) : OpenBuildViewOfNode(text, image);
@@ -161,7 +172,8 @@ void AttachMarkerTreeCommands(QTreeWidget* tree, const QString& procedurePrefix,
     attachTree(tree, procedurePrefix, container, true);
 }
 
-void AttachListOpener(QListWidget* list, const QString& kind, const QString& procedure, const QString& container) {
+void AttachListOpener(QListWidget* list, const QString& kind, const QString& procedure,
+                      const QString& container) {
     QObject::connect(list, &QListWidget::itemDoubleClicked, list, [=](QListWidgetItem* item) {
         guarded(procedure, container, [&] { OpenRecord(kind, item->text()); });
     });

@@ -28,6 +28,7 @@ void AttachBuildTreeCommands(QTreeWidget* tree, const QString& procedurePrefix, 
 // The same for trees whose nodes carry kind markers (loot, used in, sells).
 void AttachMarkerTreeCommands(QTreeWidget* tree, const QString& procedurePrefix, const QString& container);
 // A double-click on a list entry opens the record of that kind ("Station", "Equipment", "MOB", ...).
-void AttachListOpener(QListWidget* list, const QString& kind, const QString& procedure, const QString& container);
+void AttachListOpener(QListWidget* list, const QString& kind, const QString& procedure,
+                      const QString& container);
 // Opens a record of a kind by name.
 void OpenRecord(const QString& kind, const QString& name);

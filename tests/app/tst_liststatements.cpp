@@ -11,21 +11,23 @@ const QString EquipBase = QStringLiteral(
     "EQUIPMENTS.COST_TO_MANUFACTURE AS MANUFACTURING_FEE, EQUIPMENTS.LAST_UPDATED, EQUIPMENTS.CHECK, "
     "EQUIPMENTS.PERSONAL_DB, EQUIPMENTS.UPDATED");
 const QString BeamAll =
-    EquipBase + ", WEAPON_STATS.DAMAGE, WEAPON_STATS.DAMAGE_TYPE, WEAPON_STATS.DELAY, WEAPON_STATS.ENERGY_USE, "
-                "WEAPON_STATS.RANGE , (WEAPON_STATS.DAMAGE/WEAPON_STATS.DELAY) AS DAMAGE_PER_SECOND, "
-                "(WEAPON_STATS.DAMAGE/WEAPON_STATS.ENERGY_USE) AS EFFICIENCY FROM EQUIPMENTS, WEAPON_STATS WHERE "
-                "EQUIPMENTS.EQUIPMENT_NAME = WEAPON_STATS.EQUIPMENT_NAME ";
+    EquipBase +
+    ", WEAPON_STATS.DAMAGE, WEAPON_STATS.DAMAGE_TYPE, WEAPON_STATS.DELAY, WEAPON_STATS.ENERGY_USE, "
+    "WEAPON_STATS.RANGE , (WEAPON_STATS.DAMAGE/WEAPON_STATS.DELAY) AS DAMAGE_PER_SECOND, "
+    "(WEAPON_STATS.DAMAGE/WEAPON_STATS.ENERGY_USE) AS EFFICIENCY FROM EQUIPMENTS, WEAPON_STATS WHERE "
+    "EQUIPMENTS.EQUIPMENT_NAME = WEAPON_STATS.EQUIPMENT_NAME ";
 const QString EveryType = " FROM EQUIPMENTS WHERE EQUIPMENTS.EQUIPMENT_NAME = EQUIPMENTS.EQUIPMENT_NAME ";
-const QString Raw = QStringLiteral("SELECT RAW_MATERIAL_NAME, LVL, PRICE, COMMENTS, CHECK, PERSONAL_DB, UPDATED, "
-                                   "SUBMITTED, LAST_UPDATED FROM RAW_MATERIALS");
-const QString Stations =
-    QStringLiteral("SELECT STATIONS.STATION_NAME, STATIONS.SECTORS_SECTOR, SECTORS.SYSTEM_SYSTEM_NAME AS SYSTEM_NAME, "
-                   "STATIONS.CHECK FROM SECTORS INNER JOIN STATIONS ON SECTORS.SECTOR_NAME = STATIONS.SECTORS_SECTOR");
-const QString Mobs =
-    QStringLiteral("SELECT MOBS.MOB_NAME, MOBS.UPDATED, MOBS.PERSONAL_DB, MOBS.CHECK, MOB_STATS.COMBAT_LEVEL, "
-                   "(MOB_STATS.COMBAT_LEVEL * 3) AS OVERALL_LEVEL, MOB_STATS.SHIELD, MOB_STATS.HULL, MOB_STATS.MASS, "
-                   "MOB_STATS.SIGNATURE, MOB_STATS.SCAN_RANGE, MOB_STATS.AGGRO_RANGE, MOBS.TYPE, MOBS.FACTION, "
-                   "MOBS.COMMENTS, MOBS.LAST_UPDATED FROM MOBS, MOB_STATS WHERE MOBS.MOB_NAME = MOB_STATS.MOB_NAME");
+const QString Raw =
+    QStringLiteral("SELECT RAW_MATERIAL_NAME, LVL, PRICE, COMMENTS, CHECK, PERSONAL_DB, UPDATED, "
+                   "SUBMITTED, LAST_UPDATED FROM RAW_MATERIALS");
+const QString Stations = QStringLiteral(
+    "SELECT STATIONS.STATION_NAME, STATIONS.SECTORS_SECTOR, SECTORS.SYSTEM_SYSTEM_NAME AS SYSTEM_NAME, "
+    "STATIONS.CHECK FROM SECTORS INNER JOIN STATIONS ON SECTORS.SECTOR_NAME = STATIONS.SECTORS_SECTOR");
+const QString Mobs = QStringLiteral(
+    "SELECT MOBS.MOB_NAME, MOBS.UPDATED, MOBS.PERSONAL_DB, MOBS.CHECK, MOB_STATS.COMBAT_LEVEL, "
+    "(MOB_STATS.COMBAT_LEVEL * 3) AS OVERALL_LEVEL, MOB_STATS.SHIELD, MOB_STATS.HULL, MOB_STATS.MASS, "
+    "MOB_STATS.SIGNATURE, MOB_STATS.SCAN_RANGE, MOB_STATS.AGGRO_RANGE, MOBS.TYPE, MOBS.FACTION, "
+    "MOBS.COMMENTS, MOBS.LAST_UPDATED FROM MOBS, MOB_STATS WHERE MOBS.MOB_NAME = MOB_STATS.MOB_NAME");
 const QString Band = QStringLiteral(" AND MOB_STATS.COMBAT_LEVEL >= %1 AND MOB_STATS.COMBAT_LEVEL <= %2");
 const QString Comps = QStringLiteral("SELECT * FROM COMPONENTS");
 
@@ -36,7 +38,8 @@ ListFilters filters(const QStringList& pairs) {
                                          {"comp", &f.compType},  {"sub", &f.subType}, {"band", &f.combatBand},
                                          {"race", &f.race}};
     for (const QString& p : pairs)
-        p == "custom" ? void(f.customFields = true) : void(*field.value(p.section('=', 0, 0)) = p.section('=', 1));
+        p == "custom" ? void(f.customFields = true)
+                      : void(*field.value(p.section('=', 0, 0)) = p.section('=', 1));
     return f;
 }
 } // namespace
@@ -65,14 +68,16 @@ private Q_SLOTS:
             Comps + " WHERE LVL = 7 AND CHECK = TRUE");
         row("components quoted type and subtype", "Components", {"comp=Pilot's Kit", "sub=O'Neil"},
             Comps + " WHERE TYPE = 'Pilot''s Kit' AND SUBTYPE = 'O''Neil'");
-        row("components subtype N/A", "Components", {"comp=Circuit", "sub=N/A"}, Comps + " WHERE TYPE = 'Circuit'");
+        row("components subtype N/A", "Components", {"comp=Circuit", "sub=N/A"},
+            Comps + " WHERE TYPE = 'Circuit'");
         row("components type, subtype, level, checked", "Components",
             {"comp=Circuit", "sub=Board", "level=3", "checked=Checked"},
             Comps + " WHERE TYPE = 'Circuit' AND SUBTYPE = 'Board' AND LVL = 3 AND CHECK = TRUE");
         row("components unknown type, level, not checked", "Components",
             {"comp=Unknown", "level=2", "checked=Not Checked"},
             Comps + " WHERE (TYPE IS NULL OR TYPE = 'Unknown') AND LVL = 2 AND CHECK = FALSE");
-        row("raw materials checked, no level", "Raw Materials", {"checked=Checked"}, Raw + " WHERE CHECK = TRUE");
+        row("raw materials checked, no level", "Raw Materials", {"checked=Checked"},
+            Raw + " WHERE CHECK = TRUE");
         row("raw materials checked with level", "Raw Materials", {"level=4", "checked=Checked"},
             Raw + " WHERE LVL = 4 AND CHECK = TRUE");
         row("stations: no level, not checked", "Stations", {"level=9", "checked=Not Checked"},
@@ -101,18 +106,21 @@ private Q_SLOTS:
             << "Equipment"
             << "Kell's Lance" << false
             << "UPDATE EQUIPMENTS SET EQUIPMENTS.CHECK = FALSE WHERE EQUIPMENT_NAME = 'Kell''s Lance';";
-        QTest::newRow("components") << "Components"
-                                    << "Coil" << true
-                                    << "UPDATE COMPONENTS SET COMPONENTS.CHECK = TRUE WHERE COMPONENT_NAME = 'Coil';";
+        QTest::newRow("components")
+            << "Components"
+            << "Coil" << true
+            << "UPDATE COMPONENTS SET COMPONENTS.CHECK = TRUE WHERE COMPONENT_NAME = 'Coil';";
         QTest::newRow("raw materials")
             << "Raw Materials"
             << "Iron Ore" << false
             << "UPDATE RAW_MATERIALS SET RAW_MATERIALS.CHECK = FALSE WHERE RAW_MATERIAL_NAME = 'Iron Ore'";
-        QTest::newRow("stations") << "Stations"
-                                  << "Port Ada" << true
-                                  << "UPDATE STATIONS SET STATIONS.CHECK = TRUE WHERE STATION_NAME = 'Port Ada'";
+        QTest::newRow("stations")
+            << "Stations"
+            << "Port Ada" << true
+            << "UPDATE STATIONS SET STATIONS.CHECK = TRUE WHERE STATION_NAME = 'Port Ada'";
         QTest::newRow("mobs") << "MOBs"
-                              << "Drone" << true << "UPDATE MOBS SET MOBS.CHECK = TRUE WHERE MOB_NAME = 'Drone'";
+                              << "Drone" << true
+                              << "UPDATE MOBS SET MOBS.CHECK = TRUE WHERE MOB_NAME = 'Drone'";
         QTest::newRow("items, doubled quotes stay")
             << "Items"
             << "A''B" << false << "UPDATE ITEMS SET ITEMS.CHECK = FALSE WHERE ITEM_NAME = 'A''B'";
@@ -127,10 +135,11 @@ private Q_SLOTS:
         QCOMPARE(CheckStatement(category, name, state), expected);
     }
     void filterLists() {
-        QCOMPARE(Categories(), QStringList({"Equipment", "Components", "Raw Materials", "Stations", "MOBs", "Items"}));
+        QCOMPARE(Categories(),
+                 QStringList({"Equipment", "Components", "Raw Materials", "Stations", "MOBs", "Items"}));
         QCOMPARE(CheckedChoices(), QStringList({"All", "Checked", "Not Checked"}));
-        QCOMPARE(CombatBands(), QStringList({"All", "0-5", "6-10", "11-15", "16-20", "21-25", "26-30", "31-35", "36-40",
-                                             "41-45", "46-50", "51+"}));
+        QCOMPARE(CombatBands(), QStringList({"All", "0-5", "6-10", "11-15", "16-20", "21-25", "26-30",
+                                             "31-35", "36-40", "41-45", "46-50", "51+"}));
         QCOMPARE(SubTypeListStatement("Pilot's Kit"),
                  "SELECT COMPONENT_SUBTYPE FROM COMPONENT_TYPE_SUBTYPE WHERE COMPONENT_TYPE = 'Pilot''s Kit' "
                  "ORDER BY COMPONENT_SUBTYPE");

@@ -30,7 +30,8 @@ private Q_SLOTS:
         QFile ini(iniPath());
         QVERIFY(ini.open(QIODevice::WriteOnly) && ini.write("[Main]\nDATA=Pick a category\n") > 0);
         QString error;
-        QVERIFY2(CreateDatabase(databasePath(), &error) && FillSampleData(databasePath(), &error), qPrintable(error));
+        QVERIFY2(CreateDatabase(databasePath(), &error) && FillSampleData(databasePath(), &error),
+                 qPrintable(error));
     }
     void init() {
         DeleteAllSettings();
@@ -40,8 +41,8 @@ private Q_SLOTS:
     }
     void cleanup() {
         w.reset();
-        for (const char* t : {"COMPONENTS WHERE COMPONENT_NAME", "ITEMS WHERE ITEM_NAME", "MOB_STATS WHERE MOB_NAME",
-                              "MOBS WHERE MOB_NAME"})
+        for (const char* t : {"COMPONENTS WHERE COMPONENT_NAME", "ITEMS WHERE ITEM_NAME",
+                              "MOB_STATS WHERE MOB_NAME", "MOBS WHERE MOB_NAME"})
             db().execute(QString("DELETE FROM %1 LIKE 'Zz %'").arg(t));
     }
 
@@ -50,11 +51,14 @@ private Q_SLOTS:
         db().execute("INSERT INTO ITEMS (ITEM_NAME, LVL, CHECK) VALUES ('Zz Captain''s Log', 1, FALSE)");
         for (int cl : {5, 45, 46, 50, 51}) {
             db().execute(QString("INSERT INTO MOBS (MOB_NAME) VALUES ('Zz Mob %1')").arg(cl));
-            db().execute(QString("INSERT INTO MOB_STATS (MOB_NAME, COMBAT_LEVEL) VALUES ('Zz Mob %1', %1)").arg(cl));
+            db().execute(
+                QString("INSERT INTO MOB_STATS (MOB_NAME, COMBAT_LEVEL) VALUES ('Zz Mob %1', %1)").arg(cl));
         }
         frmMain& m = open();
-        QCOMPARE(m.windowTitle(),
-                 QString("VOSK v%1.%2.%3").arg(VOSK_VERSION_MAJOR).arg(VOSK_VERSION_MINOR).arg(VOSK_VERSION_REVISION));
+        QCOMPARE(m.windowTitle(), QString("VOSK v%1.%2.%3")
+                                      .arg(VOSK_VERSION_MAJOR)
+                                      .arg(VOSK_VERSION_MINOR)
+                                      .arg(VOSK_VERSION_REVISION));
         QCOMPARE(m.panelText("ItemCount"), "Items: " + QString::number(count("SELECT * FROM EQUIPMENTS")));
         QCOMPARE(m.panelText("Interaction"), "Game Interaction: Disabled");
         QCOMPARE(m.cmbData->toolTip(), "Pick a category");
@@ -65,25 +69,29 @@ private Q_SLOTS:
         choose(m.cmbData, "Components");
         QVERIFY(m.cmbCompType->isVisibleTo(&m) && !m.cmbEquipType->isVisibleTo(&m));
         choose(m.cmbCompType, "Unknown");
-        QCOMPARE(m.model()->rowCount(), count("SELECT * FROM COMPONENTS WHERE TYPE IS NULL OR TYPE = 'Unknown'"));
+        QCOMPARE(m.model()->rowCount(),
+                 count("SELECT * FROM COMPONENTS WHERE TYPE IS NULL OR TYPE = 'Unknown'"));
         QCOMPARE(m.model()->text(rowOf("Zz Untyped Part"), m.model()->columnIndex("TYPE")), "Unknown");
         // The bands filter on the combat level; the list shows three times that as the overall level.
         choose(m.cmbData, "MOBs");
         choose(m.cmbCL, "46-50");
-        QVERIFY(rowOf("Zz Mob 46") >= 0 && rowOf("Zz Mob 50") >= 0 && rowOf("Zz Mob 45") < 0 && rowOf("Zz Mob 51") < 0);
+        QVERIFY(rowOf("Zz Mob 46") >= 0 && rowOf("Zz Mob 50") >= 0 && rowOf("Zz Mob 45") < 0 &&
+                rowOf("Zz Mob 51") < 0);
         choose(m.cmbCL, "0-5");
         QCOMPARE(m.model()->text(rowOf("Zz Mob 5"), m.model()->columnIndex("OVERALL_LEVEL")), "15");
         // A tick is written at once, a name with a quote included; the tick filter then lists the row.
         const QString readBack = "SELECT CHECK FROM ITEMS WHERE ITEM_NAME = 'Zz Captain''s Log'";
         choose(m.cmbData, "Items");
         choose(m.cmbLevel, "1");
-        QVERIFY(m.model()->setData(m.model()->index(rowOf("Zz Captain's Log"), 0), Qt::Checked, Qt::CheckStateRole));
+        QVERIFY(m.model()->setData(m.model()->index(rowOf("Zz Captain's Log"), 0), Qt::Checked,
+                                   Qt::CheckStateRole));
         QCOMPARE(scalar(readBack).toBool(), true);
         choose(m.cmbChecked, "Checked");
         QCOMPARE(m.model()->rowCount(), count("SELECT * FROM ITEMS WHERE LVL = 1 AND CHECK = TRUE"));
         QCOMPARE(m.panelText("ItemCount"), "Items: " + QString::number(m.model()->rowCount()));
         QCOMPARE(m.panelText("Status"), "Ready");
-        QVERIFY(m.model()->setData(m.model()->index(rowOf("Zz Captain's Log"), 0), Qt::Unchecked, Qt::CheckStateRole));
+        QVERIFY(m.model()->setData(m.model()->index(rowOf("Zz Captain's Log"), 0), Qt::Unchecked,
+                                   Qt::CheckStateRole));
         QCOMPARE(scalar(readBack).toBool(), false);
         QCOMPARE(m_prompt.count(), 0);
     }
@@ -130,11 +138,15 @@ private Q_SLOTS:
         QTest::addColumn<QString>("category");
         QTest::addColumn<QString>("entry");
         QTest::addColumn<QString>("text");
-        QTest::newRow("copy") << "Stations" << "mnuEditCopy"
+        QTest::newRow("copy") << "Stations"
+                              << "mnuEditCopy"
                               << "Sorry Support for Copying Stations has not been implemented.";
-        QTest::newRow("rename") << "Stations" << "mnuPopupRename"
+        QTest::newRow("rename") << "Stations"
+                                << "mnuPopupRename"
                                 << "Sorry Support for Renaming Stations has not been implemented.";
-        QTest::newRow("delete") << "Items" << "mnuEditDelete" << "Are you sure you want to delete '%1' ?";
+        QTest::newRow("delete") << "Items"
+                                << "mnuEditDelete"
+                                << "Are you sure you want to delete '%1' ?";
     }
     void recordMenuBoxes() {
         QFETCH(QString, category);
@@ -154,7 +166,8 @@ private Q_SLOTS:
         QCOMPARE(m_prompt.last().title, category == "Items" ? "Delete?" : "Can Not Rename");
         QCOMPARE(m_prompt.last().style, category == "Items" ? 36 : 0);
         QCOMPARE(handled, 0); // Stations are not copied or renamed; No deletes nothing
-        m.menuEntry(category == "Items" ? "mnuPopupDelete" : entry)->trigger(); // Yes hands over to the delete
+        m.menuEntry(category == "Items" ? "mnuPopupDelete" : entry)
+            ->trigger(); // Yes hands over to the delete
         QCOMPARE(handled, category == "Items" ? 1 : 0);
     }
 
@@ -179,10 +192,11 @@ private Q_SLOTS:
         frmMain& m = open();
         QCOMPARE(m.panelText("Interaction"), "Game Interaction: Enabled");
         QCOMPARE(m.category(), "Components");
-        QCOMPARE(QStringList({m.cmbCompType->currentText(), m.cmbSubType->currentText(), m.cmbLevel->currentText(),
-                              m.cmbChecked->currentText(), m.cmbEquipType->currentText(), m.cmbCL->currentText(),
-                              m.cmbRace->currentText()}),
-                 QStringList({"Power Cell", "Fuel Cell", "3", "Not Checked", "Shield", "46-50", "Trader"}));
+        QCOMPARE(
+            QStringList({m.cmbCompType->currentText(), m.cmbSubType->currentText(), m.cmbLevel->currentText(),
+                         m.cmbChecked->currentText(), m.cmbEquipType->currentText(), m.cmbCL->currentText(),
+                         m.cmbRace->currentText()}),
+            QStringList({"Power Cell", "Fuel Cell", "3", "Not Checked", "Shield", "46-50", "Trader"}));
         QCOMPARE(m.model()->rowCount(), count("SELECT * FROM COMPONENTS WHERE TYPE = 'Power Cell' AND "
                                               "SUBTYPE = 'Fuel Cell' AND LVL = 3 AND CHECK = FALSE"));
         // Saved choices the lists no longer offer fall back to "All" without a message.

@@ -3,6 +3,7 @@
 #include "app/modinit.h"
 #include "app/modmain_app.h"
 #include "app/singleinstance.h"
+#include "core/childwindows.h"
 #include "core/imagestore.h"
 #include "core/programfolder.h"
 #include "core/scriptedprompt.h"
@@ -10,7 +11,6 @@
 #include "data/database.h"
 #include "data/recordset.h"
 #include "data/schema.h"
-#include "views/childwindows.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -65,22 +65,28 @@ private Q_SLOTS:
         m_prompt.reset(); // before the next one takes over
     }
     void startUpChecks_data() {
-        QTest::addColumn<QString>("setup"); // "lock": another copy runs, "none": no file, "letter": not a database
+        QTest::addColumn<QString>(
+            "setup"); // "lock": another copy runs, "none": no file, "letter": not a database
         QTest::addColumn<QList<int>>("versions");
         QTest::addColumn<QString>("text"); // empty: start-up reaches the main window
         QTest::addColumn<QString>("title");
         QTest::addColumn<int>("style");
-        const QString incompatible = "The database is not compatible with the VOSK program.\r\nIf you are using a "
-                                     "previous database, please be sure you have upgraded it using the DB Upgrade "
-                                     "tool.\r\nIf this problem persists, please contact VOSK Support.";
+        const QString incompatible =
+            "The database is not compatible with the VOSK program.\r\nIf you are using a "
+            "previous database, please be sure you have upgraded it using the DB Upgrade "
+            "tool.\r\nIf this problem persists, please contact VOSK Support.";
         QTest::newRow("second copy") << "lock" << QList<int>{6}
                                      << "VOSK is already running\r\nOnly one instance may be used at a time"
                                      << "VOSK is Already Running" << 64;
-        QTest::newRow("missing file, none made") << "none" << QList<int>{}
-            << "Error 53 (File not found) in procedure RunVOSK of Module modInit" << "VOSK" << 0;
-        QTest::newRow("not a database, left alone") << "letter" << QList<int>{} << "Error " << "VOSK" << 0;
-        QTest::newRow("version 6") << "" << QList<int>{6} << "" << "" << 0;
-        QTest::newRow("5 and 6: only the newest counts") << "" << QList<int>{5, 6} << "" << "" << 0;
+        QTest::newRow("missing file, none made")
+            << "none" << QList<int>{} << "Error 53 (File not found) in procedure RunVOSK of Module modInit"
+            << "VOSK" << 0;
+        QTest::newRow("not a database, left alone") << "letter" << QList<int>{} << "Error "
+                                                    << "VOSK" << 0;
+        QTest::newRow("version 6") << "" << QList<int>{6} << ""
+                                   << "" << 0;
+        QTest::newRow("5 and 6: only the newest counts") << "" << QList<int>{5, 6} << ""
+                                                         << "" << 0;
         QTest::newRow("version 5") << "" << QList<int>{5} << incompatible << "Incompatible Database" << 64;
         QTest::newRow("6 and 7") << "" << QList<int>{6, 7} << incompatible << "Incompatible Database" << 64;
         QTest::newRow("no version") << "" << QList<int>{} << incompatible << "Incompatible Database" << 64;
@@ -108,8 +114,9 @@ private Q_SLOTS:
             return;
         }
         const QString shown = m_prompt->last().text;
-        QVERIFY2(setup == "letter" ? shown.startsWith(text) && shown.endsWith(" in procedure RunVOSK of Module modInit")
-                                   : shown == text,
+        QVERIFY2(setup == "letter"
+                     ? shown.startsWith(text) && shown.endsWith(" in procedure RunVOSK of Module modInit")
+                     : shown == text,
                  qPrintable(shown));
         QCOMPARE(m_prompt->last().title, title);
         QCOMPARE(m_prompt->last().style, style);
@@ -135,9 +142,10 @@ private Q_SLOTS:
         RunVOSK();
         const auto mode = int(fs::status(file).permissions() & fs::perms::mask);
         QCOMPARE(m_prompt->count(), 1);
-        QCOMPARE(m_prompt->last().text, QString("The database file is currently set to read-only. Running VOSK with a "
-                                                "read-only database could cause potential problems.\r\nWould you like "
-                                                "to remove the read-only attribute from the file?"));
+        QCOMPARE(m_prompt->last().text,
+                 QString("The database file is currently set to read-only. Running VOSK with a "
+                         "read-only database could cause potential problems.\r\nWould you like "
+                         "to remove the read-only attribute from the file?"));
         QCOMPARE(m_prompt->last().title, QString("Read-Only Database"));
         QCOMPARE(m_prompt->last().style, 36);
         QCOMPARE(QString::number(mode, 8), QString::number(modeAfter, 8));
@@ -222,8 +230,9 @@ private Q_SLOTS:
             QCOMPARE(calls[i].extra, QString());
         }
         for (int i : {1, 3}) {
-            QCOMPARE(calls[i].text, QString("The Character Name entered is invalid. VOSK cannot load without a valid "
-                                            "character name. Would you like to try again?"));
+            QCOMPARE(calls[i].text,
+                     QString("The Character Name entered is invalid. VOSK cannot load without a valid "
+                             "character name. Would you like to try again?"));
             QCOMPARE(calls[i].title, QString("Invalid Character Name"));
             QCOMPARE(calls[i].style, 36);
         }

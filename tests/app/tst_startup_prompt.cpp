@@ -33,11 +33,14 @@ private Q_SLOTS:
         QTest::addColumn<int>("buttons");
         QTest::addColumn<int>("defaultButton");
         QTest::addColumn<int>("result"); // of clicking the default button
-        QTest::newRow("36 Yes/No") << 36 << int(QMB::Question) << int(QMB::Yes | QMB::No) << int(QMB::Yes) << 6;
+        QTest::newRow("36 Yes/No") << 36 << int(QMB::Question) << int(QMB::Yes | QMB::No) << int(QMB::Yes)
+                                   << 6;
         QTest::newRow("3+32+256 Yes/No/Cancel, second default")
-            << 3 + 32 + 256 << int(QMB::Question) << int(QMB::Yes | QMB::No | QMB::Cancel) << int(QMB::No) << 7;
-        QTest::newRow("2+16+512 Abort/Retry/Ignore, third default") << 2 + 16 + 512 << int(QMB::Critical)
-            << int(QMB::Abort | QMB::Retry | QMB::Ignore) << int(QMB::Ignore) << 5;
+            << 3 + 32 + 256 << int(QMB::Question) << int(QMB::Yes | QMB::No | QMB::Cancel) << int(QMB::No)
+            << 7;
+        QTest::newRow("2+16+512 Abort/Retry/Ignore, third default")
+            << 2 + 16 + 512 << int(QMB::Critical) << int(QMB::Abort | QMB::Retry | QMB::Ignore)
+            << int(QMB::Ignore) << 5;
     }
     void styleCodes() {
         QFETCH(int, style);

@@ -1,9 +1,9 @@
 #include "core/inifile.h"
 #include "core/scriptedprompt.h"
 
+#include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QFile>
 
 class TestIniFile : public QObject {
     Q_OBJECT
@@ -18,13 +18,27 @@ void TestIniFile::readsPrivateProfileLines_data() {
     QTest::addColumn<QString>("section");
     QTest::addColumn<QString>("key");
     QTest::addColumn<QString>("expected");
-    QTest::newRow("exact") << "Main" << "DATA" << "Choose a category";
-    QTest::newRow("case of section and key") << "main" << "data" << "Choose a category";
-    QTest::newRow("value keeps = and backslash-n") << "Main" << "CHECKED" << "a=b\\nc";
-    QTest::newRow("value keeps commas") << "FORUM" << "URL" << "http://example.invalid/a,b";
-    QTest::newRow("missing key gives default") << "Main" << "NOPE" << "dflt";
-    QTest::newRow("key of another section") << "FORUM" << "DATA" << "dflt";
-    QTest::newRow("first of two equal keys wins") << "Main" << "TWICE" << "one";
+    QTest::newRow("exact") << "Main"
+                           << "DATA"
+                           << "Choose a category";
+    QTest::newRow("case of section and key") << "main"
+                                             << "data"
+                                             << "Choose a category";
+    QTest::newRow("value keeps = and backslash-n") << "Main"
+                                                   << "CHECKED"
+                                                   << "a=b\\nc";
+    QTest::newRow("value keeps commas") << "FORUM"
+                                        << "URL"
+                                        << "http://example.invalid/a,b";
+    QTest::newRow("missing key gives default") << "Main"
+                                               << "NOPE"
+                                               << "dflt";
+    QTest::newRow("key of another section") << "FORUM"
+                                            << "DATA"
+                                            << "dflt";
+    QTest::newRow("first of two equal keys wins") << "Main"
+                                                  << "TWICE"
+                                                  << "one";
 }
 
 void TestIniFile::readsPrivateProfileLines() {

@@ -47,7 +47,8 @@ inline QString create(const QTemporaryDir& dir) {
     const QString path = dir.filePath(QStringLiteral("data.vosk"));
     sqlite3* h = nullptr;
     char* err = nullptr;
-    const bool ok = CreateDatabase(path) && sqlite3_open(QFile::encodeName(path).constData(), &h) == SQLITE_OK &&
+    const bool ok = CreateDatabase(path) &&
+                    sqlite3_open(QFile::encodeName(path).constData(), &h) == SQLITE_OK &&
                     sqlite3_exec(h, kRows, nullptr, nullptr, &err) == SQLITE_OK;
     if (err)
         qWarning("enginedb: %s", err);
@@ -56,6 +57,8 @@ inline QString create(const QTemporaryDir& dir) {
     return ok ? path : QString();
 }
 
-inline QString connectionFor(const QString& path) { return QStringLiteral("Provider=VOSK.SQLite;Data Source=") + path + u';'; }
+inline QString connectionFor(const QString& path) {
+    return QStringLiteral("Provider=VOSK.SQLite;Data Source=") + path + u';';
+}
 
 } // namespace enginedb

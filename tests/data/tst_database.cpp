@@ -53,7 +53,8 @@ void TestDatabase::opensByDataSourceOnly() {
 
 void TestDatabase::refusesWhatIsNotADatabase() {
     const QString file = m_dir->filePath("other.vosk");
-    for (const QByteArray& content : {QByteArray(), QByteArray("SQLite format 3\0garbage", 24)}) { // missing, damaged
+    for (const QByteArray& content :
+         {QByteArray(), QByteArray("SQLite format 3\0garbage", 24)}) { // missing, damaged
         QFile f(file);
         QVERIFY(content.isEmpty() || (f.open(QIODevice::WriteOnly) && f.write(content) && f.flush()));
         Database cn;
@@ -71,15 +72,20 @@ void TestDatabase::errorRecordsFromTheEngine_data() {
     QTest::addColumn<long>("native");
     QTest::addColumn<QString>("sqlState");
     QTest::addColumn<QString>("descriptionStart");
-    QTest::newRow("unknown column") << "UPDATE RAW_MATERIALS SET LVL = abc" << hr::MissingValue << long(SQLITE_ERROR) << "42S22"
+    QTest::newRow("unknown column") << "UPDATE RAW_MATERIALS SET LVL = abc" << hr::MissingValue
+                                    << long(SQLITE_ERROR) << "42S22"
                                     << "no such column: abc";
-    QTest::newRow("syntax") << "SELEC 1" << hr::Fail << long(SQLITE_ERROR) << "42000" << "near \"SELEC\"";
-    QTest::newRow("duplicate name ignoring case") << "INSERT INTO ITEMS (ITEM_NAME) VALUES ('CRYSTAL')" << hr::Fail
-                                                  << long(SQLITE_CONSTRAINT_UNIQUE) << "23000" << "UNIQUE constraint failed: ITEMS.ITEM_NAME";
-    QTest::newRow("named check") << "UPDATE EQUIPMENTS SET LVL = 'high'" << hr::MissingValue << long(SQLITE_CONSTRAINT_CHECK)
-                                 << "23000" << "CHECK constraint failed: INVALID_EQUIPMENTS_LVL";
+    QTest::newRow("syntax") << "SELEC 1" << hr::Fail << long(SQLITE_ERROR) << "42000"
+                            << "near \"SELEC\"";
+    QTest::newRow("duplicate name ignoring case") << "INSERT INTO ITEMS (ITEM_NAME) VALUES ('CRYSTAL')"
+                                                  << hr::Fail << long(SQLITE_CONSTRAINT_UNIQUE) << "23000"
+                                                  << "UNIQUE constraint failed: ITEMS.ITEM_NAME";
+    QTest::newRow("named check") << "UPDATE EQUIPMENTS SET LVL = 'high'" << hr::MissingValue
+                                 << long(SQLITE_CONSTRAINT_CHECK) << "23000"
+                                 << "CHECK constraint failed: INVALID_EQUIPMENTS_LVL";
     QTest::newRow("trigger refusal") << "DELETE FROM CLASSES WHERE CLASS_NAME = 'Fighter'" << hr::Fail
-                                     << long(SQLITE_CONSTRAINT_TRIGGER) << "23000" << "CLASSES value is in use by EQUIPMENT_CLASS";
+                                     << long(SQLITE_CONSTRAINT_TRIGGER) << "23000"
+                                     << "CLASSES value is in use by EQUIPMENT_CLASS";
 }
 
 void TestDatabase::errorRecordsFromTheEngine() {
@@ -107,7 +113,8 @@ void TestDatabase::errorRecordsFromTheEngine() {
 
 void TestDatabase::secondStatementIsNotRun() {
     QVERIFY_THROWS_EXCEPTION(VbError, m_cn.execute("DELETE FROM CLASSES; DELETE FROM CHARACTERS"));
-    QCOMPARE(m_cn.errors().first().Description, QStringLiteral("Characters found after end of SQL statement."));
+    QCOMPARE(m_cn.errors().first().Description,
+             QStringLiteral("Characters found after end of SQL statement."));
     QCOMPARE(count("SELECT COUNT(*) FROM CLASSES"), 2L); // not even the first statement ran
 }
 
@@ -117,7 +124,8 @@ void TestDatabase::transactions() {
     QCOMPARE(m_cn.execute("DELETE FROM RAW_MATERIALS"), 2L);
     QVERIFY_THROWS_EXCEPTION(VbError, m_cn.beginTrans()); // they do not nest; the outer one stays
     QVERIFY(m_cn.inTransaction());
-    QVERIFY_THROWS_EXCEPTION(VbError, m_cn.execute("INSERT INTO CHARACTERS (CHARACTER_NAME) VALUES ('pilot')"));
+    QVERIFY_THROWS_EXCEPTION(VbError,
+                             m_cn.execute("INSERT INTO CHARACTERS (CHARACTER_NAME) VALUES ('pilot')"));
     m_cn.rollbackTrans();
     QVERIFY(!m_cn.inTransaction());
     QCOMPARE(m_cn.errors().size(), 1);
@@ -143,7 +151,7 @@ void TestDatabase::sameQueryInsideItsOwnLoop() {
         QCOMPARE(inner.value(0).toString(), QStringLiteral("Ore"));
     }
     QCOMPARE(outer.value(0).toString(), QStringLiteral("Ore")); // the outer row was not disturbed
-    m_cn.close(); // with a reader still open
+    m_cn.close();                                               // with a reader still open
     outer.close();
     m_cn.open(enginedb::connectionFor(m_path));
     QVERIFY(m_cn.isOpen());
@@ -155,11 +163,16 @@ void TestDatabase::fixQuotes_data() {
     QTest::addColumn<QString>("fixed");
     QTest::addColumn<bool>("valid");
     QTest::addColumn<QString>("stored"); // empty: the statement fails
-    QTest::newRow("no quote") << "Ember Beam" << "Ember Beam" << true << "Ember Beam";
-    QTest::newRow("one quote") << "O'Brien" << "O''Brien" << true << "O'Brien";
-    QTest::newRow("typed doubled") << "O''Brien" << "O''Brien" << false << "O'Brien";
-    QTest::newRow("single and doubled elsewhere") << "a'b''c" << "a'b''c" << false << "";
-    QTest::newRow("two separate quotes, at the ends") << "'a'b'" << "''a''b''" << true << "'a'b'";
+    QTest::newRow("no quote") << "Ember Beam"
+                              << "Ember Beam" << true << "Ember Beam";
+    QTest::newRow("one quote") << "O'Brien"
+                               << "O''Brien" << true << "O'Brien";
+    QTest::newRow("typed doubled") << "O''Brien"
+                                   << "O''Brien" << false << "O'Brien";
+    QTest::newRow("single and doubled elsewhere") << "a'b''c"
+                                                  << "a'b''c" << false << "";
+    QTest::newRow("two separate quotes, at the ends") << "'a'b'"
+                                                      << "''a''b''" << true << "'a'b'";
 }
 
 void TestDatabase::fixQuotes() {

@@ -67,16 +67,22 @@ void TestErrorReport::databaseErrorsBecomeShortMessages_data() {
     const QString empty = "One or more of the values entered must not be empty";
     const QString duplicate = "The name of the item you entered already exists, please rename this item";
     const QString invalid = "One or more of the values entered is invalid";
-    QTest::newRow("text longer than its size") << "INSERT INTO EQUIPMENTS (EQUIPMENT_NAME) VALUES ('" + QString(101, 'x') + "')"
-                                               << 0 << "Too Large" << tooLarge;
+    QTest::newRow("text longer than its size")
+        << "INSERT INTO EQUIPMENTS (EQUIPMENT_NAME) VALUES ('" + QString(101, 'x') + "')" << 0 << "Too Large"
+        << tooLarge;
     QTest::newRow("string too big") << "" << int(SQLITE_TOOBIG) << "Too Large" << tooLarge;
-    QTest::newRow("name missing") << "INSERT INTO EQUIPMENTS (TYPE) VALUES ('Beam')" << 0 << "Empty Data" << empty;
-    QTest::newRow("name empty") << "INSERT INTO EQUIPMENTS (EQUIPMENT_NAME) VALUES ('')" << 0 << "Empty Data" << empty;
+    QTest::newRow("name missing") << "INSERT INTO EQUIPMENTS (TYPE) VALUES ('Beam')" << 0 << "Empty Data"
+                                  << empty;
+    QTest::newRow("name empty") << "INSERT INTO EQUIPMENTS (EQUIPMENT_NAME) VALUES ('')" << 0 << "Empty Data"
+                                << empty;
     QTest::newRow("duplicate name") << "INSERT INTO EQUIPMENTS (EQUIPMENT_NAME) VALUES ('ember beam')" << 0
                                     << "Duplicate Record" << duplicate;
-    QTest::newRow("primary key") << "" << int(SQLITE_CONSTRAINT_PRIMARYKEY) << "Duplicate Record" << duplicate;
-    QTest::newRow("text in a number column") << "UPDATE EQUIPMENTS SET LVL = 'x'" << 0 << "Invalid Values" << invalid;
-    QTest::newRow("unquoted word: no such column") << "UPDATE EQUIPMENTS SET LVL = abc" << 0 << "Invalid Values" << invalid;
+    QTest::newRow("primary key") << "" << int(SQLITE_CONSTRAINT_PRIMARYKEY) << "Duplicate Record"
+                                 << duplicate;
+    QTest::newRow("text in a number column")
+        << "UPDATE EQUIPMENTS SET LVL = 'x'" << 0 << "Invalid Values" << invalid;
+    QTest::newRow("unquoted word: no such column")
+        << "UPDATE EQUIPMENTS SET LVL = abc" << 0 << "Invalid Values" << invalid;
     QTest::newRow("datatype mismatch") << "" << int(SQLITE_MISMATCH) << "Invalid Values" << invalid;
 }
 
@@ -112,25 +118,32 @@ void TestErrorReport::otherDatabaseErrorShowsItsText() {
     } catch (const VbError& e) {
         ReportDBError(e, "RefreshGrid", "Form frmMain");
     }
-    QCOMPARE(m_prompt->last().text, QStringLiteral("Database Error: -2147467259(near \"SELEC\": syntax error)\r\n"
-                                                   "in procedure RefreshGrid of Form frmMain"));
+    QCOMPARE(m_prompt->last().text,
+             QStringLiteral("Database Error: -2147467259(near \"SELEC\": syntax error)\r\n"
+                            "in procedure RefreshGrid of Form frmMain"));
     QCOMPARE(m_prompt->last().title, QStringLiteral("VOSK"));
     QCOMPARE(m_prompt->last().style, 0);
-    QCOMPARE(logLines(), QStringList{"Error -2147467259 (near \"SELEC\": syntax error) in procedure RefreshGrid of "
-                                     "Form frmMain 2026-11-21 21:05:09"});
+    QCOMPARE(logLines(),
+             QStringList{"Error -2147467259 (near \"SELEC\": syntax error) in procedure RefreshGrid of "
+                         "Form frmMain 2026-11-21 21:05:09"});
 }
 
 void TestErrorReport::twoRecordsInOneBox() {
-    db().addError(Database::makeRecord(SQLITE_CONSTRAINT_UNIQUE, "UNIQUE constraint failed: ITEMS.ITEM_NAME"));
+    db().addError(
+        Database::makeRecord(SQLITE_CONSTRAINT_UNIQUE, "UNIQUE constraint failed: ITEMS.ITEM_NAME"));
     db().addError(Database::makeRecord(SQLITE_ERROR, "no such column: abc"));
-    ReportDBError(VbError(hr::Fail, "UNIQUE constraint failed: ITEMS.ITEM_NAME"), "cmdSave_Click", "Form frmAddItem");
+    ReportDBError(VbError(hr::Fail, "UNIQUE constraint failed: ITEMS.ITEM_NAME"), "cmdSave_Click",
+                  "Form frmAddItem");
     QCOMPARE(m_prompt->count(), 1);
-    QCOMPARE(m_prompt->last().text, QStringLiteral("The following database errors have occureind: \r\n"
-                                                   "Error -2147467259 (UNIQUE constraint failed: ITEMS.ITEM_NAME)\r\n"
-                                                   "Error -2147217904 (no such column: abc)\r\n"
-                                                   " in procedure cmdSave_Click of Form frmAddItem"));
-    QCOMPARE(logLines(), QStringList{"Error -2147467259 (UNIQUE constraint failed: ITEMS.ITEM_NAME) in procedure cmdSave_Click "
-                                     "of Form frmAddItem 2026-11-21 21:05:09"}); // one line for the report
+    QCOMPARE(m_prompt->last().text,
+             QStringLiteral("The following database errors have occureind: \r\n"
+                            "Error -2147467259 (UNIQUE constraint failed: ITEMS.ITEM_NAME)\r\n"
+                            "Error -2147217904 (no such column: abc)\r\n"
+                            " in procedure cmdSave_Click of Form frmAddItem"));
+    QCOMPARE(logLines(),
+             QStringList{
+                 "Error -2147467259 (UNIQUE constraint failed: ITEMS.ITEM_NAME) in procedure cmdSave_Click "
+                 "of Form frmAddItem 2026-11-21 21:05:09"}); // one line for the report
     QCOMPARE(m_prompt->last().style, 0);
     QCOMPARE(m_prompt->last().title, QStringLiteral("VOSK"));
     QVERIFY(db().errors().isEmpty());
@@ -152,10 +165,11 @@ void TestErrorReport::saveHandlerRollsBackThenReports() {
         db().rollbackTrans();
         ReportDBError(e, "cmdSave_Click", "Form frmAddEquip");
     }
-    QCOMPARE(lines, QStringLiteral("Error #-2147467259\r (Source: VOSK SQLite Provider)\r (SQL State: 23000)\r"
-                                   " (NativeError: 2067)\r No Help file available\r"
-                                   "Error #-2147467259\r (Source: VOSK SQLite Provider)\r (SQL State: 42000)\r"
-                                   " (NativeError: 1)\r (HelpFile: vosk.hlp)\r (HelpContext: 12)\r"));
+    QCOMPARE(lines,
+             QStringLiteral("Error #-2147467259\r (Source: VOSK SQLite Provider)\r (SQL State: 23000)\r"
+                            " (NativeError: 2067)\r No Help file available\r"
+                            "Error #-2147467259\r (Source: VOSK SQLite Provider)\r (SQL State: 42000)\r"
+                            " (NativeError: 1)\r (HelpFile: vosk.hlp)\r (HelpContext: 12)\r"));
     QVERIFY(m_prompt->last().text.startsWith("The following database errors have occureind: \r\n"));
     QVERIFY(!db().inTransaction());
     Recordset rs;
@@ -167,7 +181,8 @@ void TestErrorReport::runTimeErrorsAndTheBugReport() {
     QString description, number;
     setBugReportOpener([&](const QString& d, const QString& n) { description = d, number = n; });
     ReportDBError(VbError(3021, "No current record."), "ViewEquipDetails", "Module modMain");
-    QCOMPARE(m_prompt->last().text, QStringLiteral("Error 3021 (No current record.)  procedure ViewEquipDetails of Module modMain"));
+    QCOMPARE(m_prompt->last().text,
+             QStringLiteral("Error 3021 (No current record.)  procedure ViewEquipDetails of Module modMain"));
     QCOMPARE(m_prompt->last().style, 0);
     QVERIFY(number.isEmpty()); // ReportErrorMessages is off
     ReportDBError(std::runtime_error("bad thing"), "Load", "Form frmMain");
@@ -176,7 +191,8 @@ void TestErrorReport::runTimeErrorsAndTheBugReport() {
     opt::saveFlag(opt::ReportErrorMessages, true);
     const VbError e(53, "File not found"); // keeps its number when caught as a std::exception
     ReportDBError(static_cast<const std::exception&>(e), "LoadPage", "Class Module clsVLInterface");
-    QCOMPARE(description, QStringLiteral("File not found >procedure LoadPage of Class Module clsVLInterface"));
+    QCOMPARE(description,
+             QStringLiteral("File not found >procedure LoadPage of Class Module clsVLInterface"));
     QCOMPARE(number, QStringLiteral("53"));
     description.clear(); // a database error never opens it
     db().addError(Database::makeRecord(SQLITE_ERROR, "no such table: X"));

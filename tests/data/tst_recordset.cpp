@@ -12,8 +12,9 @@ static const char* const kBeam = // the equipment editor's query, the statistics
     "EQUIPMENTS.LAST_UPDATED, EQUIPMENTS.PERSONAL_DB, EQUIPMENTS.UPDATED, WEAPON_STATS.DAMAGE, WEAPON_STATS.DELAY, "
     "WEAPON_STATS.RANGE , WEAPON_STATS.EQUIPMENT_NAME AS STAT_NAME FROM EQUIPMENTS, WEAPON_STATS WHERE "
     "EQUIPMENTS.EQUIPMENT_NAME = WEAPON_STATS.EQUIPMENT_NAME  AND EQUIPMENTS.EQUIPMENT_NAME = '%1'";
-static const char* const kMob = "SELECT * FROM MOBS INNER JOIN MOB_STATS ON MOBS.MOB_NAME = MOB_STATS.MOB_NAME "
-                                "WHERE MOB_STATS.MOB_NAME = '%1'";
+static const char* const kMob =
+    "SELECT * FROM MOBS INNER JOIN MOB_STATS ON MOBS.MOB_NAME = MOB_STATS.MOB_NAME "
+    "WHERE MOB_STATS.MOB_NAME = '%1'";
 
 class TestRecordset : public QObject {
     Q_OBJECT
@@ -61,8 +62,9 @@ void TestRecordset::forwardOnlyReads() {
         QFAIL("no error");
     } catch (const VbError& e) {
         QCOMPARE(e.number, 3021L);
-        QCOMPARE(e.description, QStringLiteral("Either BOF or EOF is True, or the current record has been deleted. "
-                                               "Requested operation requires a current record."));
+        QCOMPARE(e.description,
+                 QStringLiteral("Either BOF or EOF is True, or the current record has been deleted. "
+                                "Requested operation requires a current record."));
     }
     QVERIFY(m_cn.errors().isEmpty()); // not a database error: reported as a run-time error
     rs.open("SELECT * FROM ITEMS", m_cn);
@@ -96,11 +98,12 @@ void TestRecordset::fieldKindsAndSizes() {
     QFETCH(int, size);
     for (auto cursor : {Recordset::ForwardOnly, Recordset::Dynamic}) {
         Recordset rs;
-        rs.open("SELECT EQUIPMENTS.*, WEAPON_STATS.DELAY, (WEAPON_STATS.DAMAGE/WEAPON_STATS.DELAY) "
-                "AS DAMAGE_PER_SECOND, EQUIPMENTS.LVL * 2 AS TWICE, 'L' & EQUIPMENTS.LVL AS LABEL, AMO_STATS.MANEUVERABILITY FROM "
-                "EQUIPMENTS INNER JOIN WEAPON_STATS ON EQUIPMENTS.EQUIPMENT_NAME = WEAPON_STATS.EQUIPMENT_NAME LEFT JOIN AMO_STATS "
-                "ON AMO_STATS.EQUIPMENT_NAME = EQUIPMENTS.EQUIPMENT_NAME ORDER BY EQUIPMENTS.LVL",
-                m_cn, cursor);
+        rs.open(
+            "SELECT EQUIPMENTS.*, WEAPON_STATS.DELAY, (WEAPON_STATS.DAMAGE/WEAPON_STATS.DELAY) "
+            "AS DAMAGE_PER_SECOND, EQUIPMENTS.LVL * 2 AS TWICE, 'L' & EQUIPMENTS.LVL AS LABEL, AMO_STATS.MANEUVERABILITY FROM "
+            "EQUIPMENTS INNER JOIN WEAPON_STATS ON EQUIPMENTS.EQUIPMENT_NAME = WEAPON_STATS.EQUIPMENT_NAME LEFT JOIN AMO_STATS "
+            "ON AMO_STATS.EQUIPMENT_NAME = EQUIPMENTS.EQUIPMENT_NAME ORDER BY EQUIPMENTS.LVL",
+            m_cn, cursor);
         const int i = rs.fieldIndex(field);
         QCOMPARE(rs.fieldKind(i), kind);
         QCOMPARE(rs.definedSize(i), size);
@@ -109,8 +112,10 @@ void TestRecordset::fieldKindsAndSizes() {
 
 void TestRecordset::fieldNamesAndValues() {
     Recordset rs;
-    rs.open("SELECT EQUIPMENTS.PRICE AS PURCHASE_PRICE, IIF(LVL > 1, ' x' & LVL), COUNT(*), CHECK, LAST_UPDATED, COMMENTS "
-            "FROM EQUIPMENTS WHERE EQUIPMENT_NAME = 'Hunter''s Lance'", m_cn);
+    rs.open(
+        "SELECT EQUIPMENTS.PRICE AS PURCHASE_PRICE, IIF(LVL > 1, ' x' & LVL), COUNT(*), CHECK, LAST_UPDATED, COMMENTS "
+        "FROM EQUIPMENTS WHERE EQUIPMENT_NAME = 'Hunter''s Lance'",
+        m_cn);
     QCOMPARE(rs.fieldName(0), QStringLiteral("PURCHASE_PRICE"));
     QCOMPARE(rs.baseColumnName(0), QStringLiteral("PRICE"));
     QCOMPARE(rs.baseTableName(0), QStringLiteral("EQUIPMENTS"));
@@ -129,7 +134,10 @@ void TestRecordset::fieldNamesAndValues() {
         QFAIL("no error");
     } catch (const VbError& e) {
         QCOMPARE(e.number, 3265L);
-        QCOMPARE(e.description, QStringLiteral("Item cannot be found in the collection corresponding to the requested name or ordinal."));
+        QCOMPARE(
+            e.description,
+            QStringLiteral(
+                "Item cannot be found in the collection corresponding to the requested name or ordinal."));
     }
     QVERIFY_THROWS_EXCEPTION(VbError, rs.value(99));
     rs.open("SELECT (DAMAGE/DELAY) AS DPS FROM WEAPON_STATS WHERE EQUIPMENT_NAME = 'Ember Beam'", m_cn);
@@ -155,7 +163,8 @@ void TestRecordset::failedOpenLeavesItClosed() {
 void TestRecordset::gridSaveRewritesRelationRows() {
     Recordset rs;
     rs.open("SELECT COMPONENTS_COMPONENT, AMOUNT, EQUIPMENTS_EQUIPMENT FROM EQUIPMENTS_COMPONENTS WHERE "
-            "EQUIPMENTS_EQUIPMENT = 'Hunter''s Lance' ORDER BY COMPONENTS_COMPONENT", m_cn, Recordset::Dynamic);
+            "EQUIPMENTS_EQUIPMENT = 'Hunter''s Lance' ORDER BY COMPONENTS_COMPONENT",
+            m_cn, Recordset::Dynamic);
     QCOMPARE(rs.recordCount(), 2L);
     for (rs.moveFirst(); !rs.eof(); rs.moveNext()) {
         rs.deleteCurrent();
@@ -171,7 +180,8 @@ void TestRecordset::gridSaveRewritesRelationRows() {
         rs.update();
     }
     rs.close();
-    rs.open("SELECT COMPONENTS_COMPONENT, AMOUNT FROM EQUIPMENTS_COMPONENTS ORDER BY COMPONENTS_COMPONENT", m_cn);
+    rs.open("SELECT COMPONENTS_COMPONENT, AMOUNT FROM EQUIPMENTS_COMPONENTS ORDER BY COMPONENTS_COMPONENT",
+            m_cn);
     QCOMPARE(rs.storageClass(1), SQLITE_INTEGER); // "5" was stored as a number
     QCOMPARE(rs.intValue(1), 5);
     rs.moveNext();
@@ -220,24 +230,29 @@ void TestRecordset::mobAcrossTwoTables() {
     rs.setValue("COMBAT_LEVEL", 12);
     rs.update();
     rs.close();
-    QCOMPARE(count("SELECT COMBAT_LEVEL FROM MOBS, MOB_STATS WHERE MOBS.MOB_NAME = 'New MOB' AND PERSONAL_DB = TRUE AND "
-                   "MOB_STATS.MOB_NAME = 'new mob'"), 12L);
+    QCOMPARE(
+        count(
+            "SELECT COMBAT_LEVEL FROM MOBS, MOB_STATS WHERE MOBS.MOB_NAME = 'New MOB' AND PERSONAL_DB = TRUE AND "
+            "MOB_STATS.MOB_NAME = 'new mob'"),
+        12L);
     rs.open(QString(kMob).arg("Void Eel"), m_cn, Recordset::Dynamic);
     rs.deleteCurrent();
     QVERIFY_THROWS_EXCEPTION(VbError, rs.value(0)); // the deleted row is gone
     rs.moveNext();
     QVERIFY(rs.eof());
-    QCOMPARE(count("SELECT (SELECT COUNT(*) FROM MOBS) + (SELECT COUNT(*) FROM MOB_STATS)"), 2L); // the new MOB's two rows
+    QCOMPARE(count("SELECT (SELECT COUNT(*) FROM MOBS) + (SELECT COUNT(*) FROM MOB_STATS)"),
+             2L); // the new MOB's two rows
 }
 
 void TestRecordset::valuesConvertedOrRefused() {
     Recordset rs;
     rs.open(QString(kBeam).arg("Ember Beam"), m_cn, Recordset::Dynamic);
-    for (const auto& [field, value] : {std::pair{"LVL", "ten"}, {"DELAY", "1.2.3"}, {"PERSONAL_DB", "maybe"}}) {
+    for (const auto& [field, value] :
+         {std::pair{"LVL", "ten"}, {"DELAY", "1.2.3"}, {"PERSONAL_DB", "maybe"}}) {
         QVERIFY_THROWS_EXCEPTION(VbError, rs.setValue(field, value));
         QVERIFY(m_cn.errors().first().Description.contains(field));
     }
-    rs.setValue("LVL", "2.5");  // whole-number column: rounds half to even
+    rs.setValue("LVL", "2.5"); // whole-number column: rounds half to even
     rs.setValue("PERSONAL_DB", "True");
     rs.setValue("UPDATED", -1); // Jet's True
     rs.setValue("DELAY", "");   // empty text in a number column is NULL
@@ -245,7 +260,8 @@ void TestRecordset::valuesConvertedOrRefused() {
     QCOMPARE(rs.value("LVL"), QVariant(2));
     QVERIFY(rs.value("DELAY").isNull());
     rs.close();
-    QCOMPARE(count("SELECT COUNT(*) FROM EQUIPMENTS WHERE UPDATED = TRUE AND PERSONAL_DB = 1 AND LVL = 2"), 1L);
+    QCOMPARE(count("SELECT COUNT(*) FROM EQUIPMENTS WHERE UPDATED = TRUE AND PERSONAL_DB = 1 AND LVL = 2"),
+             1L);
     rs.open("SELECT ITEM_NAME, LVL * 2 AS TWICE FROM ITEMS", m_cn, Recordset::Dynamic);
     QVERIFY_THROWS_EXCEPTION(VbError, rs.setValue("TWICE", 3)); // a computed field
     rs.open("SELECT * FROM ITEMS WHERE ITEM_NAME = 'x'", m_cn, Recordset::Dynamic);

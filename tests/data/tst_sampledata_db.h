@@ -36,8 +36,9 @@ public:
                     const int type = sqlite3_column_type(s, c);
                     row << (type == SQLITE_NULL      ? QVariant()
                             : type == SQLITE_INTEGER ? QVariant(qint64(sqlite3_column_int64(s, c)))
-                            : type == SQLITE_FLOAT   ? QVariant(sqlite3_column_double(s, c))
-                                                     : QVariant(QString::fromUtf8((const char*)sqlite3_column_text(s, c))));
+                            : type == SQLITE_FLOAT
+                                ? QVariant(sqlite3_column_double(s, c))
+                                : QVariant(QString::fromUtf8((const char*)sqlite3_column_text(s, c))));
                 }
                 out << row;
             }
@@ -47,12 +48,19 @@ public:
         sqlite3_finalize(s);
         return out;
     }
-    bool exec(const QString& sql, const QVariantList& args = {}) { return rows(sql, args), m_rc == SQLITE_DONE; }
-    QVariant scalar(const QString& sql, const QVariantList& args = {}) { return rows(sql, args).value(0).value(0); }
-    qint64 count(const QString& table) { return scalar("SELECT count(*) FROM \"" + table + "\"").toLongLong(); }
+    bool exec(const QString& sql, const QVariantList& args = {}) {
+        return rows(sql, args), m_rc == SQLITE_DONE;
+    }
+    QVariant scalar(const QString& sql, const QVariantList& args = {}) {
+        return rows(sql, args).value(0).value(0);
+    }
+    qint64 count(const QString& table) {
+        return scalar("SELECT count(*) FROM \"" + table + "\"").toLongLong();
+    }
     QStringList column(const QString& sql, const QVariantList& args = {}) {
         QStringList out;
-        for (const QVariantList& r : rows(sql, args)) out << r.first().toString();
+        for (const QVariantList& r : rows(sql, args))
+            out << r.first().toString();
         return out;
     }
     QString error() const { return m_error; }
@@ -73,7 +81,8 @@ struct TreeWalk {
 };
 
 inline TreeWalk walkBuildTree(RawDb& db, const QString& kind, const QString& name) {
-    static const QList<QStringList> links = { // kind, child kind, table, parent column, child column
+    static const QList<QStringList> links = {
+        // kind, child kind, table, parent column, child column
         {"E", "E", "EQUIPMENTS_UPGRADE_FROM", "EQUIPMENT_NAME", "UPGRADE_FROM"},
         {"E", "C", "EQUIPMENTS_COMPONENTS", "EQUIPMENTS_EQUIPMENT", "COMPONENTS_COMPONENT"},
         {"E", "I", "EQUIPMENTS_ITEMS", "EQUIPMENTS_EQUIPMENT", "ITEM_NAME"},
@@ -89,7 +98,8 @@ inline TreeWalk walkBuildTree(RawDb& db, const QString& kind, const QString& nam
     std::function<void(const QString&, const QString&)> visit = [&](const QString& k, const QString& n) {
         const QString id = k + ':' + n.toLower();
         if (result.cycle || path.contains(id)) {
-            if (!result.cycle) result.cyclePath = (path << id).join(" > ");
+            if (!result.cycle)
+                result.cyclePath = (path << id).join(" > ");
             result.cycle = true;
             return;
         }
@@ -97,7 +107,8 @@ inline TreeWalk walkBuildTree(RawDb& db, const QString& kind, const QString& nam
         path << id;
         for (const QStringList& l : links)
             if (l[0] == k)
-                for (const QString& c : db.column(QString("SELECT %1 FROM %2 WHERE %3 = ?").arg(l[4], l[2], l[3]), {n}))
+                for (const QString& c :
+                     db.column(QString("SELECT %1 FROM %2 WHERE %3 = ?").arg(l[4], l[2], l[3]), {n}))
                     visit(l[1], c);
         path.removeLast();
     };

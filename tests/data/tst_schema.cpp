@@ -51,16 +51,21 @@ static const char* const kLayout =
 static QList<QPair<QString, QStringList>> expectedTables() {
     QList<QPair<QString, QStringList>> out;
     static const QRegularExpression table("(\\w+)\\(([^)]*)\\)");
-    for (const auto& m : table.globalMatch(kLayout)) out.append({m.captured(1), m.captured(2).split(", ")});
+    for (const auto& m : table.globalMatch(kLayout))
+        out.append({m.captured(1), m.captured(2).split(", ")});
     return out;
 }
 
 // Lookup values and the record columns that use them (one of each shape of use).
 static const char* const kLookupUses[][4] = {
-    {"CLASSES", "CLASS_NAME", "EQUIPMENT_CLASS", "CLASS_NAME"}, {"DAMAGE_TYPE", "DAMAGE_TYPE", "MOB_WEAKNESS", "WEAKNESS"},
-    {"AMO_TYPES", "AMO_TYPE", "WEAPON_STATS", "AMO_TYPE"}, {"LAUNCH_TYPES", "LAUNCH_TYPE", "AMO_TYPES", "LAUNCH_TYPE"},
-    {"MANUFACTURER", "MANUFACTURER_NAME", "EQUIPMENTS", "MANUFACTURER"}, {"FACTIONS", "FACTION", "MOBS", "FACTION"},
-    {"DROP_FREQUENCY", "FREQUENCY", "MOB_ITEM_DROP", "DROP_FREQUENCY"}, {"NAV_TYPES", "NAV_TYPE", "NAV_POINTS", "NAV_TYPE"}};
+    {"CLASSES", "CLASS_NAME", "EQUIPMENT_CLASS", "CLASS_NAME"},
+    {"DAMAGE_TYPE", "DAMAGE_TYPE", "MOB_WEAKNESS", "WEAKNESS"},
+    {"AMO_TYPES", "AMO_TYPE", "WEAPON_STATS", "AMO_TYPE"},
+    {"LAUNCH_TYPES", "LAUNCH_TYPE", "AMO_TYPES", "LAUNCH_TYPE"},
+    {"MANUFACTURER", "MANUFACTURER_NAME", "EQUIPMENTS", "MANUFACTURER"},
+    {"FACTIONS", "FACTION", "MOBS", "FACTION"},
+    {"DROP_FREQUENCY", "FREQUENCY", "MOB_ITEM_DROP", "DROP_FREQUENCY"},
+    {"NAV_TYPES", "NAV_TYPE", "NAV_POINTS", "NAV_TYPE"}};
 
 class TestSchema : public QObject {
     Q_OBJECT
@@ -98,29 +103,38 @@ void TestSchema::init() { // each test gets its own copy of one new database
 }
 
 void TestSchema::everyTableAndColumnOfTheDesign() {
-    static const QHash<QString, QString> kinds = {{"INTEGER", "I"}, {"SMALLINT", "S"}, {"FLOAT", "F"}, {"DOUBLE", "F"},
-                                                 {"TEXT", "M"}, {"BOOLEAN", "B"}, {"DATETIME", "D"}};
+    static const QHash<QString, QString> kinds = {{"INTEGER", "I"}, {"SMALLINT", "S"}, {"FLOAT", "F"},
+                                                  {"DOUBLE", "F"},  {"TEXT", "M"},     {"BOOLEAN", "B"},
+                                                  {"DATETIME", "D"}};
     RawDb db(m_file);
     QStringList names;
     for (const auto& [table, columns] : expectedTables()) {
         QStringList inFile; // extra columns would show up in the SELECT * lists
         for (const auto& r : db.rows("SELECT name, type FROM pragma_table_info(?)", {table}))
-            inFile << r[0].toString() + ' ' + (r[1].toString().startsWith("VARCHAR(") ? "V" : kinds.value(r[1].toString(), "?"));
+            inFile << r[0].toString() + ' ' +
+                          (r[1].toString().startsWith("VARCHAR(") ? "V" : kinds.value(r[1].toString(), "?"));
         QCOMPARE(inFile, columns);
         names << table;
     }
     QCOMPARE(names.size(), 57);
     names.sort();
-    QCOMPARE(db.column("SELECT name FROM sqlite_master WHERE type = 'table' AND name NOT LIKE 'sqlite%' ORDER BY name"), names);
+    QCOMPARE(
+        db.column(
+            "SELECT name FROM sqlite_master WHERE type = 'table' AND name NOT LIKE 'sqlite%' ORDER BY name"),
+        names);
 }
 
 void TestSchema::namesAreUniqueWithoutRegardToCase_data() {
     QTest::addColumn<QString>("table");
     QTest::addColumn<QString>("column");
     for (const auto& [table, columns] : expectedTables()) // record names and one-column lookups
-        if (columns.size() == 1 || QString("EQUIPMENTS COMPONENTS RAW_MATERIALS ITEMS MOBS STATIONS SECTORS AMO_TYPES MOB_STATS "
-                                           "WEAPON_STATS").split(' ').contains(table))
-            if (table != "DB_VERSION") QTest::newRow(qPrintable(table)) << table << columns.first().section(' ', 0, 0);
+        if (columns.size() == 1 ||
+            QString("EQUIPMENTS COMPONENTS RAW_MATERIALS ITEMS MOBS STATIONS SECTORS AMO_TYPES MOB_STATS "
+                    "WEAPON_STATS")
+                .split(' ')
+                .contains(table))
+            if (table != "DB_VERSION")
+                QTest::newRow(qPrintable(table)) << table << columns.first().section(' ', 0, 0);
 }
 
 void TestSchema::namesAreUniqueWithoutRegardToCase() {
@@ -133,28 +147,45 @@ void TestSchema::namesAreUniqueWithoutRegardToCase() {
     QCOMPARE(db.extendedCode(), SQLITE_CONSTRAINT_UNIQUE);
     QVERIFY(db.exec(insert, {"apple"}));
     QVERIFY(db.exec(insert, {"Banana"}));
-    const QString select = QStringLiteral("SELECT \"%2\" FROM \"%1\" WHERE \"%2\" <> ? ORDER BY 1").arg(table, column);
-    QCOMPARE(db.column(select, {"hunter's lance"}), (QStringList{"apple", "Banana"})); // found and sorted in any case
+    const QString select =
+        QStringLiteral("SELECT \"%2\" FROM \"%1\" WHERE \"%2\" <> ? ORDER BY 1").arg(table, column);
+    QCOMPARE(db.column(select, {"hunter's lance"}),
+             (QStringList{"apple", "Banana"})); // found and sorted in any case
 }
 
 void TestSchema::constraintNamesTellTheSituation_data() {
     QTest::addColumn<QString>("sql");
     QTest::addColumn<QString>("failure"); // empty: the statement must succeed
     const QString check = "CHECK constraint failed: ";
-    QTest::newRow("name of 100 fits") << "INSERT INTO EQUIPMENTS (EQUIPMENT_NAME) VALUES ('" + QString(100, 'x') + "')" << "";
-    QTest::newRow("smallint 32767 fits") << "INSERT INTO EQUIPMENTS (EQUIPMENT_NAME, QUALITY) VALUES ('a', 32767)" << "";
-    QTest::newRow("smallint -32769") << "INSERT INTO EQUIPMENTS (EQUIPMENT_NAME, QUALITY) VALUES ('a', -32769)"
-                                     << check + "TOO_LARGE_EQUIPMENTS_QUALITY";
-    QTest::newRow("long 2147483647 fits, price codes fit") << "INSERT INTO ITEMS (ITEM_NAME, PRICE, LVL) VALUES ('a', 2147483647, -2)" << "";
-    QTest::newRow("long 2147483648") << "INSERT INTO ITEMS (ITEM_NAME, PRICE) VALUES ('a', 2147483648)" << check + "TOO_LARGE_ITEMS_PRICE";
+    QTest::newRow("name of 100 fits")
+        << "INSERT INTO EQUIPMENTS (EQUIPMENT_NAME) VALUES ('" + QString(100, 'x') + "')"
+        << "";
+    QTest::newRow("smallint 32767 fits")
+        << "INSERT INTO EQUIPMENTS (EQUIPMENT_NAME, QUALITY) VALUES ('a', 32767)"
+        << "";
+    QTest::newRow("smallint -32769")
+        << "INSERT INTO EQUIPMENTS (EQUIPMENT_NAME, QUALITY) VALUES ('a', -32769)"
+        << check + "TOO_LARGE_EQUIPMENTS_QUALITY";
+    QTest::newRow("long 2147483647 fits, price codes fit")
+        << "INSERT INTO ITEMS (ITEM_NAME, PRICE, LVL) VALUES ('a', 2147483647, -2)"
+        << "";
+    QTest::newRow("long 2147483648") << "INSERT INTO ITEMS (ITEM_NAME, PRICE) VALUES ('a', 2147483648)"
+                                     << check + "TOO_LARGE_ITEMS_PRICE";
     QTest::newRow("empty name") << "INSERT INTO MOBS (MOB_NAME) VALUES ('')" << check + "EMPTY_MOBS_MOB_NAME";
-    QTest::newRow("empty lookup") << "INSERT INTO FACTIONS (FACTION) VALUES ('')" << check + "EMPTY_FACTIONS_FACTION";
-    QTest::newRow("missing name") << "INSERT INTO MOBS (TYPE) VALUES ('Organic')" << "NOT NULL constraint failed: MOBS.MOB_NAME";
-    QTest::newRow("number as text is a number") << "INSERT INTO COMPONENTS (COMPONENT_NAME, LVL) VALUES ('a', '10')" << "";
-    QTest::newRow("fraction in a whole number") << "INSERT INTO COMPONENTS (COMPONENT_NAME, LVL) VALUES ('a', 2.5)"
-                                                << check + "INVALID_COMPONENTS_LVL";
-    QTest::newRow("yes/no TRUE or NULL, a date") << "INSERT INTO ITEMS (ITEM_NAME, \"CHECK\", UPDATED, LAST_UPDATED) VALUES "
-                                                    "('a', TRUE, NULL, '2026-11-21 10:00:00')" << "";
+    QTest::newRow("empty lookup") << "INSERT INTO FACTIONS (FACTION) VALUES ('')"
+                                  << check + "EMPTY_FACTIONS_FACTION";
+    QTest::newRow("missing name") << "INSERT INTO MOBS (TYPE) VALUES ('Organic')"
+                                  << "NOT NULL constraint failed: MOBS.MOB_NAME";
+    QTest::newRow("number as text is a number")
+        << "INSERT INTO COMPONENTS (COMPONENT_NAME, LVL) VALUES ('a', '10')"
+        << "";
+    QTest::newRow("fraction in a whole number")
+        << "INSERT INTO COMPONENTS (COMPONENT_NAME, LVL) VALUES ('a', 2.5)"
+        << check + "INVALID_COMPONENTS_LVL";
+    QTest::newRow("yes/no TRUE or NULL, a date")
+        << "INSERT INTO ITEMS (ITEM_NAME, \"CHECK\", UPDATED, LAST_UPDATED) VALUES "
+           "('a', TRUE, NULL, '2026-11-21 10:00:00')"
+        << "";
 }
 
 void TestSchema::constraintNamesTellTheSituation() {
@@ -174,10 +205,12 @@ void TestSchema::everyColumnGuardsItsKind() {
         const auto info = db.rows("SELECT name, type, \"notnull\" FROM pragma_table_info(?)", {t.first});
         for (const auto& col : info) {
             const QString name = col[0].toString(), type = col[1].toString(), tag = t.first + "_" + name;
-            QStringList names; // the required columns filled with fitting values, then the one under test spoilt
+            QStringList
+                names; // the required columns filled with fitting values, then the one under test spoilt
             QVariantList values;
             for (const auto& other : info)
-                if (other[2].toInt() && other[0] != col[0]) names << '"' + other[0].toString() + '"', values << "ok";
+                if (other[2].toInt() && other[0] != col[0])
+                    names << '"' + other[0].toString() + '"', values << "ok";
             if (type.startsWith("VARCHAR("))
                 values << QString(schema::textSize(type) + 1, 'w');
             else if (type == "TEXT" || type == "DATETIME")
@@ -186,8 +219,12 @@ void TestSchema::everyColumnGuardsItsKind() {
                 values << (type == "BOOLEAN" ? QVariant(3) : QVariant("many"));
             names << '"' + name + '"';
             const QString marks = QString("?,").repeated(values.size()).chopped(1);
-            QVERIFY2(!db.exec(QString("INSERT INTO \"%1\" (%2) VALUES (%3)").arg(t.first, names.join(','), marks), values), qPrintable(tag));
-            QCOMPARE(db.error(), "CHECK constraint failed: " + QString(type.startsWith("VARCHAR(") ? "TOO_LARGE_" : "INVALID_") + tag);
+            QVERIFY2(
+                !db.exec(QString("INSERT INTO \"%1\" (%2) VALUES (%3)").arg(t.first, names.join(','), marks),
+                         values),
+                qPrintable(tag));
+            QCOMPARE(db.error(), "CHECK constraint failed: " +
+                                     QString(type.startsWith("VARCHAR(") ? "TOO_LARGE_" : "INVALID_") + tag);
             ++checked;
         }
     }
@@ -196,7 +233,9 @@ void TestSchema::everyColumnGuardsItsKind() {
 
 void TestSchema::lookupInUseCannotBeDeletedOrRenamed_data() {
     QTest::addColumn<QStringList>("use");
-    for (const auto& u : kLookupUses) QTest::newRow(qPrintable(QString("%1 in %2.%3").arg(u[0], u[2], u[3]))) << QStringList{u[0], u[1], u[2], u[3]};
+    for (const auto& u : kLookupUses)
+        QTest::newRow(qPrintable(QString("%1 in %2.%3").arg(u[0], u[2], u[3])))
+            << QStringList{u[0], u[1], u[2], u[3]};
 }
 
 void TestSchema::lookupInUseCannotBeDeletedOrRenamed() {
@@ -205,11 +244,14 @@ void TestSchema::lookupInUseCannotBeDeletedOrRenamed() {
     const QString userKey = schema::columnNames(user).first(); // the using table's own key must be filled
     RawDb db(m_file);
     QVERIFY(db.exec(QString("INSERT INTO \"%1\" (\"%2\") VALUES ('Zed'), ('Spare')").arg(lookup, key)));
-    QVERIFY2(db.exec(userKey == column ? QString("INSERT INTO \"%1\" (\"%2\") VALUES ('zed')").arg(user, column)
-                                       : QString("INSERT INTO \"%1\" (\"%2\", \"%3\") VALUES ('x', 'zed')").arg(user, userKey, column)),
+    QVERIFY2(db.exec(userKey == column
+                         ? QString("INSERT INTO \"%1\" (\"%2\") VALUES ('zed')").arg(user, column)
+                         : QString("INSERT INTO \"%1\" (\"%2\", \"%3\") VALUES ('x', 'zed')")
+                               .arg(user, userKey, column)),
              qPrintable(db.error()));
     const QString message = QStringLiteral("%1 value is in use by %2").arg(lookup, user);
-    const QString rename = QString("UPDATE \"%1\" SET \"%2\" = 'Other' WHERE \"%2\" = 'Zed'").arg(lookup, key);
+    const QString rename =
+        QString("UPDATE \"%1\" SET \"%2\" = 'Other' WHERE \"%2\" = 'Zed'").arg(lookup, key);
     QVERIFY(!db.exec(QString("DELETE FROM \"%1\" WHERE \"%2\" = 'Zed'").arg(lookup, key)));
     QCOMPARE(db.error(), message);
     QVERIFY(!db.exec(rename));
@@ -222,22 +264,31 @@ void TestSchema::lookupInUseCannotBeDeletedOrRenamed() {
 void TestSchema::subtypeInUseOnlyUnderItsType() {
     RawDb db(m_file);
     QVERIFY(db.exec("INSERT INTO COMPONENT_TYPES (COMPONENT_TYPE) VALUES ('Optics'), ('Circuitry')"));
-    QVERIFY(db.exec("INSERT INTO COMPONENT_TYPE_SUBTYPE (COMPONENT_TYPE, COMPONENT_SUBTYPE) VALUES ('Optics', 'Lens'), ('Circuitry', 'Lens')"));
-    QVERIFY(db.exec("INSERT INTO COMPONENTS (COMPONENT_NAME, TYPE, SUBTYPE) VALUES ('Basic Lens', 'Optics', 'Lens')"));
-    QVERIFY2(db.exec("DELETE FROM COMPONENT_TYPE_SUBTYPE WHERE COMPONENT_TYPE = 'Circuitry'"), qPrintable(db.error()));
+    QVERIFY(db.exec(
+        "INSERT INTO COMPONENT_TYPE_SUBTYPE (COMPONENT_TYPE, COMPONENT_SUBTYPE) VALUES ('Optics', 'Lens'), ('Circuitry', 'Lens')"));
+    QVERIFY(db.exec(
+        "INSERT INTO COMPONENTS (COMPONENT_NAME, TYPE, SUBTYPE) VALUES ('Basic Lens', 'Optics', 'Lens')"));
+    QVERIFY2(db.exec("DELETE FROM COMPONENT_TYPE_SUBTYPE WHERE COMPONENT_TYPE = 'Circuitry'"),
+             qPrintable(db.error()));
     QVERIFY(!db.exec("DELETE FROM COMPONENT_TYPE_SUBTYPE WHERE COMPONENT_TYPE = 'Optics'"));
     QCOMPARE(db.error(), QStringLiteral("COMPONENT_TYPE_SUBTYPE value is in use by COMPONENTS"));
-    QVERIFY(!db.exec("DELETE FROM COMPONENT_TYPES WHERE COMPONENT_TYPE = 'Optics'")); // in use by its subtypes
-    QVERIFY(!db.exec("INSERT INTO COMPONENT_TYPE_SUBTYPE (COMPONENT_TYPE, COMPONENT_SUBTYPE) VALUES ('optics', 'LENS')"));
+    QVERIFY(
+        !db.exec("DELETE FROM COMPONENT_TYPES WHERE COMPONENT_TYPE = 'Optics'")); // in use by its subtypes
+    QVERIFY(!db.exec(
+        "INSERT INTO COMPONENT_TYPE_SUBTYPE (COMPONENT_TYPE, COMPONENT_SUBTYPE) VALUES ('optics', 'LENS')"));
     QCOMPARE(db.extendedCode(), SQLITE_CONSTRAINT_UNIQUE);
 }
 
 void TestSchema::orderedListsKeepTableOrder() {
     RawDb db(m_file);
-    for (const auto& [table, column] : {std::pair{"DROP_FREQUENCY", "FREQUENCY"}, {"SPAWN_RATE", "SPAWN_RATE"}, {"NAV_TYPES", "NAV_TYPE"}}) {
+    for (const auto& [table, column] : {std::pair{"DROP_FREQUENCY", "FREQUENCY"},
+                                        {"SPAWN_RATE", "SPAWN_RATE"},
+                                        {"NAV_TYPES", "NAV_TYPE"}}) {
         QStringList written;
-        for (int i = 0; i < 300; ++i) written << QStringLiteral("%1 word %2").arg(QChar('Z' - i % 26)).arg(i);
-        for (const QString& w : written) QVERIFY(db.exec(QString("INSERT INTO %1 (%2) VALUES (?)").arg(table, column), {w}));
+        for (int i = 0; i < 300; ++i)
+            written << QStringLiteral("%1 word %2").arg(QChar('Z' - i % 26)).arg(i);
+        for (const QString& w : written)
+            QVERIFY(db.exec(QString("INSERT INTO %1 (%2) VALUES (?)").arg(table, column), {w}));
         QVERIFY(db.exec("ANALYZE"));
         QCOMPARE(db.column(QString("SELECT %1 FROM %2").arg(column, table)), written);
     }
@@ -245,12 +296,15 @@ void TestSchema::orderedListsKeepTableOrder() {
 
 void TestSchema::relationshipsMayPointNowhere() {
     RawDb db(m_file);
-    QVERIFY(db.exec("INSERT INTO EQUIPMENTS_COMPONENTS (EQUIPMENTS_EQUIPMENT, COMPONENTS_COMPONENT, AMOUNT) VALUES ('A', 'B', 2)"));
+    QVERIFY(db.exec(
+        "INSERT INTO EQUIPMENTS_COMPONENTS (EQUIPMENTS_EQUIPMENT, COMPONENTS_COMPONENT, AMOUNT) VALUES ('A', 'B', 2)"));
     QVERIFY(db.exec("INSERT INTO EQUIPMENTS (EQUIPMENT_NAME, MANUFACTURER) VALUES ('A', 'Nobody Inc')"));
     // Renames rewrite relationship rows themselves: nothing cascades or blocks.
     QVERIFY(db.exec("UPDATE EQUIPMENTS SET EQUIPMENT_NAME = 'A2' WHERE EQUIPMENT_NAME = 'A'"));
-    QCOMPARE(db.scalar("SELECT count(*) FROM EQUIPMENTS_COMPONENTS WHERE EQUIPMENTS_EQUIPMENT = 'A'").toInt(), 1);
-    const QString insert = "INSERT INTO NAV_POINTS (NAV_POINT_NAME, SECTOR_NAME, X_POINT, NAV_TYPE) VALUES (?, ?, 1.5, 'Gate')";
+    QCOMPARE(db.scalar("SELECT count(*) FROM EQUIPMENTS_COMPONENTS WHERE EQUIPMENTS_EQUIPMENT = 'A'").toInt(),
+             1);
+    const QString insert =
+        "INSERT INTO NAV_POINTS (NAV_POINT_NAME, SECTOR_NAME, X_POINT, NAV_TYPE) VALUES (?, ?, 1.5, 'Gate')";
     QVERIFY(db.exec(insert, {"Gate West", "Aldra Prime"}));
     QVERIFY(db.exec(insert, {"Gate West", "Aldra Drift"})); // nav point names are unique per sector
     QVERIFY(!db.exec(insert, {"gate west", "ALDRA PRIME"}));
@@ -263,7 +317,8 @@ void TestSchema::createRefusesExistingFileAndBadFolder() {
     QVERIFY(error.contains("already exists"));
     RawDb db(m_file); // untouched: as new, only the version and the options row
     QCOMPARE(db.column("SELECT VERSION FROM DB_VERSION"), QStringList{"6"});
-    QCOMPARE(db.scalar("SELECT count(*) || CUSTOM_FIELDS_ON FROM DB_OPTIONS").toString(), QStringLiteral("10"));
+    QCOMPARE(db.scalar("SELECT count(*) || CUSTOM_FIELDS_ON FROM DB_OPTIONS").toString(),
+             QStringLiteral("10"));
     const QString bad = m_dir.filePath("no/such/folder/data.vosk");
     QVERIFY(!CreateDatabase(bad, &error));
     QVERIFY(!QFile::exists(bad));

@@ -26,11 +26,14 @@ void TestSqlTranslate::translates_data() {
         QTest::newRow(tag) << QString::fromUtf8(jet) << QString::fromUtf8(sqlite) << params;
     };
     row("plain select", "SELECT CLASS_NAME FROM CLASSES", "SELECT CLASS_NAME FROM CLASSES");
-    row("literal lifted, doubled quote undone", "SELECT TYPE FROM EQUIPMENTS WHERE EQUIPMENT_NAME = 'Hunter''s Lance'",
+    row("literal lifted, doubled quote undone",
+        "SELECT TYPE FROM EQUIPMENTS WHERE EQUIPMENT_NAME = 'Hunter''s Lance'",
         "SELECT TYPE FROM EQUIPMENTS WHERE EQUIPMENT_NAME = ?", {"Hunter's Lance"});
-    row("no blank after =", "SELECT S FROM E WHERE N ='A' ORDER BY S", "SELECT S FROM E WHERE N =? ORDER BY S", {"A"});
+    row("no blank after =", "SELECT S FROM E WHERE N ='A' ORDER BY S",
+        "SELECT S FROM E WHERE N =? ORDER BY S", {"A"});
     row("empty literal", "SELECT * FROM T WHERE A = ''", "SELECT * FROM T WHERE A = ?", {""});
-    row("double-quoted literal is text", "SELECT A FROM T WHERE B = \"x\"\"y\"", "SELECT A FROM T WHERE B = ?", {"x\"y"});
+    row("double-quoted literal is text", "SELECT A FROM T WHERE B = \"x\"\"y\"",
+        "SELECT A FROM T WHERE B = ?", {"x\"y"});
     row("bare CHECK and RANGE quoted", "SELECT R, CHECK, RANGE FROM RAW_MATERIALS WHERE CHECK = TRUE",
         "SELECT R, \"CHECK\", \"RANGE\" FROM RAW_MATERIALS WHERE \"CHECK\" = TRUE");
     row("qualified and lower-case check", "SELECT STATIONS.CHECK, check FROM STATIONS",
@@ -52,13 +55,15 @@ void TestSqlTranslate::translates_data() {
     row("& looser than arithmetic", "SELECT 'n' & A + 1 FROM T", "SELECT JETCAT(?, A + 1) FROM T", {"n"});
     row("& tighter than comparison", "SELECT A FROM T WHERE B & 'x' = 'yx' AND C = 1",
         "SELECT A FROM T WHERE JETCAT(B, ?) = ? AND C = 1", {"x", "yx"});
-    row("& inside LIKE pattern", "SELECT A FROM T WHERE A LIKE '%' & B & '%'", "SELECT A FROM T WHERE A LIKE JETCAT(?, B, ?)",
-        {"%", "%"});
+    row("& inside LIKE pattern", "SELECT A FROM T WHERE A LIKE '%' & B & '%'",
+        "SELECT A FROM T WHERE A LIKE JETCAT(?, B, ?)", {"%", "%"});
     row("IIF guarding a floating division", "SELECT IIF(E.PRICE=0,0,(A.DAMAGE/E.PRICE)) AS D FROM E",
         "SELECT CASE WHEN E.PRICE=0 THEN 0 ELSE (A.DAMAGE * 1.0 / E.PRICE) END AS D FROM E");
-    row("blanks collapsed", "SELECT  (M.COMBAT_LEVEL * 3)   AS L FROM M", "SELECT (M.COMBAT_LEVEL * 3) AS L FROM M");
+    row("blanks collapsed", "SELECT  (M.COMBAT_LEVEL * 3)   AS L FROM M",
+        "SELECT (M.COMBAT_LEVEL * 3) AS L FROM M");
     row("-- is not a comment", "SELECT A--1 FROM T", "SELECT A- -1 FROM T");
-    row("brackets quote a name", "SELECT [MY COL], T.[CHECK], [it's] FROM T", "SELECT \"MY COL\", T.\"CHECK\", \"it's\" FROM T");
+    row("brackets quote a name", "SELECT [MY COL], T.[CHECK], [it's] FROM T",
+        "SELECT \"MY COL\", T.\"CHECK\", \"it's\" FROM T");
     row("subquery with literal", "SELECT (SELECT LVL FROM ITEMS WHERE ITEM_NAME = 'Crystal' ) AS LVL FROM R",
         "SELECT (SELECT LVL FROM ITEMS WHERE ITEM_NAME = ?) AS LVL FROM R", {"Crystal"});
     row("brackets and ; inside literals are text", "SELECT A FROM T WHERE B = '[x' AND C = 'y];'",
@@ -82,7 +87,8 @@ void TestSqlTranslate::translates() {
 }
 
 void TestSqlTranslate::secondStatementIsRefused() {
-    for (const char* jet : {"DELETE FROM A WHERE X = 'b'; DELETE FROM B", "SELECT * FROM CHARACTERS;DROP TABLE CHARACTERS"}) {
+    for (const char* jet :
+         {"DELETE FROM A WHERE X = 'b'; DELETE FROM B", "SELECT * FROM CHARACTERS;DROP TABLE CHARACTERS"}) {
         const TranslatedSql t = TranslateSql(jet);
         QCOMPARE(t.error, QStringLiteral("Characters found after end of SQL statement."));
         QVERIFY(t.sql.isEmpty());
@@ -96,8 +102,12 @@ void TestSqlTranslate::shapesAreCachedByTheTextAroundLiterals() {
     const QList<std::tuple<QString, QString, QStringList>> cases = {
         {"SELECT A FROM T WHERE B = 'x'", "SELECT A FROM T WHERE B = ?", {"x"}},
         {"SELECT A FROM T WHERE B = ''''", "SELECT A FROM T WHERE B = ?", {"'"}},
-        {"SELECT A FROM T WHERE B = 'x' AND C = 'it''s'", "SELECT A FROM T WHERE B = ? AND C = ?", {"x", "it's"}},
-        {"SELECT A FROM T WHERE B = 'x' AND CHECK = 'it''s'", "SELECT A FROM T WHERE B = ? AND \"CHECK\" = ?", {"x", "it's"}},
+        {"SELECT A FROM T WHERE B = 'x' AND C = 'it''s'",
+         "SELECT A FROM T WHERE B = ? AND C = ?",
+         {"x", "it's"}},
+        {"SELECT A FROM T WHERE B = 'x' AND CHECK = 'it''s'",
+         "SELECT A FROM T WHERE B = ? AND \"CHECK\" = ?",
+         {"x", "it's"}},
     };
     for (int round = 0; round < 2; ++round)
         for (const auto& [text, sql, params] : cases) {
@@ -107,11 +117,14 @@ void TestSqlTranslate::shapesAreCachedByTheTextAroundLiterals() {
 }
 
 void TestSqlTranslate::topLevelFromSkipsSubqueries() {
-    const QString s = "SELECT (SELECT LVL FROM ITEMS WHERE ITEM_NAME = ?) AS \"FROM\", FROMAGE FROM RAW_MATERIALS_ITEMS";
+    const QString s =
+        "SELECT (SELECT LVL FROM ITEMS WHERE ITEM_NAME = ?) AS \"FROM\", FROMAGE FROM RAW_MATERIALS_ITEMS";
     QCOMPARE(topLevelFrom(s), int(s.indexOf("FROM RAW")));
     QCOMPARE(topLevelFrom("SELECT 1"), -1);
-    QCOMPARE(topLevelSelectItems(s), (QStringList{"(SELECT LVL FROM ITEMS WHERE ITEM_NAME = ?) AS \"FROM\"", "FROMAGE"}));
-    QCOMPARE(topLevelSelectItems("SELECT JETCAT(?, A), B AS \"x,y\" FROM T"), (QStringList{"JETCAT(?, A)", "B AS \"x,y\""}));
+    QCOMPARE(topLevelSelectItems(s),
+             (QStringList{"(SELECT LVL FROM ITEMS WHERE ITEM_NAME = ?) AS \"FROM\"", "FROMAGE"}));
+    QCOMPARE(topLevelSelectItems("SELECT JETCAT(?, A), B AS \"x,y\" FROM T"),
+             (QStringList{"JETCAT(?, A)", "B AS \"x,y\""}));
     QCOMPARE(topLevelSelectItems("DELETE FROM T"), QStringList{});
 }
 
@@ -120,47 +133,71 @@ void TestSqlTranslate::topLevelFromSkipsSubqueries() {
 void TestSqlTranslate::runsOnTheEngine_data() {
     QTest::addColumn<QString>("sql");
     QTest::addColumn<QVariant>("expected");
-    auto row = [](const char* tag, const char* sql, QVariant v) { QTest::newRow(tag) << QString::fromUtf8(sql) << v; };
+    auto row = [](const char* tag, const char* sql, QVariant v) {
+        QTest::newRow(tag) << QString::fromUtf8(sql) << v;
+    };
     row("newest version", "SELECT VERSION FROM DB_VERSION ORDER BY VERSION DESC", 6);
     row("bracketed amount", "SELECT IIF(AMOUNT > 1, ' (' & AMOUNT & ')') FROM EQUIPMENTS_ITEMS", " (3)");
-    row("IIF false without else is NULL", "SELECT IIF(AMOUNT > 1, ' x' & AMOUNT) FROM EQUIPMENTS_UPGRADE_FROM", QVariant());
+    row("IIF false without else is NULL",
+        "SELECT IIF(AMOUNT > 1, ' x' & AMOUNT) FROM EQUIPMENTS_UPGRADE_FROM", QVariant());
     row("NULL joins as empty", "SELECT 'a' & ROUNDS & 'b' FROM WEAPON_STATS", "ab");
     row("NULL & NULL is NULL", "SELECT ROUNDS & AMO_TYPE FROM WEAPON_STATS", QVariant());
     row("whole double prints without fraction", "SELECT DELAY & '' FROM WEAPON_STATS", "2");
     row("fraction prints shortest", "SELECT ENERGY_USE & '' FROM WEAPON_STATS", "3.5");
-    row("integer division is floating", "SELECT (WEAPON_STATS.DAMAGE/WEAPON_STATS.DELAY) AS DPS FROM WEAPON_STATS", 3.5);
-    row("division by zero is NULL", "SELECT (DAMAGE/DELAY) FROM WEAPON_STATS WHERE EQUIPMENT_NAME = 'Ember Beam'", QVariant());
+    row("integer division is floating",
+        "SELECT (WEAPON_STATS.DAMAGE/WEAPON_STATS.DELAY) AS DPS FROM WEAPON_STATS", 3.5);
+    row("division by zero is NULL",
+        "SELECT (DAMAGE/DELAY) FROM WEAPON_STATS WHERE EQUIPMENT_NAME = 'Ember Beam'", QVariant());
     row("LIKE % ignores case", "SELECT COUNT(*) FROM EQUIPMENTS WHERE EQUIPMENT_NAME LIKE '%BEAM%'", 1);
     row("TRUE is a yes", "SELECT COUNT(*) FROM EQUIPMENTS WHERE CHECK = TRUE", 1);
     row("components without a type count as Unknown",
-        "SELECT COUNT(*) FROM COMPONENTS WHERE (TYPE IS NULL OR TYPE = 'Unknown') AND LVL = 1 AND CHECK = FALSE", 1);
-    row("stations join", "SELECT STATIONS.STATION_NAME, SECTORS.SYSTEM_SYSTEM_NAME AS SYSTEM_NAME, STATIONS.CHECK FROM SECTORS "
-        "INNER JOIN STATIONS ON SECTORS.SECTOR_NAME = STATIONS.SECTORS_SECTOR WHERE CHECK = FALSE", "Dock One");
-    row("MOB list", "SELECT (MOB_STATS.COMBAT_LEVEL * 3) AS OVERALL_LEVEL, MOBS.CHECK FROM MOBS, MOB_STATS WHERE MOBS.MOB_NAME = "
-        "MOB_STATS.MOB_NAME AND MOB_STATS.COMBAT_LEVEL >= 6 AND MOB_STATS.COMBAT_LEVEL <= 10 AND CHECK = FALSE", 21);
-    row("weapon list with class filter", "SELECT EQUIPMENTS.EQUIPMENT_NAME, EQUIPMENTS.PRICE AS PURCHASE_PRICE, WEAPON_STATS.RANGE "
+        "SELECT COUNT(*) FROM COMPONENTS WHERE (TYPE IS NULL OR TYPE = 'Unknown') AND LVL = 1 AND CHECK = FALSE",
+        1);
+    row("stations join",
+        "SELECT STATIONS.STATION_NAME, SECTORS.SYSTEM_SYSTEM_NAME AS SYSTEM_NAME, STATIONS.CHECK FROM SECTORS "
+        "INNER JOIN STATIONS ON SECTORS.SECTOR_NAME = STATIONS.SECTORS_SECTOR WHERE CHECK = FALSE",
+        "Dock One");
+    row("MOB list",
+        "SELECT (MOB_STATS.COMBAT_LEVEL * 3) AS OVERALL_LEVEL, MOBS.CHECK FROM MOBS, MOB_STATS WHERE MOBS.MOB_NAME = "
+        "MOB_STATS.MOB_NAME AND MOB_STATS.COMBAT_LEVEL >= 6 AND MOB_STATS.COMBAT_LEVEL <= 10 AND CHECK = FALSE",
+        21);
+    row("weapon list with class filter",
+        "SELECT EQUIPMENTS.EQUIPMENT_NAME, EQUIPMENTS.PRICE AS PURCHASE_PRICE, WEAPON_STATS.RANGE "
         ", (WEAPON_STATS.DAMAGE/WEAPON_STATS.ENERGY_USE) AS EFFICIENCY FROM EQUIPMENTS, WEAPON_STATS , EQUIPMENT_CLASS WHERE "
         "EQUIPMENTS.EQUIPMENT_NAME = WEAPON_STATS.EQUIPMENT_NAME  AND EQUIPMENTS.EQUIPMENT_NAME = "
         "EQUIPMENT_CLASS.EQUIPMENTS_EQUIPMENT AND EQUIPMENT_CLASS.CLASS_NAME = 'Fighter'  AND EQUIPMENTS.LVL = 3 AND "
-        "EQUIPMENTS.TYPE = 'Beam' AND CHECK = TRUE", "Hunter's Lance");
-    row("ammunition list", "SELECT IIF(AMO_TYPES.LAUNCH_TYPE = 'Missile', AMO_STATS.RANGE, -1) AS AMMO_RANGE, "
+        "EQUIPMENTS.TYPE = 'Beam' AND CHECK = TRUE",
+        "Hunter's Lance");
+    row("ammunition list",
+        "SELECT IIF(AMO_TYPES.LAUNCH_TYPE = 'Missile', AMO_STATS.RANGE, -1) AS AMMO_RANGE, "
         "IIF(EQUIPMENTS.PRICE=0,0,(AMO_STATS.DAMAGE/EQUIPMENTS.PRICE)) AS DAMAGE_PER_CREDIT FROM EQUIPMENTS, AMO_STATS, "
         "AMO_TYPES WHERE EQUIPMENTS.EQUIPMENT_NAME = AMO_STATS.EQUIPMENT_NAME AND AMO_STATS.AMO_TYPE = AMO_TYPES.AMO_TYPE  AND "
-        "EQUIPMENTS.EQUIPMENT_NAME = 'Iron Slug'", -1);
-    row("recipe of an equipment", "SELECT COMPONENTS.LVL, EQUIPMENTS_COMPONENTS.COMPONENTS_COMPONENT, "
+        "EQUIPMENTS.EQUIPMENT_NAME = 'Iron Slug'",
+        -1);
+    row("recipe of an equipment",
+        "SELECT COMPONENTS.LVL, EQUIPMENTS_COMPONENTS.COMPONENTS_COMPONENT, "
         "IIF(EQUIPMENTS_COMPONENTS.AMOUNT > 1, ' (' & EQUIPMENTS_COMPONENTS.AMOUNT & ')',) FROM EQUIPMENTS_COMPONENTS, COMPONENTS "
         "WHERE EQUIPMENTS_COMPONENTS.EQUIPMENTS_EQUIPMENT = 'Hunter''s Lance' AND EQUIPMENTS_COMPONENTS.COMPONENTS_COMPONENT = "
-        "COMPONENTS.COMPONENT_NAME ORDER BY COMPONENTS_COMPONENT", 1);
+        "COMPONENTS.COMPONENT_NAME ORDER BY COMPONENTS_COMPONENT",
+        1);
     row("tick", "UPDATE EQUIPMENTS SET EQUIPMENTS.CHECK = TRUE WHERE EQUIPMENT_NAME = 'Ember Beam';", 1);
-    row("save of a component", "UPDATE COMPONENTS SET LVL = 2, PRICE = 3, COMMENTS = 'c',UPDATED = TRUE, TYPE = 'Optic', "
-        "LAST_UPDATED = '2026-11-21 10:00:00'WHERE COMPONENT_NAME = 'Coil'", 1);
+    row("save of a component",
+        "UPDATE COMPONENTS SET LVL = 2, PRICE = 3, COMMENTS = 'c',UPDATED = TRUE, TYPE = 'Optic', "
+        "LAST_UPDATED = '2026-11-21 10:00:00'WHERE COMPONENT_NAME = 'Coil'",
+        1);
     row("options cleared", "DELETE FROM DB_OPTIONS", 1);
-    row("options written", "INSERT INTO DB_OPTIONS (CUSTOM_FIELDS_ON, FIELD_01_CAPTION, FIELD_02_CAPTION, FIELD_03_CAPTION) "
-        "VALUES (TRUE, 'Where', '', 'Note''s')", 1);
-    row("new raw material", "INSERT INTO RAW_MATERIALS (RAW_MATERIAL_NAME, LVL, PRICE, COMMENTS, PERSONAL_DB, PIC_ID, "
-        "LAST_UPDATED) VALUES ('Dust', 1, 2, 'fine', TRUE, 3, '2026-11-21 10:00:00')", 1);
-    row("new component", "INSERT INTO COMPONENTS (COMPONENT_NAME, LVL, PRICE, COMMENTS, PERSONAL_DB, TYPE, SUBTYPE, PIC_ID, "
-        "LAST_UPDATED) VALUES ('Gear', 1, 2, '', TRUE, 'Optic', NULL, 4, '2026-11-21 10:00:00')", 1);
+    row("options written",
+        "INSERT INTO DB_OPTIONS (CUSTOM_FIELDS_ON, FIELD_01_CAPTION, FIELD_02_CAPTION, FIELD_03_CAPTION) "
+        "VALUES (TRUE, 'Where', '', 'Note''s')",
+        1);
+    row("new raw material",
+        "INSERT INTO RAW_MATERIALS (RAW_MATERIAL_NAME, LVL, PRICE, COMMENTS, PERSONAL_DB, PIC_ID, "
+        "LAST_UPDATED) VALUES ('Dust', 1, 2, 'fine', TRUE, 3, '2026-11-21 10:00:00')",
+        1);
+    row("new component",
+        "INSERT INTO COMPONENTS (COMPONENT_NAME, LVL, PRICE, COMMENTS, PERSONAL_DB, TYPE, SUBTYPE, PIC_ID, "
+        "LAST_UPDATED) VALUES ('Gear', 1, 2, '', TRUE, 'Optic', NULL, 4, '2026-11-21 10:00:00')",
+        1);
     row("new character", "INSERT INTO CHARACTERS (CHARACTER_NAME) VALUES ('O''Brien')", 1);
 }
 

@@ -23,7 +23,9 @@ ListDb::ListDb(const QStringList& statements) {
     }
 }
 
-ListDb::~ListDb() { db().close(); }
+ListDb::~ListDb() {
+    db().close();
+}
 
 void ListDb::load(ListModel& model, const QString& sql, const ListColors& colors) {
     Recordset rs;

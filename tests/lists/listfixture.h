@@ -24,10 +24,10 @@ private:
 
 // Declares the ListDb m_db made of the statements (failing the test if it cannot be made) and the
 // ListModel m loaded from sql.
-#define LOAD_LIST(m, sql, ...)                                                                           \
-    ListDb m##_db(QStringList{__VA_ARGS__});                                                             \
-    QVERIFY2(m##_db.ok(), qPrintable(m##_db.error()));                                                   \
-    ListModel m;                                                                                         \
+#define LOAD_LIST(m, sql, ...)                                                                               \
+    ListDb m##_db(QStringList{__VA_ARGS__});                                                                 \
+    QVERIFY2(m##_db.ok(), qPrintable(m##_db.error()));                                                       \
+    ListModel m;                                                                                             \
     m##_db.load(m, sql)
 
 // A table T(NAME, <column>, e.g. "VAL INTEGER") with one row per value (SQL literals) named "r0", "r1", ...
@@ -35,4 +35,6 @@ QStringList valueTable(const QString& column, const QStringList& literals);
 // In view order: the rows as "name=text" of column col; the texts of one column; the names.
 QStringList rowTexts(const ListModel& model, int col);
 QStringList column(const ListModel& model, int col);
-inline QStringList names(const ListModel& model) { return column(model, 0); }
+inline QStringList names(const ListModel& model) {
+    return column(model, 0);
+}

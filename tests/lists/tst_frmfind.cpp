@@ -3,8 +3,8 @@
 #include "lists/frmfind.h"
 #include "lists/wildcard.h"
 
+#include "core/childwindows.h"
 #include "core/scriptedprompt.h"
-#include "views/childwindows.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -14,9 +14,10 @@ namespace {
 // Rows (view rows from 0): 0 Alpha Beam | Beam | 100, 1 Beta Shield | Shield | 250, 2 Gamma Beam | Beam | 7,
 // 3 Delta Engine | Engine | 1,500, 4 beta reactor | Reactor | 25. The setup records the status panels.
 struct FindSetup : FindStatus {
-    ListDb db{{"CREATE TABLE E (EQUIPMENT_NAME VARCHAR(50), TYPE VARCHAR(20), PRICE INTEGER)",
-               "INSERT INTO E VALUES ('Alpha Beam', 'Beam', 100), ('Beta Shield', 'Shield', 250), "
-               "('Gamma Beam', 'Beam', 7), ('Delta Engine', 'Engine', 1500), ('beta reactor', 'Reactor', 25)"}};
+    ListDb db{
+        {"CREATE TABLE E (EQUIPMENT_NAME VARCHAR(50), TYPE VARCHAR(20), PRICE INTEGER)",
+         "INSERT INTO E VALUES ('Alpha Beam', 'Beam', 100), ('Beta Shield', 'Shield', 250), "
+         "('Gamma Beam', 'Beam', 7), ('Delta Engine', 'Engine', 1500), ('beta reactor', 'Reactor', 25)"}};
     QStringList status, loadTime;
     void setStatus(const QString& t) override { status << t; }
     void setLoadTime(const QString& t) override { loadTime << t; }
@@ -52,20 +53,33 @@ private Q_SLOTS:
         QTest::addColumn<QString>("text");
         QTest::addColumn<QString>("pattern");
         QTest::addColumn<bool>("match");
-        QTest::newRow("star needs the rest") << "Heavy Beam" << "*Beam*x" << false;
-        QTest::newRow("hash digit") << "Mk2" << "Mk#" << true;
-        QTest::newRow("negated") << "d" << "[!abc]" << true;
-        QTest::newRow("literal star in list") << "a*b" << "a[*]b" << true;
-        QTest::newRow("open bracket in list") << "[" << "[[]" << true;
-        QTest::newRow("dash first is literal") << "-" << "[-a]" << true;
-        QTest::newRow("backtracking") << "abcabd" << "*abd" << true;
+        QTest::newRow("star needs the rest") << "Heavy Beam"
+                                             << "*Beam*x" << false;
+        QTest::newRow("hash digit") << "Mk2"
+                                    << "Mk#" << true;
+        QTest::newRow("negated") << "d"
+                                 << "[!abc]" << true;
+        QTest::newRow("literal star in list") << "a*b"
+                                              << "a[*]b" << true;
+        QTest::newRow("open bracket in list") << "["
+                                              << "[[]" << true;
+        QTest::newRow("dash first is literal") << "-"
+                                               << "[-a]" << true;
+        QTest::newRow("backtracking") << "abcabd"
+                                      << "*abd" << true;
         // Lists that are not well formed.
-        QTest::newRow("unclosed bracket is literal") << "x[ab" << "*[ab*" << true;
-        QTest::newRow("empty list takes no character") << "ab" << "a[]b" << true;
-        QTest::newRow("backwards range finds nothing") << "m" << "[z-a]" << false;
-        QTest::newRow("bang alone is a bang") << "!" << "[!]" << true;
-        QTest::newRow("ranges keep case") << "q" << "[!A-Z]" << true;
-        QTest::newRow("case beyond ascii") << "ÜBER" << "*über*" << false;
+        QTest::newRow("unclosed bracket is literal") << "x[ab"
+                                                     << "*[ab*" << true;
+        QTest::newRow("empty list takes no character") << "ab"
+                                                       << "a[]b" << true;
+        QTest::newRow("backwards range finds nothing") << "m"
+                                                       << "[z-a]" << false;
+        QTest::newRow("bang alone is a bang") << "!"
+                                              << "[!]" << true;
+        QTest::newRow("ranges keep case") << "q"
+                                          << "[!A-Z]" << true;
+        QTest::newRow("case beyond ascii") << "ÜBER"
+                                           << "*über*" << false;
     }
 
     void like() {
@@ -165,8 +179,8 @@ private Q_SLOTS:
         QFETCH(int, found);
         frmFind& f = *s->find;
         if (selected >= 0)
-            s->view.selectionModel()->select(s->m.index(selected, 0), QItemSelectionModel::ClearAndSelect |
-                                                                          QItemSelectionModel::Rows);
+            s->view.selectionModel()->select(s->m.index(selected, 0),
+                                             QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
         f.optUp->setChecked(options.contains(QLatin1String("up")));
         f.chkMatchCase->setChecked(options.contains(QLatin1String("case")));
         f.chkNamesOnly->setChecked(options.contains(QLatin1String("names")));

@@ -13,30 +13,73 @@ private Q_SLOTS:
         QTest::addColumn<QString>("column"); // declaration of the value column
         QTest::addColumn<QString>("literal");
         QTest::addColumn<QString>("shown");
-        QTest::newRow("whole grouped") << "VAL INTEGER" << "1234567" << "1,234,567";
-        QTest::newRow("smallest whole") << "VAL INTEGER" << "-9223372036854775808"
+        QTest::newRow("whole grouped") << "VAL INTEGER"
+                                       << "1234567"
+                                       << "1,234,567";
+        QTest::newRow("smallest whole") << "VAL INTEGER"
+                                        << "-9223372036854775808"
                                         << "-9,223,372,036,854,775,808";
-        QTest::newRow("fraction rounded") << "VAL DOUBLE" << "3.14159" << "3.14";
-        QTest::newRow("fraction tiny negative is zero") << "VAL DOUBLE" << "-0.001" << "0";
-        QTest::newRow("fraction huge") << "VAL DOUBLE" << "1e16" << "1E+16";
-        QTest::newRow("fraction ties to even down") << "VAL DOUBLE" << "0.125" << "0.12";
-        QTest::newRow("fraction ties to even up") << "VAL DOUBLE" << "0.375" << "0.38";
-        QTest::newRow("fraction, no grouping") << "VAL DOUBLE" << "12345678901234.5" << "12345678901234.5";
-        QTest::newRow("currency") << "VAL CURRENCY" << "19.999" << "20";
-        QTest::newRow("maneuverability -1") << "MANEUVERABILITY INTEGER" << "-1" << "N/A";
-        QTest::newRow("ammo range -1 double") << "AMMO_RANGE DOUBLE" << "-1" << "N/A";
-        QTest::newRow("other column -1") << "VAL INTEGER" << "-1" << "-1";
-        QTest::newRow("type empty") << "TYPE VARCHAR(50)" << "''" << "Unknown";
-        QTest::newRow("subtype null") << "SUBTYPE VARCHAR(50)" << "NULL" << "Unknown";
-        QTest::newRow("text empty stays empty") << "VAL VARCHAR(50)" << "''" << "";
-        QTest::newRow("number null") << "VAL INTEGER" << "NULL" << "";
-        QTest::newRow("non-ascii") << "VAL VARCHAR(50)" << "'Übergröße Ω'" << "Übergröße Ω";
-        QTest::newRow("yes") << "VAL BOOLEAN" << "1" << "True";
-        QTest::newRow("date as stored") << "VAL DATETIME" << "'2024-03-15 10:20:30'" << "2024-03-15 10:20:30";
-        QTest::newRow("digits in a text column") << "VAL VARCHAR(50)" << "'1234567'" << "1234567";
+        QTest::newRow("fraction rounded") << "VAL DOUBLE"
+                                          << "3.14159"
+                                          << "3.14";
+        QTest::newRow("fraction tiny negative is zero") << "VAL DOUBLE"
+                                                        << "-0.001"
+                                                        << "0";
+        QTest::newRow("fraction huge") << "VAL DOUBLE"
+                                       << "1e16"
+                                       << "1E+16";
+        QTest::newRow("fraction ties to even down") << "VAL DOUBLE"
+                                                    << "0.125"
+                                                    << "0.12";
+        QTest::newRow("fraction ties to even up") << "VAL DOUBLE"
+                                                  << "0.375"
+                                                  << "0.38";
+        QTest::newRow("fraction, no grouping") << "VAL DOUBLE"
+                                               << "12345678901234.5"
+                                               << "12345678901234.5";
+        QTest::newRow("currency") << "VAL CURRENCY"
+                                  << "19.999"
+                                  << "20";
+        QTest::newRow("maneuverability -1") << "MANEUVERABILITY INTEGER"
+                                            << "-1"
+                                            << "N/A";
+        QTest::newRow("ammo range -1 double") << "AMMO_RANGE DOUBLE"
+                                              << "-1"
+                                              << "N/A";
+        QTest::newRow("other column -1") << "VAL INTEGER"
+                                         << "-1"
+                                         << "-1";
+        QTest::newRow("type empty") << "TYPE VARCHAR(50)"
+                                    << "''"
+                                    << "Unknown";
+        QTest::newRow("subtype null") << "SUBTYPE VARCHAR(50)"
+                                      << "NULL"
+                                      << "Unknown";
+        QTest::newRow("text empty stays empty") << "VAL VARCHAR(50)"
+                                                << "''"
+                                                << "";
+        QTest::newRow("number null") << "VAL INTEGER"
+                                     << "NULL"
+                                     << "";
+        QTest::newRow("non-ascii") << "VAL VARCHAR(50)"
+                                   << "'Übergröße Ω'"
+                                   << "Übergröße Ω";
+        QTest::newRow("yes") << "VAL BOOLEAN"
+                             << "1"
+                             << "True";
+        QTest::newRow("date as stored") << "VAL DATETIME"
+                                        << "'2024-03-15 10:20:30'"
+                                        << "2024-03-15 10:20:30";
+        QTest::newRow("digits in a text column") << "VAL VARCHAR(50)"
+                                                 << "'1234567'"
+                                                 << "1234567";
         // The engine keeps whatever is written: a number column may hold text between numbers.
-        QTest::newRow("text in a number column") << "VAL INTEGER" << "'abc'" << "abc";
-        QTest::newRow("fraction in a whole column") << "VAL INTEGER" << "2.75" << "2.75";
+        QTest::newRow("text in a number column") << "VAL INTEGER"
+                                                 << "'abc'"
+                                                 << "abc";
+        QTest::newRow("fraction in a whole column") << "VAL INTEGER"
+                                                    << "2.75"
+                                                    << "2.75";
     }
 
     void cellTexts() {
@@ -49,12 +92,13 @@ private Q_SLOTS:
     }
 
     void flagColumnsGiveTicksAndColours() {
-        LOAD_LIST(m, QStringLiteral("SELECT * FROM E"),
-                  "CREATE TABLE E (EQUIPMENT_NAME VARCHAR(50), LVL INTEGER, \"CHECK\" BOOLEAN, PERSONAL_DB BOOLEAN, "
-                  "UPDATED BOOLEAN, SUBMITTED BOOLEAN, UNIQUE_FLAG BOOLEAN, PIC_ID INTEGER)",
-                  "INSERT INTO E VALUES ('plain', 1, 0, 0, 0, 1, 1, 7), ('ticked', 2, 1, 0, 0, 0, 0, 7), "
-                  "('updated', 3, 0, 0, 1, 0, 0, 7), ('personal', 4, 0, 1, 0, 0, 0, 7), "
-                  "('both', 5, 1, 1, 1, 0, 0, 7), ('nulls', 6, NULL, NULL, NULL, NULL, NULL, NULL)");
+        LOAD_LIST(
+            m, QStringLiteral("SELECT * FROM E"),
+            "CREATE TABLE E (EQUIPMENT_NAME VARCHAR(50), LVL INTEGER, \"CHECK\" BOOLEAN, PERSONAL_DB BOOLEAN, "
+            "UPDATED BOOLEAN, SUBMITTED BOOLEAN, UNIQUE_FLAG BOOLEAN, PIC_ID INTEGER)",
+            "INSERT INTO E VALUES ('plain', 1, 0, 0, 0, 1, 1, 7), ('ticked', 2, 1, 0, 0, 0, 0, 7), "
+            "('updated', 3, 0, 0, 1, 0, 0, 7), ('personal', 4, 0, 1, 0, 0, 0, 7), "
+            "('both', 5, 1, 1, 1, 0, 0, 7), ('nulls', 6, NULL, NULL, NULL, NULL, NULL, NULL)");
         // Without colours from the settings file the view's own colour stays.
         QVERIFY(!m.data(m.index(4, 0), Qt::ForegroundRole).isValid());
         m_db.load(m, QStringLiteral("SELECT * FROM E"), ListColors{QColor(Qt::red), QColor(Qt::blue)});
@@ -101,8 +145,8 @@ private Q_SLOTS:
 
     void boldMarksFollowTheRecords() {
         LOAD_LIST(m, QStringLiteral("SELECT * FROM T"), valueTable("VAL INTEGER", {"30", "10", "20"}));
-        m.setBold(0, 1);   // r0's value
-        m.setRowBold(2);   // r2 whole row
+        m.setBold(0, 1); // r0's value
+        m.setRowBold(2); // r2 whole row
         m.setSort(1, ListModel::Ascending);
         QCOMPARE(rowTexts(m, 1), (QStringList{"r1=10", "r2=20", "r0=30"}));
         QVERIFY(m.data(m.index(2, 1), Qt::FontRole).value<QFont>().bold() && !m.isBold(2, 0));
@@ -124,9 +168,10 @@ private Q_SLOTS:
         QCOMPARE(m.rowCount(), n);
         for (int i = 0; i < n; i = i + 997 < n ? i + 997 : i + 1) { // across the chunks, then the last rows
             QCOMPARE(QStringList({m.name(i), m.text(i, 1), m.text(i, 2), m.text(i, 3)}),
-                     QStringList({QStringLiteral("Item %1").arg(i), QStringList({"Beam", "Unknown", "Shield"})[i % 3],
-                                  QLocale(QLocale::English).toString(qint64(i) * 7),
-                                  i % 5 ? QStringLiteral("comment number %1 with some words").arg(i) : QString()}));
+                     QStringList(
+                         {QStringLiteral("Item %1").arg(i), QStringList({"Beam", "Unknown", "Shield"})[i % 3],
+                          QLocale(QLocale::English).toString(qint64(i) * 7),
+                          i % 5 ? QStringLiteral("comment number %1 with some words").arg(i) : QString()}));
         }
         QVERIFY(m.memoryUsed() < qint64(n) * 4 * 40);
     }

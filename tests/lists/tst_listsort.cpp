@@ -8,30 +8,64 @@
 class TestListSort : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    // Per row a function (InvertDigits, NumberSortText, ParseListNumber giving the value or "false", DateSortText
-    // giving "" for no date and checked against DateSortKey too), its input and the text it gives.
+    // Per row a function (InvertDigits, NumberSortText, ParseListNumber giving the value or "false",
+    // DateSortText giving "" for no date and checked against DateSortKey too), its input and the text it
+    // gives.
     void keyTexts_data() {
         QTest::addColumn<QString>("fn");
         QTest::addColumn<QString>("in");
         QTest::addColumn<QString>("out");
         const QString z30(30, QLatin1Char('0')), n30(30, QLatin1Char('9'));
-        QTest::newRow("invert") << "invert" << "&-0123456789.5e+x" << "& 9876543210.4e+x";
-        QTest::newRow("number ten") << "number" << "10" << z30.left(28) + "10." + z30;
-        QTest::newRow("number minus one") << "number" << "-1" << "&" + n30.left(29) + "8." + n30;
-        QTest::newRow("number: 31 digits kept") << "number" << "1E+30" << "1" + z30 + "." + z30;
-        QTest::newRow("parse negative grouped") << "parse" << "-1,234" << "-1234";
-        QTest::newRow("parse dash") << "parse" << "-" << "false";
-        QTest::newRow("parse trailing junk") << "parse" << "12abc" << "false";
-        QTest::newRow("parse exponent without digits") << "parse" << "1e" << "false";
-        QTest::newRow("date as stored") << "date" << "2023-12-31 23:59:59" << "20231231235959";
-        QTest::newRow("date: no such day") << "date" << "2023-02-29 10:00:00" << "";
-        QTest::newRow("date iso T, minutes") << "date" << "2024-03-15T14:20" << "20240315142000";
-        QTest::newRow("date us pm") << "date" << "3/5/2024 2:04:05 PM" << "20240305140405";
-        QTest::newRow("date us 12 am") << "date" << "3/5/2024 12:00:00 AM" << "20240305000000";
-        QTest::newRow("date us two-digit year") << "date" << "1/2/99" << "19990102000000";
-        QTest::newRow("date: time alone") << "date" << "10:20" << "18991230102000";
-        QTest::newRow("date: month 13") << "date" << "13/1/2024" << "";
-        QTest::newRow("date: trailing junk") << "date" << "2024-01-01 x" << "";
+        QTest::newRow("invert") << "invert"
+                                << "&-0123456789.5e+x"
+                                << "& 9876543210.4e+x";
+        QTest::newRow("number ten") << "number"
+                                    << "10" << z30.left(28) + "10." + z30;
+        QTest::newRow("number minus one") << "number"
+                                          << "-1"
+                                          << "&" + n30.left(29) + "8." + n30;
+        QTest::newRow("number: 31 digits kept") << "number"
+                                                << "1E+30"
+                                                << "1" + z30 + "." + z30;
+        QTest::newRow("parse negative grouped") << "parse"
+                                                << "-1,234"
+                                                << "-1234";
+        QTest::newRow("parse dash") << "parse"
+                                    << "-"
+                                    << "false";
+        QTest::newRow("parse trailing junk") << "parse"
+                                             << "12abc"
+                                             << "false";
+        QTest::newRow("parse exponent without digits") << "parse"
+                                                       << "1e"
+                                                       << "false";
+        QTest::newRow("date as stored") << "date"
+                                        << "2023-12-31 23:59:59"
+                                        << "20231231235959";
+        QTest::newRow("date: no such day") << "date"
+                                           << "2023-02-29 10:00:00"
+                                           << "";
+        QTest::newRow("date iso T, minutes") << "date"
+                                             << "2024-03-15T14:20"
+                                             << "20240315142000";
+        QTest::newRow("date us pm") << "date"
+                                    << "3/5/2024 2:04:05 PM"
+                                    << "20240305140405";
+        QTest::newRow("date us 12 am") << "date"
+                                       << "3/5/2024 12:00:00 AM"
+                                       << "20240305000000";
+        QTest::newRow("date us two-digit year") << "date"
+                                                << "1/2/99"
+                                                << "19990102000000";
+        QTest::newRow("date: time alone") << "date"
+                                          << "10:20"
+                                          << "18991230102000";
+        QTest::newRow("date: month 13") << "date"
+                                        << "13/1/2024"
+                                        << "";
+        QTest::newRow("date: trailing junk") << "date"
+                                             << "2024-01-01 x"
+                                             << "";
     }
 
     void keyTexts() {
@@ -57,18 +91,23 @@ private Q_SLOTS:
         QTest::addColumn<int>("order");
         QTest::addColumn<QString>("names"); // the rows in sorted order
         const int asc = ListModel::Ascending, desc = ListModel::Descending;
-        QTest::newRow("numbers, dash first") << "VAL INTEGER" << "10|9|-1|-20|'-'" << asc << "43210";
+        QTest::newRow("numbers, dash first") << "VAL INTEGER"
+                                             << "10|9|-1|-20|'-'" << asc << "43210";
         // -0.004 is shown as 0 and sorts as the 0 it shows.
-        QTest::newRow("fractions") << "VAL DOUBLE" << "1234.5|999|-0.004|0.5|-1000000|12" << asc << "423510";
-        QTest::newRow("N/A among the empty cells") << "MANEUVERABILITY INTEGER" << "4|-1|-2|NULL" << asc << "1320";
+        QTest::newRow("fractions") << "VAL DOUBLE"
+                                   << "1234.5|999|-0.004|0.5|-1000000|12" << asc << "423510";
+        QTest::newRow("N/A among the empty cells") << "MANEUVERABILITY INTEGER"
+                                                   << "4|-1|-2|NULL" << asc << "1320";
         // More than 30 integer digits overflow the fixed-width key: 1E+31 sorts by its first 30 digits.
-        QTest::newRow("huge numbers") << "VAL DOUBLE" << "1e31|2e30|5|'x'|-7" << asc << "34201";
+        QTest::newRow("huge numbers") << "VAL DOUBLE"
+                                      << "1e31|2e30|5|'x'|-7" << asc << "34201";
         const QString dates = "'2024-03-15 10:00:00'|'someday'|'2023-12-31 23:59:59'|NULL|"
                               "'3/15/2024 9:30:00 AM'|'2024-03-15 10:00:00'";
         QTest::newRow("dates, invalid first") << "VAL DATETIME" << dates << asc << "132405";
         QTest::newRow("dates descending, ties stable") << "VAL DATETIME" << dates << desc << "054213";
         QTest::newRow("texts without case, ties stable")
-            << "VAL VARCHAR(50)" << "'banana'|'Apple'|'apple'|'Cherry'|'APPLE'|NULL|'Äpfel'|'b'" << asc << "51247036";
+            << "VAL VARCHAR(50)"
+            << "'banana'|'Apple'|'apple'|'Cherry'|'APPLE'|NULL|'Äpfel'|'b'" << asc << "51247036";
         QStringList prefixed;
         for (const char* s : {"0010", "0002", "00010", "0001", "", "A", "a0", "0002"})
             prefixed << QStringLiteral("'Synthetic Equipment Beam %1'").arg(QLatin1String(s));
@@ -81,7 +120,11 @@ private Q_SLOTS:
         QFETCH(int, order);
         QFETCH(QString, names); // row numbers, one digit each
         LOAD_LIST(m, QStringLiteral("SELECT * FROM T"), valueTable(column, values.split(QLatin1Char('|'))));
-        auto sortedTexts = [&] { QStringList l = rowTexts(m, 1); l.sort(); return l; };
+        auto sortedTexts = [&] {
+            QStringList l = rowTexts(m, 1);
+            l.sort();
+            return l;
+        };
         const QStringList before = sortedTexts();
         m.setSort(1, order);
         QCOMPARE(::names(m).join(QString()).remove(QLatin1Char('r')), names);
@@ -109,7 +152,8 @@ private Q_SLOTS:
     }
 
     void headerClicksToggleEvenAcrossColumns() {
-        LOAD_LIST(m, QStringLiteral("SELECT * FROM T"), "CREATE TABLE T (NAME VARCHAR(50), A INTEGER, B INTEGER)",
+        LOAD_LIST(m, QStringLiteral("SELECT * FROM T"),
+                  "CREATE TABLE T (NAME VARCHAR(50), A INTEGER, B INTEGER)",
                   "INSERT INTO T VALUES ('x', 2, 1), ('y', 1, 3), ('z', 3, 2)");
         QTreeView view;
         view.setModel(&m);
@@ -156,21 +200,22 @@ private Q_SLOTS:
     void largeListMatchesTheKeyTexts() {
         QFETCH(int, col);
         QFETCH(int, order);
-        LOAD_LIST(m, QStringLiteral("SELECT * FROM T"),
-                  "CREATE TABLE T (NAME VARCHAR(50), N INTEGER, F DOUBLE, D DATETIME, S VARCHAR(80))",
-                  "WITH RECURSIVE k(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM k WHERE i < 2999) "
-                  "INSERT INTO T SELECT 'r' || i, "
-                  "CASE WHEN i % 97 = 0 THEN NULL WHEN i % 89 = 0 THEN '-' ELSE abs(random()) % 2001 - 1000 END, "
-                  "CASE WHEN i % 83 = 0 THEN NULL ELSE (abs(random()) % 200001 - 100000) / 7.0 END, "
-                  "CASE WHEN i % 79 = 0 THEN 'later' ELSE printf('%04d-%02d-%02d %02d:%02d:%02d', "
-                  "2000 + abs(random()) % 3, 1 + abs(random()) % 12, 1 + abs(random()) % 28, abs(random()) % 24, "
-                  "abs(random()) % 2, abs(random()) % 2) END, "
-                  "CASE abs(random()) % 6 WHEN 0 THEN 'Synthetic Beam ' WHEN 1 THEN 'synthetic BEAM ' "
-                  "WHEN 2 THEN 'Synthetic Beam Mk' WHEN 3 THEN 'Ärger ' WHEN 4 THEN '' ELSE 'x' END "
-                  "|| CASE WHEN i % 5 = 0 THEN '' ELSE abs(random()) % 300 END FROM k");
+        LOAD_LIST(
+            m, QStringLiteral("SELECT * FROM T"),
+            "CREATE TABLE T (NAME VARCHAR(50), N INTEGER, F DOUBLE, D DATETIME, S VARCHAR(80))",
+            "WITH RECURSIVE k(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM k WHERE i < 2999) "
+            "INSERT INTO T SELECT 'r' || i, "
+            "CASE WHEN i % 97 = 0 THEN NULL WHEN i % 89 = 0 THEN '-' ELSE abs(random()) % 2001 - 1000 END, "
+            "CASE WHEN i % 83 = 0 THEN NULL ELSE (abs(random()) % 200001 - 100000) / 7.0 END, "
+            "CASE WHEN i % 79 = 0 THEN 'later' ELSE printf('%04d-%02d-%02d %02d:%02d:%02d', "
+            "2000 + abs(random()) % 3, 1 + abs(random()) % 12, 1 + abs(random()) % 28, abs(random()) % 24, "
+            "abs(random()) % 2, abs(random()) % 2) END, "
+            "CASE abs(random()) % 6 WHEN 0 THEN 'Synthetic Beam ' WHEN 1 THEN 'synthetic BEAM ' "
+            "WHEN 2 THEN 'Synthetic Beam Mk' WHEN 3 THEN 'Ärger ' WHEN 4 THEN '' ELSE 'x' END "
+            "|| CASE WHEN i % 5 = 0 THEN '' ELSE abs(random()) % 300 END FROM k");
         QCOMPARE(m.rowCount(), 3000);
         m.setSort(col == 4 ? 1 : 4, ListModel::Descending); // some other order to start from
-        QHash<int, int> before; // stored row -> view position before the sort
+        QHash<int, int> before;                             // stored row -> view position before the sort
         for (int r = 0; r < m.rowCount(); ++r)
             before.insert(m.sourceRow(r), r);
         m.setSort(col, order);
@@ -185,8 +230,10 @@ private Q_SLOTS:
                 ++ties;
                 QVERIFY2(before[m.sourceRow(r - 1)] < before[m.sourceRow(r)], qPrintable(QString::number(r)));
             } else {
-                QVERIFY2(order == ListModel::Ascending ? a < b : b < a,
-                         qPrintable(QStringLiteral("row %1: %2 / %3").arg(r).arg(m.text(r - 1, col), m.text(r, col))));
+                QVERIFY2(
+                    order == ListModel::Ascending ? a < b : b < a,
+                    qPrintable(
+                        QStringLiteral("row %1: %2 / %3").arg(r).arg(m.text(r - 1, col), m.text(r, col))));
             }
         }
         QVERIFY(ties > 10);

@@ -1,9 +1,9 @@
 // The build trees on a small recipe database made here: keys, texts, pictures and depth-first order;
 // the clipboard text; recipes that contain themselves.
 #include "data/database.h"
-#include "viewsfixture.h"
 #include "views/buildtree.h"
 #include "views/modmain.h"
+#include "viewsfixture.h"
 
 #include <QTest>
 #include <functional>
@@ -54,30 +54,43 @@ private Q_SLOTS:
         QTest::addColumn<QString>("kind");
         QTest::addColumn<QString>("root");
         QTest::addColumn<QStringList>("lines");
-        QTest::newRow("equipment") << "Equip" << "Ion Beam" << QStringList{
-            "Ion Beam|Equip:Old Beam | Old Beam (L3 Beam) (Upgrade) | 1",
-            "Ion Beam|Comp:Coil | Coil (L2) x3 | 2",
-            "Ion Beam|Comp:Coil|RawMat:Alloy | Alloy (L3) | 3",
-            "Ion Beam|Comp:Coil|RawMat:Alloy|RawMat:Ore | Ore (L1) x4 | 5",
-            "Ion Beam|Comp:Coil|RawMat:Alloy|Item:Crate | Crate (L1) | 4",
-            "Ion Beam|Comp:Coil|Equip:Spark Gun | Spark Gun (L6 Projectile) x2 | 1",
-            "Ion Beam|Comp:Coil|Comp:Old Coil | Old Coil (L2) | 2", // the level is the built component's
-            "Ion Beam|Comp:Coil|Item:Crate | Crate (L1) x5 | 4",
-            "Ion Beam|Comp:Lens | Lens (L4) | 2",
-            "Ion Beam|Item:Crate | Crate (L1) x2 | 4",
-            "Ion Beam|RawMat:Alloy | Alloy (L3) x2 | 3",
-            "Ion Beam|RawMat:Alloy|RawMat:Ore | Ore (L1) x4 | 5",
-            "Ion Beam|RawMat:Alloy|Item:Crate | Crate (L1) | 4",
-            "Ion Beam|RawMat:Ore | Ore (L1) | 5"};
-        QTest::newRow("component") << "Comp" << "Coil" << QStringList{
-            "Coil|RawMat:Alloy | Alloy (L3) | 3", "Coil|RawMat:Alloy|RawMat:Ore | Ore (L1) x4 | 5",
-            "Coil|RawMat:Alloy|Item:Crate | Crate (L1) | 4", "Coil|Equip:Spark Gun | Spark Gun (L6 Projectile) x2 | 1",
-            "Coil|Comp:Old Coil | Old Coil (L2) | 2", "Coil|Item:Crate | Crate (L1) x5 | 4"};
-        QTest::newRow("raw material") << "RawMat" << "Alloy"
-                                      << QStringList{"Alloy|RawMat:Ore | Ore (L1) x4 | 5", "Alloy|Item:Crate | Crate (L1) | 4"};
-        QTest::newRow("no recipe") << "Equip" << "Spark Gun" << QStringList{};
-        QTest::newRow("unknown") << "Equip" << "Nobody" << QStringList{};
-        QTest::newRow("quoted names") << "Equip" << "Hunter's Lance"
+        QTest::newRow("equipment")
+            << "Equip"
+            << "Ion Beam"
+            << QStringList{
+                   "Ion Beam|Equip:Old Beam | Old Beam (L3 Beam) (Upgrade) | 1",
+                   "Ion Beam|Comp:Coil | Coil (L2) x3 | 2",
+                   "Ion Beam|Comp:Coil|RawMat:Alloy | Alloy (L3) | 3",
+                   "Ion Beam|Comp:Coil|RawMat:Alloy|RawMat:Ore | Ore (L1) x4 | 5",
+                   "Ion Beam|Comp:Coil|RawMat:Alloy|Item:Crate | Crate (L1) | 4",
+                   "Ion Beam|Comp:Coil|Equip:Spark Gun | Spark Gun (L6 Projectile) x2 | 1",
+                   "Ion Beam|Comp:Coil|Comp:Old Coil | Old Coil (L2) | 2", // the built component's level
+                   "Ion Beam|Comp:Coil|Item:Crate | Crate (L1) x5 | 4",
+                   "Ion Beam|Comp:Lens | Lens (L4) | 2",
+                   "Ion Beam|Item:Crate | Crate (L1) x2 | 4",
+                   "Ion Beam|RawMat:Alloy | Alloy (L3) x2 | 3",
+                   "Ion Beam|RawMat:Alloy|RawMat:Ore | Ore (L1) x4 | 5",
+                   "Ion Beam|RawMat:Alloy|Item:Crate | Crate (L1) | 4",
+                   "Ion Beam|RawMat:Ore | Ore (L1) | 5"};
+        QTest::newRow("component") << "Comp"
+                                   << "Coil"
+                                   << QStringList{"Coil|RawMat:Alloy | Alloy (L3) | 3",
+                                                  "Coil|RawMat:Alloy|RawMat:Ore | Ore (L1) x4 | 5",
+                                                  "Coil|RawMat:Alloy|Item:Crate | Crate (L1) | 4",
+                                                  "Coil|Equip:Spark Gun | Spark Gun (L6 Projectile) x2 | 1",
+                                                  "Coil|Comp:Old Coil | Old Coil (L2) | 2",
+                                                  "Coil|Item:Crate | Crate (L1) x5 | 4"};
+        QTest::newRow("raw material")
+            << "RawMat"
+            << "Alloy"
+            << QStringList{"Alloy|RawMat:Ore | Ore (L1) x4 | 5", "Alloy|Item:Crate | Crate (L1) | 4"};
+        QTest::newRow("no recipe") << "Equip"
+                                   << "Spark Gun" << QStringList{};
+        QTest::newRow("unknown") << "Equip"
+                                 << "Nobody" << QStringList{};
+        QTest::newRow("quoted names")
+            << "Equip"
+            << "Hunter's Lance"
             << QStringList{"Hunter's Lance|Comp:Smith's Coil | Smith's Coil (L3) x2 | 2",
                            "Hunter's Lance|Comp:Smith's Coil|RawMat:Ore | Ore (L1) x7 | 5"};
     }
@@ -122,18 +135,21 @@ private Q_SLOTS:
         QVERIFY(IsRefined("Alloy"));
         QVERIFY(!IsRefined("Ore") && !IsRefined("Nothing"));
         QString error;
-        QVERIFY(f.exec({"INSERT INTO RAW_MATERIALS_ITEMS (RAW_MATERIAL_NAME, ITEM_NAME, AMOUNT) VALUES ('Ore', 'Crate', 1)"}, &error));
+        QVERIFY(f.exec(
+            {"INSERT INTO RAW_MATERIALS_ITEMS (RAW_MATERIAL_NAME, ITEM_NAME, AMOUNT) VALUES ('Ore', 'Crate', 1)"},
+            &error));
         QVERIFY2(IsRefined("Ore"), "made from an item only is refined too");
     }
     void clipboard_data() {
         QTest::addColumn<QStringList>("paths");
         QTest::addColumn<QStringList>("texts");
         QTest::addColumn<QString>("text");
-        QTest::newRow("root, child, grandchild") << QStringList{"Root", "Root\\Child", "Root\\Child\\Grand"}
-                                                 << QStringList{"Root", "Child", "Grand"} << "Root\r\n\tChild\r\n\t\tGrand\r\n";
+        QTest::newRow("root, child, grandchild")
+            << QStringList{"Root", "Root\\Child", "Root\\Child\\Grand"}
+            << QStringList{"Root", "Child", "Grand"} << "Root\r\n\tChild\r\n\t\tGrand\r\n";
         // A text holding "\" counts as a deeper level: the depth is taken from the full path.
-        QTest::newRow("backslash in a text") << QStringList{"R", "R\\A\\B"} << QStringList{"R", "A\\B"}
-                                             << "R\r\n\t\tA\\B\r\n";
+        QTest::newRow("backslash in a text")
+            << QStringList{"R", "R\\A\\B"} << QStringList{"R", "A\\B"} << "R\r\n\t\tA\\B\r\n";
     }
     void clipboard() {
         QFETCH(QStringList, paths);
@@ -168,11 +184,13 @@ private Q_SLOTS:
         TreeNodeList nodes, again, raws;
         bool recurse = true;
         nodes.addNode(QString(), "Cycle Engine", "Cycle Engine", buildimg::Equipment);
-        QCOMPARE(failure([&] { BuildEquipTree("Cycle Engine", "Cycle Engine", nodes, recurse); }), QString("28 Out of stack space"));
+        QCOMPARE(failure([&] { BuildEquipTree("Cycle Engine", "Cycle Engine", nodes, recurse); }),
+                 QString("28 Out of stack space"));
         QVERIFY2(nodes.size() > maxBuildDepth, "the nodes added before the error stay");
         BuildEquipTree("Ion Beam", "Ion Beam", again, recurse); // usable again afterwards
         QCOMPARE(again.size(), 14);
-        QCOMPARE(failure([&] { BuildRawMatTree("Cycle Ore A", "Cycle Ore A", raws, recurse); }), QString("28 Out of stack space"));
+        QCOMPARE(failure([&] { BuildRawMatTree("Cycle Ore A", "Cycle Ore A", raws, recurse); }),
+                 QString("28 Out of stack space"));
         QCOMPARE(raws.size(), maxBuildDepth);
     }
 

@@ -1,10 +1,10 @@
 // The build view window: the tree for each kind, one window per root, the clipboard text, and the
 // report of a recipe that contains itself (nodes kept).
-#include "viewsfixture.h"
-#include "viewswindows.h"
 #include "views/frmbuildview.h"
 #include "views/openviews.h"
 #include "views/viewwidgets.h"
+#include "viewsfixture.h"
+#include "viewswindows.h"
 
 #include <QClipboard>
 #include <QTest>
@@ -13,18 +13,27 @@
 class TestFrmBuildView : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void init() { QString e; QVERIFY2(f.setUp(true, &e), qPrintable(e)); }
-    void cleanup() { closeViews(); f.tearDown(); }
+    void init() {
+        QString e;
+        QVERIFY2(f.setUp(true, &e), qPrintable(e));
+    }
+    void cleanup() {
+        closeViews();
+        f.tearDown();
+    }
     void kinds_data() {
         QTest::addColumn<QString>("sql");
         QTest::addColumn<QString>("kind");
         QTest::addColumn<int>("rootImage");
-        QTest::newRow("equipment") << "SELECT EQUIPMENTS_EQUIPMENT FROM EQUIPMENTS_COMPONENTS ORDER BY EQUIPMENTS_EQUIPMENT DESC"
-                                   << "Equipment" << 1;
-        QTest::newRow("component") << "SELECT COMPONENTS_COMPONENT FROM COMPONENTS_RAW_MATERIALS ORDER BY COMPONENTS_COMPONENT"
-                                   << "Components" << 2;
-        QTest::newRow("refined raw material") << "SELECT RAW_MATERIAL_NAME FROM RAW_MATERIALS_REFINES_FROM ORDER BY RAW_MATERIAL_NAME"
-                                              << "Raw Materials" << 3;
+        QTest::newRow("equipment")
+            << "SELECT EQUIPMENTS_EQUIPMENT FROM EQUIPMENTS_COMPONENTS ORDER BY EQUIPMENTS_EQUIPMENT DESC"
+            << "Equipment" << 1;
+        QTest::newRow("component")
+            << "SELECT COMPONENTS_COMPONENT FROM COMPONENTS_RAW_MATERIALS ORDER BY COMPONENTS_COMPONENT"
+            << "Components" << 2;
+        QTest::newRow("refined raw material")
+            << "SELECT RAW_MATERIAL_NAME FROM RAW_MATERIALS_REFINES_FROM ORDER BY RAW_MATERIAL_NAME"
+            << "Raw Materials" << 3;
     }
     void kinds() {
         QFETCH(QString, sql);
@@ -66,11 +75,13 @@ private Q_SLOTS:
         QVERIFY2(f.addRecipeCycle(&error), qPrintable(error));
         ShowBuildView("Cycle Engine", "Equipment");
         QCOMPARE(f.prompt().count(), 1);
-        QCOMPARE(f.prompt().last().text, QString("Error 28 (Out of stack space)  procedure ShowBuildView of Module modMain"));
+        QCOMPARE(f.prompt().last().text,
+                 QString("Error 28 (Out of stack space)  procedure ShowBuildView of Module modMain"));
         frmBuildView* w = window("Cycle Engine");
         QVERIFY2(w && w->isVisible(), "the window stays with what was built");
         int nodes = 0;
-        for (QTreeWidgetItem* i = w->treBuildView->topLevelItem(0); i; i = i->childCount() ? i->child(0) : nullptr)
+        for (QTreeWidgetItem* i = w->treBuildView->topLevelItem(0); i;
+             i = i->childCount() ? i->child(0) : nullptr)
             ++nodes;
         QVERIFY2(nodes > 100, qPrintable(QString::number(nodes)));
         ShowBuildView("Cycle Ore A", "Raw Materials");

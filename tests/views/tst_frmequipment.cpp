@@ -3,14 +3,14 @@
 // the property sheet, and the reports of a missing record and of a recipe that contains itself.
 #include "core/settings.h"
 #include "core/vberror.h"
-#include "viewsfixture.h"
-#include "viewswindows.h"
 #include "views/equiptypes.h"
 #include "views/frmequipment.h"
 #include "views/modmain.h"
 #include "views/openviews.h"
 #include "views/propertysheet.h"
 #include "views/viewwidgets.h"
+#include "viewsfixture.h"
+#include "viewswindows.h"
 
 #include <QLabel>
 #include <QLineEdit>
@@ -23,7 +23,9 @@
 
 namespace {
 QString captured;
-void recordEditor(const QString& kind, const QString& name) { captured = kind + "/" + name; }
+void recordEditor(const QString& kind, const QString& name) {
+    captured = kind + "/" + name;
+}
 
 QStringList topTexts(QTreeWidget* tree) {
     QStringList out;
@@ -36,23 +38,40 @@ QStringList topTexts(QTreeWidget* tree) {
 class TestFrmEquipment : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void init() { QString e; QVERIFY2(f.setUp(true, &e), qPrintable(e)); }
-    void cleanup() { closeViews(); setEditorOpener(nullptr); f.tearDown(); }
+    void init() {
+        QString e;
+        QVERIFY2(f.setUp(true, &e), qPrintable(e));
+    }
+    void cleanup() {
+        closeViews();
+        setEditorOpener(nullptr);
+        f.tearDown();
+    }
     void eachType_data() {
         QTest::addColumn<QString>("name");
         QTest::addColumn<QString>("caption");
         QTest::addColumn<QStringList>("stats");
-        QTest::newRow("beam") << "Sunspear Mk II" << "Beam: Sunspear Mk II"
-            << QStringList{"Damage:", "Damage Type:", "Delay:", "Energy Use:", "Range:", "Damage Per Second:", "Efficiency:"};
-        QTest::newRow("two-word projectile") << "Mass Driver Mk I" << "Projectile: Mass Driver Mk I"
+        QTest::newRow("beam") << "Sunspear Mk II"
+                              << "Beam: Sunspear Mk II"
+                              << QStringList{"Damage:", "Damage Type:",       "Delay:",     "Energy Use:",
+                                             "Range:",  "Damage Per Second:", "Efficiency:"};
+        QTest::newRow("two-word projectile")
+            << "Mass Driver Mk I"
+            << "Projectile: Mass Driver Mk I"
             << QStringList{"Energy Use:", "Delay:", "Range:", "Rounds:", "Ammunition  Type:"};
-        QTest::newRow("device") << "Scanner Array Mk I" << "Device: Scanner Array Mk I" << QStringList{};
+        QTest::newRow("device") << "Scanner Array Mk I"
+                                << "Device: Scanner Array Mk I" << QStringList{};
         // Projectile ammunition has no range or maneuverability, and damage per credit moves up by two.
-        QTest::newRow("projectile ammunition") << "Hollow Light Slug" << "Ammunition: Hollow Light Slug"
-            << QStringList{"Damage:", "Damage Type:", "Launch Type:", "Ammunition  Type:", "Stack Size:", "Damage Per Credit:"};
-        QTest::newRow("missile ammunition") << "Hollow Torpedo" << "Ammunition: Hollow Torpedo"
-            << QStringList{"Damage:", "Damage Type:", "Launch Type:", "Ammunition  Type:", "Stack Size:", "Ammo Range:",
-                           "Maneuverability:", "Damage Per Credit:"};
+        QTest::newRow("projectile ammunition")
+            << "Hollow Light Slug"
+            << "Ammunition: Hollow Light Slug"
+            << QStringList{"Damage:",           "Damage Type:", "Launch Type:",
+                           "Ammunition  Type:", "Stack Size:",  "Damage Per Credit:"};
+        QTest::newRow("missile ammunition")
+            << "Hollow Torpedo"
+            << "Ammunition: Hollow Torpedo"
+            << QStringList{"Damage:",     "Damage Type:", "Launch Type:",     "Ammunition  Type:",
+                           "Stack Size:", "Ammo Range:",  "Maneuverability:", "Damage Per Credit:"};
     }
     void eachType() {
         QFETCH(QString, name);
@@ -71,7 +90,8 @@ private Q_SLOTS:
         QCOMPARE(shown, stats);
         QCOMPARE(w->findChild<QWidget*>("fraStats")->isHidden(), stats.isEmpty());
         QCOMPARE(w->txtPMPrice->text() + w->txtSRP->text(), QString("TBATBA"));
-        QCOMPARE(topTexts(w->treBlueprint), QStringList{name}); // the blueprint's root is the equipment itself
+        QCOMPARE(topTexts(w->treBlueprint),
+                 QStringList{name}); // the blueprint's root is the equipment itself
         QStringList tabs;
         for (int i = 0; i < w->tabEquipment->count(); ++i)
             tabs << w->tabEquipment->tabText(i);
@@ -88,7 +108,8 @@ private Q_SLOTS:
     void freeAmmunition() {
         frmEquipment* w = open("Standard Flechette");
         QVERIFY(w);
-        QCOMPARE(w->txtPurchasePrice->text() + " " + w->lblSpecData[5]->text() + " " + w->txtSpecData[5]->text(),
+        QCOMPARE(w->txtPurchasePrice->text() + " " + w->lblSpecData[5]->text() + " " +
+                     w->txtSpecData[5]->text(),
                  QString("Unknown Damage Per Credit: 0"));
     }
     void launcherAmmo() {
@@ -111,16 +132,19 @@ private Q_SLOTS:
         QVERIFY(w);
         QCOMPARE(topTexts(w->treSpecials), (QStringList{"Energy Siphon -3 Points", "Overcharge +12.35%"}));
         frmEquipment* zero = open("Hunter's Lance Mk II");
-        QVERIFY2(zero && topTexts(zero->treSpecials).contains("Targeting Boost"), "an amount of 0 shows the name alone");
+        QVERIFY2(zero && topTexts(zero->treSpecials).contains("Targeting Boost"),
+                 "an amount of 0 shows the name alone");
     }
     void customFields() {
         QString error;
-        QVERIFY2(f.exec({"DELETE FROM DB_OPTIONS",
-                         "INSERT INTO DB_OPTIONS (CUSTOM_FIELDS_ON, FIELD_01_CAPTION, FIELD_02_CAPTION, FIELD_03_CAPTION) "
-                         "VALUES (TRUE, 'Seen At', '', 'Spare Part')",
-                         "UPDATE EQUIPMENTS SET CUSTOM_01 = 'Kell fair', CUSTOM_03 = 'yes' WHERE EQUIPMENT_NAME = 'Ion Drive Mk I'"},
-                        &error),
-                 qPrintable(error));
+        QVERIFY2(
+            f.exec(
+                {"DELETE FROM DB_OPTIONS",
+                 "INSERT INTO DB_OPTIONS (CUSTOM_FIELDS_ON, FIELD_01_CAPTION, FIELD_02_CAPTION, FIELD_03_CAPTION) "
+                 "VALUES (TRUE, 'Seen At', '', 'Spare Part')",
+                 "UPDATE EQUIPMENTS SET CUSTOM_01 = 'Kell fair', CUSTOM_03 = 'yes' WHERE EQUIPMENT_NAME = 'Ion Drive Mk I'"},
+                &error),
+            qPrintable(error));
         reloadCustomFields();
         frmEquipment* w = open("Ion Drive Mk I");
         QVERIFY(w);
@@ -134,7 +158,9 @@ private Q_SLOTS:
         QVERIFY(w && w->txtCustom[0]->isHidden() && w->txtCustom[2]->isHidden());
     }
     void uniqueAndTooltips() {
-        const QString name = f.scalar("SELECT EQUIPMENT_NAME FROM EQUIPMENTS WHERE UNIQUE_FLAG = TRUE ORDER BY EQUIPMENT_NAME").toString();
+        const QString name =
+            f.scalar("SELECT EQUIPMENT_NAME FROM EQUIPMENTS WHERE UNIQUE_FLAG = TRUE ORDER BY EQUIPMENT_NAME")
+                .toString();
         frmEquipment* w = open(name);
         QVERIFY2(w && w->lblType->text().startsWith("Unique Level "), qPrintable(name));
         QVERIFY(!w->cmdClose->toolTip().isEmpty());
@@ -158,7 +184,8 @@ private Q_SLOTS:
     void missingRecord() {
         ViewEquipDetails("No Such Gun", 0, "Beam");
         QVERIFY(!FindChildWindow("Beam: No Such Gun") && f.prompt().count() == 1);
-        QVERIFY2(f.prompt().last().text.endsWith("procedure ViewEquipDetails of Module modMain"), qPrintable(f.prompt().last().text));
+        QVERIFY2(f.prompt().last().text.endsWith("procedure ViewEquipDetails of Module modMain"),
+                 qPrintable(f.prompt().last().text));
         QVERIFY(open("Hunter's Lance Mk III")); // a name with an apostrophe is found
         QCOMPARE(f.prompt().count(), 1);
     }
@@ -178,7 +205,8 @@ private Q_SLOTS:
         QVERIFY(f.prompt().last().text.contains("printer"));
     }
     void droppedBy() {
-        frmEquipment* w = open(f.scalar("SELECT EQUIPMENT_NAME FROM MOB_EQUIP_DROP ORDER BY EQUIPMENT_NAME").toString());
+        frmEquipment* w =
+            open(f.scalar("SELECT EQUIPMENT_NAME FROM MOB_EQUIP_DROP ORDER BY EQUIPMENT_NAME").toString());
         QVERIFY(w);
         QTreeWidgetItem* mob = w->treMOBs->topLevelItem(0);
         QVERIFY(mob->isExpanded() && mob->childCount() == 1);
@@ -191,7 +219,8 @@ private Q_SLOTS:
         QVERIFY2(f.addRecipeCycle(&error), qPrintable(error));
         frmEquipment* w = open("Cycle Engine");
         QCOMPARE(f.prompt().count(), 1);
-        QCOMPARE(f.prompt().last().text, QString("Error 28 (Out of stack space)  procedure ViewEquipDetails of Module modMain"));
+        QCOMPARE(f.prompt().last().text,
+                 QString("Error 28 (Out of stack space)  procedure ViewEquipDetails of Module modMain"));
         QVERIFY2(w, "the header was read, so the window stays with what it has");
         QCOMPARE(w->treBlueprint->topLevelItem(0)->childCount(), 1);
     }
@@ -209,7 +238,8 @@ private Q_SLOTS:
         QVERIFY(f.prompt().calls().at(0).text.endsWith("  procedure FindType of Module modMain"));
         QVERIFY(f.prompt().calls().at(1).text.endsWith("procedure ViewEquipDetails of Module modMain"));
         for (int i = 0; i < root->childCount(); ++i)
-            if (NodeImage(root->child(i)) == buildimg::Component) { // a component node opens the component's view
+            if (NodeImage(root->child(i)) ==
+                buildimg::Component) { // a component node opens the component's view
                 Q_EMIT w->treBlueprint->itemDoubleClicked(root->child(i), 0);
                 QVERIFY(FindChildWindow("Component: " + RemoveExtra(root->child(i)->text(0))));
                 break;

@@ -1,10 +1,10 @@
 // The MOB view: fields with their null words, the Boss mark, the three trees, a new window on every
 // request, the report of a MOB that is not there, and a loot drop opening the record's own view.
-#include "viewsfixture.h"
-#include "viewswindows.h"
 #include "views/frmmobs.h"
 #include "views/openviews.h"
 #include "views/viewwidgets.h"
+#include "viewsfixture.h"
+#include "viewswindows.h"
 
 #include <QLabel>
 #include <QLineEdit>
@@ -19,29 +19,45 @@ private Q_SLOTS:
     void init() {
         QString error;
         QVERIFY2(f.setUp(false, &error), qPrintable(error));
-        QVERIFY2(f.exec({
-            "INSERT INTO MOBS (MOB_NAME, TYPE, FACTION, COMMENTS, LAST_UPDATED) VALUES ('Iron Maw', 'Mechanical', 'Drift Clans', "
-            "'Hunts near gates.', '2024-03-01 10:00:00')",
-            "INSERT INTO MOB_STATS (MOB_NAME, COMBAT_LEVEL, SHIELD, HULL, MASS, SIGNATURE, SCAN_RANGE, AGGRO_RANGE, BRAVERY, "
-            "AGGRESSIVENESS, ALTRUISM, INTELIGENCE, BOSS) VALUES ('Iron Maw', 14, 900, 1200, 300, 45, 4000, 1500, 'High', "
-            "'Very High', 'Low', 'Average', TRUE)",
-            "INSERT INTO MOBS (MOB_NAME, TYPE) VALUES ('Pale Leech', 'Organic')",
-            "INSERT INTO MOB_STATS (MOB_NAME, COMBAT_LEVEL, BOSS) VALUES ('Pale Leech', 3, FALSE)",
-            "INSERT INTO MOB_RESISTANCE (MOB_NAME, RESISTANCE, AMOUNT) VALUES ('Iron Maw', 'Kinetic', 30)",
-            "INSERT INTO MOBS_LOCATION (MOB_NAME, SECTOR_NAME, NAV_POINT, SPAWN_RATE) VALUES ('Iron Maw', 'Kell Reach', "
-            "'Old Gate', 'Average'), ('Iron Maw', 'Kell Reach', 'Ice Field', 'Sporadic')",
-            "INSERT INTO MOB_ITEM_DROP (MOB_NAME, ITEM_NAME, DROP_FREQUENCY) VALUES ('Iron Maw', 'Gear Box', 'Very Rare'), "
-            "('Iron Maw', 'Old Boot', 'very rare')",
-        }, &error), qPrintable(error));
+        QVERIFY2(
+            f.exec(
+                {
+                    "INSERT INTO MOBS (MOB_NAME, TYPE, FACTION, COMMENTS, LAST_UPDATED) VALUES ('Iron Maw', 'Mechanical', 'Drift Clans', "
+                    "'Hunts near gates.', '2024-03-01 10:00:00')",
+                    "INSERT INTO MOB_STATS (MOB_NAME, COMBAT_LEVEL, SHIELD, HULL, MASS, SIGNATURE, SCAN_RANGE, AGGRO_RANGE, BRAVERY, "
+                    "AGGRESSIVENESS, ALTRUISM, INTELIGENCE, BOSS) VALUES ('Iron Maw', 14, 900, 1200, 300, 45, 4000, 1500, 'High', "
+                    "'Very High', 'Low', 'Average', TRUE)",
+                    "INSERT INTO MOBS (MOB_NAME, TYPE) VALUES ('Pale Leech', 'Organic')",
+                    "INSERT INTO MOB_STATS (MOB_NAME, COMBAT_LEVEL, BOSS) VALUES ('Pale Leech', 3, FALSE)",
+                    "INSERT INTO MOB_RESISTANCE (MOB_NAME, RESISTANCE, AMOUNT) VALUES ('Iron Maw', 'Kinetic', 30)",
+                    "INSERT INTO MOBS_LOCATION (MOB_NAME, SECTOR_NAME, NAV_POINT, SPAWN_RATE) VALUES ('Iron Maw', 'Kell Reach', "
+                    "'Old Gate', 'Average'), ('Iron Maw', 'Kell Reach', 'Ice Field', 'Sporadic')",
+                    "INSERT INTO MOB_ITEM_DROP (MOB_NAME, ITEM_NAME, DROP_FREQUENCY) VALUES ('Iron Maw', 'Gear Box', 'Very Rare'), "
+                    "('Iron Maw', 'Old Boot', 'very rare')",
+                },
+                &error),
+            qPrintable(error));
     }
-    void cleanup() { closeViews(); f.tearDown(); }
+    void cleanup() {
+        closeViews();
+        f.tearDown();
+    }
     void fields_data() {
         QTest::addColumn<QString>("name");
-        QTest::addColumn<QStringList>("shown"); // type line, faction, level, hull, the four temperaments, comments
-        QTest::newRow("boss") << "Iron Maw" << QStringList{"Level 14 Mechanical Boss", "Drift Clans", "14", "1200", "High",
-                                                           "Very High", "Low", "Average", "Hunts near gates."};
-        QTest::newRow("nulls") << "Pale Leech" << QStringList{"Level 3 Organic", "Unknown", "3", "", "No Entry", "No Entry",
-                                                              "No Entry", "No Entry", ""};
+        QTest::addColumn<QStringList>(
+            "shown"); // type line, faction, level, hull, the four temperaments, comments
+        QTest::newRow("boss") << "Iron Maw" << QStringList{"Level 14 Mechanical Boss",
+                                                           "Drift Clans",
+                                                           "14",
+                                                           "1200",
+                                                           "High",
+                                                           "Very High",
+                                                           "Low",
+                                                           "Average",
+                                                           "Hunts near gates."};
+        QTest::newRow("nulls") << "Pale Leech"
+                               << QStringList{"Level 3 Organic", "Unknown",  "3",        "", "No Entry",
+                                              "No Entry",        "No Entry", "No Entry", ""};
     }
     void fields() {
         QFETCH(QString, name);
@@ -52,15 +68,16 @@ private Q_SLOTS:
         QVERIFY(w);
         QCOMPARE(w->lblName->text(), name);
         QStringList texts{w->lblType->text()};
-        for (QLineEdit* box : {w->txtFaction, w->txtLevel, w->txtHull, w->txtBravery, w->txtAggressiveness, w->txtAltruism,
-                               w->txtInteligence})
+        for (QLineEdit* box : {w->txtFaction, w->txtLevel, w->txtHull, w->txtBravery, w->txtAggressiveness,
+                               w->txtAltruism, w->txtInteligence})
             texts << box->text();
         QCOMPARE(texts << w->txtComments->toPlainText(), shown);
         QVERIFY(name != "Iron Maw" || w->txtLastUpdated->text().startsWith("2024-03-01"));
         QStringList tabs;
         for (int i = 0; i < w->tabMOBData->count(); ++i)
             tabs << w->tabMOBData->tabText(i);
-        QCOMPARE(tabs, (QStringList{"Attributes", "Comments", "Tactical Info", "Spawn Locations", "Loot Drops"}));
+        QCOMPARE(tabs,
+                 (QStringList{"Attributes", "Comments", "Tactical Info", "Spawn Locations", "Loot Drops"}));
     }
     void newWindowEachTime() {
         ViewMOBInfo("Iron Maw");
@@ -95,7 +112,9 @@ private Q_SLOTS:
         QVERIFY2(f.setUp(true, &error), qPrintable(error));
         ViewMOBInfo("Brother Kell's Wraith"); // a name with an apostrophe is found
         QCOMPARE(windows("Brother Kell's Wraith").size(), 1);
-        const QString mob = f.scalar("SELECT MOB_NAME FROM MOB_COMP_DROP WHERE DROP_FREQUENCY = 'Rare' ORDER BY MOB_NAME").toString();
+        const QString mob =
+            f.scalar("SELECT MOB_NAME FROM MOB_COMP_DROP WHERE DROP_FREQUENCY = 'Rare' ORDER BY MOB_NAME")
+                .toString();
         ViewMOBInfo(mob);
         frmMOBs* m = windows(mob).value(0);
         QVERIFY2(m, qPrintable(mob));

@@ -1,11 +1,11 @@
 // The component, raw-material, item and station views on the sample world: each opens by its name in
 // one window of its own, a missing record is reported, and the trees and lists lead to other views.
-#include "viewsfixture.h"
-#include "viewswindows.h"
 #include "views/equiptypes.h"
 #include "views/frmrecord.h"
 #include "views/openviews.h"
 #include "views/viewwidgets.h"
+#include "viewsfixture.h"
+#include "viewswindows.h"
 
 #include <QLabel>
 #include <QListWidget>
@@ -16,10 +16,14 @@
 
 namespace {
 void openKind(const QString& kind, const QString& name) {
-    if (kind == "Component") ViewComponent(name);
-    else if (kind == "Raw Material") ViewRawMaterial(name);
-    else if (kind == "Item") ViewItem(name);
-    else ViewStation(name);
+    if (kind == "Component")
+        ViewComponent(name);
+    else if (kind == "Raw Material")
+        ViewRawMaterial(name);
+    else if (kind == "Item")
+        ViewItem(name);
+    else
+        ViewStation(name);
 }
 
 frmRecordView* view(const QString& kind, const QString& name) {
@@ -31,19 +35,32 @@ frmRecordView* view(const QString& kind, const QString& name) {
 class TestFrmRecord : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void init() { QString e; QVERIFY2(f.setUp(true, &e), qPrintable(e)); }
-    void cleanup() { closeViews(); f.tearDown(); }
+    void init() {
+        QString e;
+        QVERIFY2(f.setUp(true, &e), qPrintable(e));
+    }
+    void cleanup() {
+        closeViews();
+        f.tearDown();
+    }
     void views_data() {
         QTest::addColumn<QString>("kind");
         QTest::addColumn<QString>("sql");
         QTest::addColumn<QString>("procedure");
-        QTest::newRow("component") << "Component" << "SELECT COMPONENT_NAME FROM COMPONENTS ORDER BY COMPONENT_NAME"
+        QTest::newRow("component") << "Component"
+                                   << "SELECT COMPONENT_NAME FROM COMPONENTS ORDER BY COMPONENT_NAME"
                                    << "ViewComponent";
-        QTest::newRow("raw material") << "Raw Material"
-            << "SELECT RAW_MATERIAL_NAME FROM RAW_MATERIALS_REFINES_FROM ORDER BY RAW_MATERIAL_NAME" << "ViewRawMaterial";
-        QTest::newRow("item") << "Item" << "SELECT ITEM_NAME FROM ITEMS ORDER BY ITEM_NAME" << "ViewItem";
-        QTest::newRow("station") << "Station" << "SELECT STATIONS_STATION FROM BUY_EQUIPMENT_LOCATION ORDER BY STATIONS_STATION"
-                                 << "ViewStation";
+        QTest::newRow("raw material")
+            << "Raw Material"
+            << "SELECT RAW_MATERIAL_NAME FROM RAW_MATERIALS_REFINES_FROM ORDER BY RAW_MATERIAL_NAME"
+            << "ViewRawMaterial";
+        QTest::newRow("item") << "Item"
+                              << "SELECT ITEM_NAME FROM ITEMS ORDER BY ITEM_NAME"
+                              << "ViewItem";
+        QTest::newRow("station")
+            << "Station"
+            << "SELECT STATIONS_STATION FROM BUY_EQUIPMENT_LOCATION ORDER BY STATIONS_STATION"
+            << "ViewStation";
     }
     void views() {
         QFETCH(QString, kind);
@@ -58,17 +75,20 @@ private Q_SLOTS:
         QVERIFY(w->treUsedIn->topLevelItemCount() > 0);
         QCOMPARE(w->cmdEdit->isHidden(), kind == "Station");
         QVERIFY(!w->cmdEdit->isEnabled()); // no editor yet
-        openKind(kind, name); // a second request brings the same window forward
+        openKind(kind, name);              // a second request brings the same window forward
         QCOMPARE(FindChildWindow(kind + ": " + name), w);
         QCOMPARE(visibleWindows(kind + ": " + name), 1);
         openKind(kind, "Nothing Here"); // a missing record is reported and opens nothing
         QCOMPARE(f.prompt().count(), 1);
-        QVERIFY2(f.prompt().last().text.endsWith("procedure " + procedure + " of Module modMain"), qPrintable(f.prompt().last().text));
+        QVERIFY2(f.prompt().last().text.endsWith("procedure " + procedure + " of Module modMain"),
+                 qPrintable(f.prompt().last().text));
         QVERIFY(!FindChildWindow(kind + ": Nothing Here"));
     }
     void navigation() {
         // From a station's "Sells" tree to the equipment view, by the marker of the node's key.
-        const QString station = f.scalar("SELECT STATIONS_STATION FROM BUY_EQUIPMENT_LOCATION ORDER BY STATIONS_STATION").toString();
+        const QString station =
+            f.scalar("SELECT STATIONS_STATION FROM BUY_EQUIPMENT_LOCATION ORDER BY STATIONS_STATION")
+                .toString();
         auto* w = view("Station", station);
         QVERIFY(w);
         QTreeWidgetItem* group = w->treUsedIn->topLevelItem(0);
@@ -80,7 +100,9 @@ private Q_SLOTS:
         QCOMPARE(visibleWindows(DeEnumerate(FindType(name)) + ": " + name, "frmEquipment"), 1);
 
         // From a component's "Bought At" list to the station view.
-        const QString comp = f.scalar("SELECT COMPONENTS_COMPONENT FROM BUY_COMPONENT_LOCATIONS ORDER BY COMPONENTS_COMPONENT").toString();
+        const QString comp =
+            f.scalar("SELECT COMPONENTS_COMPONENT FROM BUY_COMPONENT_LOCATIONS ORDER BY COMPONENTS_COMPONENT")
+                .toString();
         auto* c = view("Component", comp);
         QVERIFY(c && c->lstBuyLocations->count() > 0);
         const QString where = c->lstBuyLocations->item(0)->text();

@@ -1,11 +1,10 @@
 // The MOB trees and the trees of the other record views on a small database made here: group order,
 // keys, texts, frequency pictures and the "No Records Found" rules.
-#include "viewsfixture.h"
 #include "views/mobtrees.h"
 #include "views/recordtrees.h"
+#include "viewsfixture.h"
 
 #include <QTest>
-
 
 namespace {
 QStringList dump(const TreeNodeList& nodes) {
@@ -16,17 +15,28 @@ QStringList dump(const TreeNodeList& nodes) {
 }
 
 void populate(const QString& tree, const QString& name, TreeNodeList& nodes) {
-    if (tree == "tactical") PopulateTacticalTree(name, nodes);
-    else if (tree == "spawn") PopulateSpawnTree(name, nodes);
-    else if (tree == "loot") PopulateLootTree(name, nodes);
-    else if (tree == "equipment drops") PopulateMOBs(DropKind::Equipment, name, nodes);
-    else if (tree == "component drops") PopulateMOBs(DropKind::Component, name, nodes);
-    else if (tree == "raw drops") PopulateMOBs(DropKind::RawMaterial, name, nodes);
-    else if (tree == "item drops") PopulateMOBs(DropKind::Item, name, nodes);
-    else if (tree == "component used in") PopulateUsedIn(RecordKind::Component, name, nodes);
-    else if (tree == "raw used in") PopulateUsedIn(RecordKind::RawMaterial, name, nodes);
-    else if (tree == "item used in") PopulateUsedIn(RecordKind::Item, name, nodes);
-    else PopulateStationSells(name, nodes);
+    if (tree == "tactical")
+        PopulateTacticalTree(name, nodes);
+    else if (tree == "spawn")
+        PopulateSpawnTree(name, nodes);
+    else if (tree == "loot")
+        PopulateLootTree(name, nodes);
+    else if (tree == "equipment drops")
+        PopulateMOBs(DropKind::Equipment, name, nodes);
+    else if (tree == "component drops")
+        PopulateMOBs(DropKind::Component, name, nodes);
+    else if (tree == "raw drops")
+        PopulateMOBs(DropKind::RawMaterial, name, nodes);
+    else if (tree == "item drops")
+        PopulateMOBs(DropKind::Item, name, nodes);
+    else if (tree == "component used in")
+        PopulateUsedIn(RecordKind::Component, name, nodes);
+    else if (tree == "raw used in")
+        PopulateUsedIn(RecordKind::RawMaterial, name, nodes);
+    else if (tree == "item used in")
+        PopulateUsedIn(RecordKind::Item, name, nodes);
+    else
+        PopulateStationSells(name, nodes);
 }
 } // namespace
 
@@ -36,26 +46,30 @@ private Q_SLOTS:
     void init() {
         QString error;
         QVERIFY2(f.setUp(false, &error), qPrintable(error));
-        QVERIFY2(f.exec({
-            "INSERT INTO MOBS (MOB_NAME, TYPE, FACTION) VALUES ('Raider', 'Drone', 'Pirates')",
-            "INSERT INTO MOBS (MOB_NAME, TYPE) VALUES ('Ghost', 'Wraith')",
-            "INSERT INTO MOB_RESISTANCE (MOB_NAME, RESISTANCE, AMOUNT) VALUES ('Raider', 'Heat', 20), ('Raider', 'Cold', 5)",
-            "INSERT INTO MOB_WEAKNESS (MOB_NAME, WEAKNESS, AMOUNT) VALUES ('Raider', 'Ion', 15)",
-            "INSERT INTO MOB_ATTACK_TYPE (MOB_NAME, ATTACK_TYPE, AMOUNT) VALUES ('Ghost', 'Plasma', 40)",
-            "INSERT INTO MOBS_LOCATION (MOB_NAME, SECTOR_NAME, NAV_POINT, SPAWN_RATE) VALUES ('Raider', 'Sector B', 'Gate', "
-            "'Very Slow'), ('Raider', 'Sector A', 'Rock', 'Fast'), ('Raider', 'Sector A', 'Belt', 'Sometimes')",
-            "INSERT INTO MOB_EQUIP_DROP (MOB_NAME, EQUIPMENT_NAME, DROP_FREQUENCY) VALUES ('Raider', 'Ion Beam', 'Rare'), "
-            "('Raider', 'Lost Gun', 'rare'), ('Ghost', 'Ion Beam', 'Very Frequent')",
-            "INSERT INTO MOB_RAW_MAT_DROP (MOB_NAME, RAW_MATERIAL_NAME, DROP_FREQUENCY) VALUES ('Raider', 'Ore', 'Normal'), "
-            "('Raider', 'Alloy', 'Frequent')",
-            "INSERT INTO MOB_COMP_DROP (MOB_NAME, COMPONENT_NAME, DROP_FREQUENCY) VALUES ('Ghost', 'Coil', 'Seldom')",
-            "INSERT INTO EQUIPMENTS_COMPONENTS (EQUIPMENTS_EQUIPMENT, COMPONENTS_COMPONENT, AMOUNT) VALUES ('Ion Beam', 'Coil', 2)",
-            "INSERT INTO COMPONENTS_UPGRADE_FROM (COMPONENT_NAME, UPGRADE_FROM, AMOUNT) VALUES ('Big Coil', 'Coil', 1)",
-            "INSERT INTO RAW_MATERIALS_REFINES_FROM (RAW_MATERIAL_NAME, REFINES_FROM, AMOUNT) VALUES ('Alloy', 'Ore', 2)",
-            "INSERT INTO COMPONENTS_RAW_MATERIALS (COMPONENTS_COMPONENT, RAW_MATERIAL, AMOUNT) VALUES ('Coil', 'Ore', 1)",
-            "INSERT INTO BUY_EQUIPMENT_LOCATION (EQUIPMENTS_EQUIPMENT, STATIONS_STATION) VALUES ('Ion Beam', 'Port Kell')",
-            "INSERT INTO BUY_ITEM_LOCATIONS (ITEM_NAME, STATIONS_STATION) VALUES ('Crate', 'Port Kell')",
-        }, &error), qPrintable(error));
+        QVERIFY2(
+            f.exec(
+                {
+                    "INSERT INTO MOBS (MOB_NAME, TYPE, FACTION) VALUES ('Raider', 'Drone', 'Pirates')",
+                    "INSERT INTO MOBS (MOB_NAME, TYPE) VALUES ('Ghost', 'Wraith')",
+                    "INSERT INTO MOB_RESISTANCE (MOB_NAME, RESISTANCE, AMOUNT) VALUES ('Raider', 'Heat', 20), ('Raider', 'Cold', 5)",
+                    "INSERT INTO MOB_WEAKNESS (MOB_NAME, WEAKNESS, AMOUNT) VALUES ('Raider', 'Ion', 15)",
+                    "INSERT INTO MOB_ATTACK_TYPE (MOB_NAME, ATTACK_TYPE, AMOUNT) VALUES ('Ghost', 'Plasma', 40)",
+                    "INSERT INTO MOBS_LOCATION (MOB_NAME, SECTOR_NAME, NAV_POINT, SPAWN_RATE) VALUES ('Raider', 'Sector B', 'Gate', "
+                    "'Very Slow'), ('Raider', 'Sector A', 'Rock', 'Fast'), ('Raider', 'Sector A', 'Belt', 'Sometimes')",
+                    "INSERT INTO MOB_EQUIP_DROP (MOB_NAME, EQUIPMENT_NAME, DROP_FREQUENCY) VALUES ('Raider', 'Ion Beam', 'Rare'), "
+                    "('Raider', 'Lost Gun', 'rare'), ('Ghost', 'Ion Beam', 'Very Frequent')",
+                    "INSERT INTO MOB_RAW_MAT_DROP (MOB_NAME, RAW_MATERIAL_NAME, DROP_FREQUENCY) VALUES ('Raider', 'Ore', 'Normal'), "
+                    "('Raider', 'Alloy', 'Frequent')",
+                    "INSERT INTO MOB_COMP_DROP (MOB_NAME, COMPONENT_NAME, DROP_FREQUENCY) VALUES ('Ghost', 'Coil', 'Seldom')",
+                    "INSERT INTO EQUIPMENTS_COMPONENTS (EQUIPMENTS_EQUIPMENT, COMPONENTS_COMPONENT, AMOUNT) VALUES ('Ion Beam', 'Coil', 2)",
+                    "INSERT INTO COMPONENTS_UPGRADE_FROM (COMPONENT_NAME, UPGRADE_FROM, AMOUNT) VALUES ('Big Coil', 'Coil', 1)",
+                    "INSERT INTO RAW_MATERIALS_REFINES_FROM (RAW_MATERIAL_NAME, REFINES_FROM, AMOUNT) VALUES ('Alloy', 'Ore', 2)",
+                    "INSERT INTO COMPONENTS_RAW_MATERIALS (COMPONENTS_COMPONENT, RAW_MATERIAL, AMOUNT) VALUES ('Coil', 'Ore', 1)",
+                    "INSERT INTO BUY_EQUIPMENT_LOCATION (EQUIPMENTS_EQUIPMENT, STATIONS_STATION) VALUES ('Ion Beam', 'Port Kell')",
+                    "INSERT INTO BUY_ITEM_LOCATIONS (ITEM_NAME, STATIONS_STATION) VALUES ('Crate', 'Port Kell')",
+                },
+                &error),
+            qPrintable(error));
     }
     void cleanup() { f.tearDown(); }
     // "parent > key | text | picture" per node, in the order added.
@@ -63,44 +77,79 @@ private Q_SLOTS:
         QTest::addColumn<QString>("tree");
         QTest::addColumn<QString>("name");
         QTest::addColumn<QStringList>("lines");
-        QTest::newRow("tactical, no attack types") << "tactical" << "Raider" << QStringList{
-            " > Attack Types | Attack Types | 10", "Attack Types > Attack Types|Attack:No Records Found | No Records Found | 0",
-            " > Resistances | Resistances | 10", "Resistances > Resistances|Resist:Cold | Cold 5% | 0",
-            "Resistances > Resistances|Resist:Heat | Heat 20% | 0",
-            " > Weaknesses | Weaknesses | 10", "Weaknesses > Weaknesses|Weak:Ion | Ion 15% | 0"};
-        QTest::newRow("tactical, attack types only") << "tactical" << "Ghost" << QStringList{
-            " > Attack Types | Attack Types | 10", "Attack Types > Attack Types|Attack:Plasma | Plasma 40 Units | 0",
-            " > Resistances | Resistances | 10", "Resistances > Resistances|Resist:No Records Found | No Records Found | 0",
-            " > Weaknesses | Weaknesses | 10", "Weaknesses > Weaknesses|Weak:No Records Found | No Records Found | 0"};
-        QTest::newRow("no spawn places") << "spawn" << "Ghost" << QStringList{" > No Records Found | No Records Found | 0"};
-        QTest::newRow("loot") << "loot" << "Raider" << QStringList{
-            " > Equipment | Equipment | 10",
-            "Equipment > Equipment|Equip:Ion Beam | Ion Beam | 6", // "rare" in lower case is left out
-            " > Components | Components | 10", "Components > Components|No Records Found | No Records Found | 0",
-            " > Raw Materials | Raw Materials | 10", "Raw Materials > Raw Materials|RawMat:Alloy | Alloy | 8",
-            "Raw Materials > Raw Materials|RawMat:Ore | Ore | 7",
-            " > Items | Items | 10", "Items > Items|+No Records Found | No Records Found | 0"};
-        QTest::newRow("equipment drops") << "equipment drops" << "Ion Beam" << QStringList{
-            " > Ghost | Ghost | 12", "Ghost > Ghost| | Drop Rate: Very Frequent | 9",
-            " > Raider | Raider | 12", "Raider > Raider| | Drop Rate: Rare | 6"};
+        QTest::newRow("tactical, no attack types")
+            << "tactical"
+            << "Raider"
+            << QStringList{" > Attack Types | Attack Types | 10",
+                           "Attack Types > Attack Types|Attack:No Records Found | No Records Found | 0",
+                           " > Resistances | Resistances | 10",
+                           "Resistances > Resistances|Resist:Cold | Cold 5% | 0",
+                           "Resistances > Resistances|Resist:Heat | Heat 20% | 0",
+                           " > Weaknesses | Weaknesses | 10",
+                           "Weaknesses > Weaknesses|Weak:Ion | Ion 15% | 0"};
+        QTest::newRow("tactical, attack types only")
+            << "tactical"
+            << "Ghost"
+            << QStringList{" > Attack Types | Attack Types | 10",
+                           "Attack Types > Attack Types|Attack:Plasma | Plasma 40 Units | 0",
+                           " > Resistances | Resistances | 10",
+                           "Resistances > Resistances|Resist:No Records Found | No Records Found | 0",
+                           " > Weaknesses | Weaknesses | 10",
+                           "Weaknesses > Weaknesses|Weak:No Records Found | No Records Found | 0"};
+        QTest::newRow("no spawn places")
+            << "spawn"
+            << "Ghost" << QStringList{" > No Records Found | No Records Found | 0"};
+        QTest::newRow("loot")
+            << "loot"
+            << "Raider"
+            << QStringList{
+                   " > Equipment | Equipment | 10",
+                   "Equipment > Equipment|Equip:Ion Beam | Ion Beam | 6", // "rare" in lower case is left out
+                   " > Components | Components | 10",
+                   "Components > Components|No Records Found | No Records Found | 0",
+                   " > Raw Materials | Raw Materials | 10",
+                   "Raw Materials > Raw Materials|RawMat:Alloy | Alloy | 8",
+                   "Raw Materials > Raw Materials|RawMat:Ore | Ore | 7",
+                   " > Items | Items | 10",
+                   "Items > Items|+No Records Found | No Records Found | 0"};
+        QTest::newRow("equipment drops")
+            << "equipment drops"
+            << "Ion Beam"
+            << QStringList{" > Ghost | Ghost | 12", "Ghost > Ghost| | Drop Rate: Very Frequent | 9",
+                           " > Raider | Raider | 12", "Raider > Raider| | Drop Rate: Rare | 6"};
         // The drop list of a record shows the frequency as stored, whatever it is.
-        QTest::newRow("drop word as stored") << "equipment drops" << "Lost Gun"
-                                             << QStringList{" > Raider | Raider | 12", "Raider > Raider| | Drop Rate: rare | 0"};
-        QTest::newRow("component drops") << "component drops" << "Coil"
-                                         << QStringList{" > Ghost | Ghost | 12", "Ghost > Ghost| | Drop Rate: Seldom | 0"};
-        QTest::newRow("raw material drops") << "raw drops" << "Alloy"
-                                            << QStringList{" > Raider | Raider | 12", "Raider > Raider| | Drop Rate: Frequent | 8"};
-        QTest::newRow("no drops") << "item drops" << "Crate" << QStringList{" > No Records Found | No Records Found | 0"};
-        QTest::newRow("component used in") << "component used in" << "Coil" << QStringList{
-            " > Equipment | Equipment | 10", "Equipment > Equipment|Equip:Ion Beam | Ion Beam | 1",
-            " > Components | Components | 10", "Components > Components|Comp:Big Coil | Big Coil | 2"};
-        QTest::newRow("raw material used in") << "raw used in" << "Ore" << QStringList{
-            " > Components | Components | 10", "Components > Components|Comp:Coil | Coil | 2",
-            " > Raw Materials | Raw Materials | 10", "Raw Materials > Raw Materials|RawMat:Alloy | Alloy | 3"};
-        QTest::newRow("used nowhere") << "item used in" << "Crate" << QStringList{" > No Records Found | No Records Found | 0"};
-        QTest::newRow("station sells") << "station" << "Port Kell" << QStringList{
-            " > Equipment | Equipment | 10", "Equipment > Equipment|Equip:Ion Beam | Ion Beam | 1",
-            " > Items | Items | 10", "Items > Items|Item:Crate | Crate | 4"};
+        QTest::newRow("drop word as stored")
+            << "equipment drops"
+            << "Lost Gun" << QStringList{" > Raider | Raider | 12", "Raider > Raider| | Drop Rate: rare | 0"};
+        QTest::newRow("component drops")
+            << "component drops"
+            << "Coil" << QStringList{" > Ghost | Ghost | 12", "Ghost > Ghost| | Drop Rate: Seldom | 0"};
+        QTest::newRow("raw material drops")
+            << "raw drops"
+            << "Alloy"
+            << QStringList{" > Raider | Raider | 12", "Raider > Raider| | Drop Rate: Frequent | 8"};
+        QTest::newRow("no drops") << "item drops"
+                                  << "Crate" << QStringList{" > No Records Found | No Records Found | 0"};
+        QTest::newRow("component used in")
+            << "component used in"
+            << "Coil"
+            << QStringList{
+                   " > Equipment | Equipment | 10", "Equipment > Equipment|Equip:Ion Beam | Ion Beam | 1",
+                   " > Components | Components | 10", "Components > Components|Comp:Big Coil | Big Coil | 2"};
+        QTest::newRow("raw material used in")
+            << "raw used in"
+            << "Ore"
+            << QStringList{" > Components | Components | 10", "Components > Components|Comp:Coil | Coil | 2",
+                           " > Raw Materials | Raw Materials | 10",
+                           "Raw Materials > Raw Materials|RawMat:Alloy | Alloy | 3"};
+        QTest::newRow("used nowhere") << "item used in"
+                                      << "Crate" << QStringList{" > No Records Found | No Records Found | 0"};
+        QTest::newRow("station sells")
+            << "station"
+            << "Port Kell"
+            << QStringList{" > Equipment | Equipment | 10",
+                           "Equipment > Equipment|Equip:Ion Beam | Ion Beam | 1", " > Items | Items | 10",
+                           "Items > Items|Item:Crate | Crate | 4"};
     }
     void trees() {
         QFETCH(QString, tree);
@@ -127,7 +176,8 @@ private Q_SLOTS:
         QCOMPARE(lines.at(0), QString(" > Sector A | Sector A | 11"));
         QVERIFY(lines.mid(1, 2).contains("Sector A > Sector A|Nav:Rock | Rock | 8"));
         QVERIFY(lines.mid(1, 2).contains("Sector A > Sector A|Nav:Belt | Belt | 0"));
-        QCOMPARE(lines.mid(3), (QStringList{" > Sector B | Sector B | 11", "Sector B > Sector B|Nav:Gate | Gate | 5"}));
+        QCOMPARE(lines.mid(3),
+                 (QStringList{" > Sector B | Sector B | 11", "Sector B > Sector B|Nav:Gate | Gate | 5"}));
     }
 
 private:

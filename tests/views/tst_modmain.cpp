@@ -7,9 +7,9 @@
 #include "views/modmain.h"
 
 #include <QFile>
-#include <functional>
 #include <QTemporaryDir>
 #include <QTest>
+#include <functional>
 
 namespace {
 long errorOf(const std::function<void()>& call) {
@@ -48,36 +48,64 @@ private Q_SLOTS:
         QTest::addColumn<QString>("text");
         QTest::addColumn<QVariant>("value");
         QTest::addColumn<QString>("expected");
-        QTest::newRow("field computed") << "field" << "DAMAGE_PER_SECOND" << QVariant() << "Damage Per Second";
-        QTest::newRow("field unique") << "field" << "UNIQUE_FLAG" << QVariant() << "Unique";
+        QTest::newRow("field computed") << "field"
+                                        << "DAMAGE_PER_SECOND" << QVariant() << "Damage Per Second";
+        QTest::newRow("field unique") << "field"
+                                      << "UNIQUE_FLAG" << QVariant() << "Unique";
         // AMO becomes "Ammunition_", so the underscore that followed it makes a second blank.
-        QTest::newRow("field amo type") << "field" << "AMO_TYPE" << QVariant() << "Ammunition  Type";
-        QTest::newRow("field ammo range") << "field" << "AMMO_RANGE" << QVariant() << "Ammo Range";
-        QTest::newRow("field mixed case") << "field" << "energy_USE" << QVariant() << "Energy Use";
-        QTest::newRow("field custom 1") << "field" << "CUSTOM_01" << QVariant() << "Faction";
-        QTest::newRow("field custom caption") << "field" << "CUSTOM_02" << QVariant() << "My Note";
-        QTest::newRow("price -2") << "price" << "-2" << QVariant() << "Mission Reward";
-        QTest::newRow("price -1") << "price" << "-1" << QVariant() << "Loot Only";
-        QTest::newRow("price 0") << "price" << "0" << QVariant() << "Unknown";
-        QTest::newRow("price as given") << "price" << "1,250,000" << QVariant() << "1,250,000";
-        QTest::newRow("fee -1") << "fee" << "-1" << QVariant() << "Not Manufacturable";
-        QTest::newRow("fee -5") << "fee" << "-5" << QVariant() << "Not Manufacturable";
-        QTest::newRow("fee 0") << "fee" << "0" << QVariant() << "Unknown";
-        QTest::newRow("whole 999") << "whole" << "" << QVariant(999) << "999";
-        QTest::newRow("whole million") << "whole" << "" << QVariant(1234567) << "1,234,567";
-        QTest::newRow("whole negative") << "whole" << "" << QVariant(-1234) << "-1,234";
-        QTest::newRow("node level and amount") << "node" << "Ion Coil (L12) x3" << QVariant() << "Ion Coil";
-        QTest::newRow("node equipment") << "node" << "Ion Beam (L4 Beam) x2" << QVariant() << "Ion Beam";
+        QTest::newRow("field amo type") << "field"
+                                        << "AMO_TYPE" << QVariant() << "Ammunition  Type";
+        QTest::newRow("field ammo range") << "field"
+                                          << "AMMO_RANGE" << QVariant() << "Ammo Range";
+        QTest::newRow("field mixed case") << "field"
+                                          << "energy_USE" << QVariant() << "Energy Use";
+        QTest::newRow("field custom 1") << "field"
+                                        << "CUSTOM_01" << QVariant() << "Faction";
+        QTest::newRow("field custom caption") << "field"
+                                              << "CUSTOM_02" << QVariant() << "My Note";
+        QTest::newRow("price -2") << "price"
+                                  << "-2" << QVariant() << "Mission Reward";
+        QTest::newRow("price -1") << "price"
+                                  << "-1" << QVariant() << "Loot Only";
+        QTest::newRow("price 0") << "price"
+                                 << "0" << QVariant() << "Unknown";
+        QTest::newRow("price as given") << "price"
+                                        << "1,250,000" << QVariant() << "1,250,000";
+        QTest::newRow("fee -1") << "fee"
+                                << "-1" << QVariant() << "Not Manufacturable";
+        QTest::newRow("fee -5") << "fee"
+                                << "-5" << QVariant() << "Not Manufacturable";
+        QTest::newRow("fee 0") << "fee"
+                               << "0" << QVariant() << "Unknown";
+        QTest::newRow("whole 999") << "whole"
+                                   << "" << QVariant(999) << "999";
+        QTest::newRow("whole million") << "whole"
+                                       << "" << QVariant(1234567) << "1,234,567";
+        QTest::newRow("whole negative") << "whole"
+                                        << "" << QVariant(-1234) << "-1,234";
+        QTest::newRow("node level and amount") << "node"
+                                               << "Ion Coil (L12) x3" << QVariant() << "Ion Coil";
+        QTest::newRow("node equipment") << "node"
+                                        << "Ion Beam (L4 Beam) x2" << QVariant() << "Ion Beam";
         // An upgrade source keeps its level bracket: it does not resolve to a record.
-        QTest::newRow("node upgrade") << "node" << "Ion Beam (L4 Beam) (Upgrade)" << QVariant() << "Ion Beam (L4 Beam)";
-        QTest::newRow("node bracket first") << "node" << "(Odd)" << QVariant() << "(Odd)";
-        QTest::newRow("special percent") << "special|%" << "Shield Boost" << QVariant(12.345) << "Shield Boost +12.35%";
-        QTest::newRow("special points") << "special|points" << "Drain" << QVariant(-3) << "Drain -3 Points";
-        QTest::newRow("special zero") << "special|%" << "Cloak" << QVariant(0) << "Cloak";
-        QTest::newRow("special words") << "special|light years" << "Warp" << QVariant(2.5) << "Warp +2.5 Light Years";
-        QTest::newRow("detail") << "detail" << "ENERGY_USE" << QVariant(5) << "Energy Use: 5";
-        QTest::newRow("detail zero") << "detail" << "SHUNT" << QVariant(0) << "";
-        QTest::newRow("detail null") << "detail" << "SHUNT" << QVariant() << "";
+        QTest::newRow("node upgrade") << "node"
+                                      << "Ion Beam (L4 Beam) (Upgrade)" << QVariant() << "Ion Beam (L4 Beam)";
+        QTest::newRow("node bracket first") << "node"
+                                            << "(Odd)" << QVariant() << "(Odd)";
+        QTest::newRow("special percent") << "special|%"
+                                         << "Shield Boost" << QVariant(12.345) << "Shield Boost +12.35%";
+        QTest::newRow("special points") << "special|points"
+                                        << "Drain" << QVariant(-3) << "Drain -3 Points";
+        QTest::newRow("special zero") << "special|%"
+                                      << "Cloak" << QVariant(0) << "Cloak";
+        QTest::newRow("special words") << "special|light years"
+                                       << "Warp" << QVariant(2.5) << "Warp +2.5 Light Years";
+        QTest::newRow("detail") << "detail"
+                                << "ENERGY_USE" << QVariant(5) << "Energy Use: 5";
+        QTest::newRow("detail zero") << "detail"
+                                     << "SHUNT" << QVariant(0) << "";
+        QTest::newRow("detail null") << "detail"
+                                     << "SHUNT" << QVariant() << "";
     }
     void texts() {
         QFETCH(QString, what);
@@ -85,12 +113,18 @@ private Q_SLOTS:
         QFETCH(QVariant, value);
         QFETCH(QString, expected);
         QString actual;
-        if (what == "field") actual = FormatFieldName(text);
-        else if (what == "price" || what == "fee") actual = PriceText(text, what == "fee");
-        else if (what == "whole") actual = FormatWhole(value.toLongLong());
-        else if (what == "node") actual = RemoveExtra(text);
-        else if (what == "detail") actual = SpecialDetailText(text, value);
-        else actual = SpecialText(text, value, what.section('|', 1));
+        if (what == "field")
+            actual = FormatFieldName(text);
+        else if (what == "price" || what == "fee")
+            actual = PriceText(text, what == "fee");
+        else if (what == "whole")
+            actual = FormatWhole(value.toLongLong());
+        else if (what == "node")
+            actual = RemoveExtra(text);
+        else if (what == "detail")
+            actual = SpecialDetailText(text, value);
+        else
+            actual = SpecialText(text, value, what.section('|', 1));
         QCOMPARE(actual, expected);
     }
 
@@ -100,11 +134,26 @@ private Q_SLOTS:
         QTest::addColumn<QString>("key");
         QTest::addColumn<QString>("name");
         QTest::addColumn<QString>("tip");
-        QTest::newRow("name without underscores") << "1" << "beam" << "DAMAGE" << "Heavy_Beam" << "Damage of one HeavyBeam shot";
-        QTest::newRow("markup and line end") << "1.155" << "VIEW_EQUIPMENT" << "SRP" << ""
+        QTest::newRow("name without underscores") << "1"
+                                                  << "beam"
+                                                  << "DAMAGE"
+                                                  << "Heavy_Beam"
+                                                  << "Damage of one HeavyBeam shot";
+        QTest::newRow("markup and line end") << "1.155"
+                                             << "VIEW_EQUIPMENT"
+                                             << "SRP"
+                                             << ""
                                              << "Suggested price with 15.5% markup\r\nper unit";
-        QTest::newRow("plain") << "1" << "VIEW_EQUIPMENT" << "PLAIN" << "x" << "No marks here";
-        QTest::newRow("missing key") << "1" << "VIEW_EQUIPMENT" << "NOPE" << "x" << "";
+        QTest::newRow("plain") << "1"
+                               << "VIEW_EQUIPMENT"
+                               << "PLAIN"
+                               << "x"
+                               << "No marks here";
+        QTest::newRow("missing key") << "1"
+                                     << "VIEW_EQUIPMENT"
+                                     << "NOPE"
+                                     << "x"
+                                     << "";
     }
     void toolTip() {
         QFETCH(QString, markup);

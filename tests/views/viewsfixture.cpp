@@ -60,7 +60,9 @@ bool ViewsFixture::addRecipeCycle(QString* error) {
     return AddRecipeCycle(databaseFile(), RecipeCycle(), error) && reopen(error);
 }
 
-QString ViewsFixture::databaseFile() const { return path() + QStringLiteral("/data.vosk"); }
+QString ViewsFixture::databaseFile() const {
+    return path() + QStringLiteral("/data.vosk");
+}
 
 bool ViewsFixture::exec(const QStringList& statements, QString* error) {
     for (const QString& sql : statements) {

@@ -22,7 +22,9 @@ struct Box {
     int channel = 0; // 0 red, 1 green, 2 blue: the channel with the widest range
 };
 
-int channelOf(QRgb c, int ch) { return ch == 0 ? qRed(c) : ch == 1 ? qGreen(c) : qBlue(c); }
+int channelOf(QRgb c, int ch) {
+    return ch == 0 ? qRed(c) : ch == 1 ? qGreen(c) : qBlue(c);
+}
 
 void measure(Box& box, const std::vector<Entry>& entries) {
     int lo[3] = {255, 255, 255}, hi[3] = {0, 0, 0};
@@ -53,9 +55,10 @@ QList<QRgb> medianCut(std::vector<Entry> entries, int maxColours) {
             break;
         Box box = *widest;
         const int ch = box.channel;
-        std::sort(entries.begin() + box.begin, entries.begin() + box.end, [ch](const Entry& a, const Entry& b) {
-            return channelOf(a.colour, ch) < channelOf(b.colour, ch);
-        });
+        std::sort(entries.begin() + box.begin, entries.begin() + box.end,
+                  [ch](const Entry& a, const Entry& b) {
+                      return channelOf(a.colour, ch) < channelOf(b.colour, ch);
+                  });
         qint64 total = 0;
         for (int i = box.begin; i < box.end; ++i)
             total += entries[size_t(i)].weight;
@@ -284,7 +287,9 @@ QByteArray encode(const Indexed& picture) {
     return out;
 }
 
-QByteArray encode(const QImage& image, bool dither) { return encode(quantise(image, 256, dither)); }
+QByteArray encode(const QImage& image, bool dither) {
+    return encode(quantise(image, 256, dither));
+}
 
 bool write(const QImage& image, const QString& path, bool dither, QString* error) {
     QFile f(path);

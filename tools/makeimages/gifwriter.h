@@ -9,8 +9,8 @@
 namespace gif {
 
 struct Indexed {
-    QList<QRgb> palette;   // at most 256 opaque colours
-    QByteArray pixels;     // one palette index per pixel, row by row
+    QList<QRgb> palette; // at most 256 opaque colours
+    QByteArray pixels;   // one palette index per pixel, row by row
     int width = 0;
     int height = 0;
 };

@@ -29,7 +29,9 @@ QLinearGradient shade(QPointF from, QPointF to, const Ink& ink) {
     return g;
 }
 
-QPen outline(const Ink& ink) { return QPen(ink.dark.darker(160), 1); }
+QPen outline(const Ink& ink) {
+    return QPen(ink.dark.darker(160), 1);
+}
 
 void tile(QPainter& p) {
     QLinearGradient g(0, 0, 0, Size);
@@ -312,13 +314,18 @@ void crate(QPainter& p, const Ink& ink, QRandomGenerator&) {
 }
 
 using Painter = void (*)(QPainter&, const Ink&, QRandomGenerator&);
-constexpr std::array<Painter, 16> Families = {module, crystal, canister, chip,   ore,     missile, shield, reactor,
-                                              engine, beam,    ammo,     battery, gear,   disk,    ring,   crate};
+constexpr std::array<Painter, 16> Families = {module, crystal, canister, chip, ore,  missile,
+                                              shield, reactor, engine,   beam, ammo, battery,
+                                              gear,   disk,    ring,     crate};
 
 } // namespace
 
-int familyCount() { return int(Families.size()); }
-int colourCount() { return int(Hues.size()); }
+int familyCount() {
+    return int(Families.size());
+}
+int colourCount() {
+    return int(Hues.size());
+}
 
 QImage draw(int index) {
     QImage img(Size, Size, QImage::Format_ARGB32_Premultiplied);

@@ -7,6 +7,8 @@ namespace icons {
 constexpr int Size = 32;
 int familyCount();
 int colourCount();
-inline int count() { return familyCount() * colourCount(); }
+inline int count() {
+    return familyCount() * colourCount();
+}
 QImage draw(int index);
 } // namespace icons

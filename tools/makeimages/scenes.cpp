@@ -12,7 +12,8 @@ namespace {
 void nebula(QPainter& p, QRandomGenerator& rng, const QRectF& area, const QList<QColor>& tints, int clouds) {
     p.setPen(Qt::NoPen);
     for (int i = 0; i < clouds; ++i) {
-        const QPointF c(area.left() + rng.bounded(int(area.width())), area.top() + rng.bounded(int(area.height())));
+        const QPointF c(area.left() + rng.bounded(int(area.width())),
+                        area.top() + rng.bounded(int(area.height())));
         const double r = 80 + rng.bounded(220);
         QColor tint = tints.at(int(rng.bounded(int(tints.size()))));
         QRadialGradient g(c, r);
@@ -24,7 +25,8 @@ void nebula(QPainter& p, QRandomGenerator& rng, const QRectF& area, const QList<
     }
 }
 
-void stars(QPainter& p, QRandomGenerator& rng, const QSize& size, int count, const QColor& colour, double maxRadius) {
+void stars(QPainter& p, QRandomGenerator& rng, const QSize& size, int count, const QColor& colour,
+           double maxRadius) {
     p.setPen(Qt::NoPen);
     for (int i = 0; i < count; ++i) {
         QColor c = colour;
@@ -44,10 +46,12 @@ void planet(QPainter& p, QPointF centre, double radius, QColor lit, QColor dark,
         p.setBrush(Qt::NoBrush);
         QColor c = ringColour;
         p.setPen(QPen(c, radius * 0.07, Qt::SolidLine, Qt::FlatCap));
-        p.drawArc(QRectF(-radius * 1.75, -radius * 0.38, radius * 3.5, radius * 0.76), startDegrees * 16, 180 * 16);
+        p.drawArc(QRectF(-radius * 1.75, -radius * 0.38, radius * 3.5, radius * 0.76), startDegrees * 16,
+                  180 * 16);
         c.setAlpha(c.alpha() / 2);
         p.setPen(QPen(c, radius * 0.12, Qt::SolidLine, Qt::FlatCap));
-        p.drawArc(QRectF(-radius * 1.5, -radius * 0.31, radius * 3.0, radius * 0.62), startDegrees * 16, 180 * 16);
+        p.drawArc(QRectF(-radius * 1.5, -radius * 0.31, radius * 3.0, radius * 0.62), startDegrees * 16,
+                  180 * 16);
         p.restore();
     };
     ringHalf(0);
@@ -75,8 +79,8 @@ QImage background() {
     nebula(p, rng, QRectF(0, 0, size.width(), size.height()),
            {QColor(180, 200, 240, 40), QColor(220, 190, 235, 34), QColor(180, 225, 225, 34)}, 14);
     stars(p, rng, size, 900, QColor(120, 130, 160), 1.6);
-    planet(p, QPointF(size.width() - 260, size.height() - 230), 150, QColor(236, 238, 246), QColor(200, 208, 226),
-           QColor(170, 182, 210, 90));
+    planet(p, QPointF(size.width() - 260, size.height() - 230), 150, QColor(236, 238, 246),
+           QColor(200, 208, 226), QColor(170, 182, 210, 90));
     planet(p, QPointF(230, 190), 38, QColor(242, 236, 236), QColor(214, 204, 208), QColor(0, 0, 0, 0));
     return img;
 }
