@@ -2,8 +2,11 @@
 // memory a filled list takes, and how fast a 10,000-node build tree is built. Every figure is the
 // median of several runs after a warm-up run, printed with its goal.
 //
-//   vosk-bench [--data DIR] [--runs N] [--sizes 10000,100000,1000000] [--only fill,find,sort,tree,memory]
+//   vosk-bench [--data DIR] [--runs N] [--sizes 10000,100000,1000000] [--only fill,find,sort,tree,memory,...]
+//
+// The figure groups of the other parts (figures.h) follow the list's; --only names them too.
 #include "benchutil.h"
+#include "figures.h"
 #include "listbench.h"
 
 #include "data/database.h"
@@ -11,8 +14,8 @@
 #include "lists/listmodel.h"
 #include "views/buildtree.h"
 
+#include <QApplication>
 #include <QCommandLineParser>
-#include <QCoreApplication>
 #include <QDir>
 #include <QProcess>
 
@@ -128,7 +131,11 @@ void memoryFigure(const QString& file) {
 } // namespace
 
 int main(int argc, char** argv) {
-    QCoreApplication app(argc, argv);
+    // Some figures draw windows: without a display they draw offscreen.
+    if (qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") &&
+        qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication app(argc, argv);
     QCommandLineParser parser;
     parser.addHelpOption();
     const QCommandLineOption dataOpt(
@@ -141,9 +148,13 @@ int main(int argc, char** argv) {
                                       QStringLiteral("list"), QStringLiteral("10000,100000,1000000"));
     const QCommandLineOption childOpt(QStringLiteral("memory-child"), QStringLiteral("(internal)"),
                                       QStringLiteral("file"));
+    QStringList groups = {QStringLiteral("fill"), QStringLiteral("find"), QStringLiteral("sort"),
+                          QStringLiteral("tree"), QStringLiteral("memory")};
+    for (const NamedGroup& g : registeredFigures())
+        groups.append(g.name);
     const QCommandLineOption onlyOpt(QStringLiteral("only"),
-                                     QStringLiteral("Only these figures: fill,find,sort,tree,memory."),
-                                     QStringLiteral("list"), QStringLiteral("fill,find,sort,tree,memory"));
+                                     QStringLiteral("Only these figures: ") + groups.join(u',') + u'.',
+                                     QStringLiteral("list"), groups.join(u','));
     parser.addOptions({dataOpt, runsOpt, sizesOpt, childOpt, onlyOpt});
     parser.process(app);
     try {
@@ -154,7 +165,11 @@ int main(int argc, char** argv) {
         const QStringList only = parser.value(onlyOpt).split(QLatin1Char(','));
         std::printf("vosk-bench: medians of %d runs after a warm-up\n", runs);
         QString largest;
-        for (const QString& s : parser.value(sizesOpt).split(QLatin1Char(','), Qt::SkipEmptyParts)) {
+        const bool listFigures = std::any_of(groups.begin(), groups.begin() + 5,
+                                             [&](const QString& g) { return only.contains(g); });
+        const QStringList sizes =
+            listFigures ? parser.value(sizesOpt).split(QLatin1Char(','), Qt::SkipEmptyParts) : QStringList();
+        for (const QString& s : sizes) {
             const qint64 size = s.toLongLong();
             QString error;
             const QString file = ensureDatabase(parser.value(dataOpt), size, size == 10000, &error);
@@ -178,6 +193,13 @@ int main(int argc, char** argv) {
         }
         if (!largest.isEmpty())
             memoryFigure(largest);
+        const Context context{parser.value(dataOpt), runs};
+        for (const NamedGroup& g : registeredFigures()) {
+            if (!only.contains(g.name))
+                continue;
+            std::printf("--- %s\n", qPrintable(g.name));
+            g.group(context);
+        }
     } catch (const VbError& e) {
         std::printf("database error %ld: %s\n", e.number, qPrintable(e.description));
         return 1;

@@ -4,6 +4,7 @@
 
 #include "app/mainsettings.h"
 #include "app/modmain_app.h"
+#include "app/wiring.h"
 #include "core/childwindows.h"
 #include "core/imagestore.h"
 #include "core/inifile.h"
@@ -75,6 +76,7 @@ frmMain::frmMain(QWidget* parent) : QMainWindow(parent), d(new Impl(this)) {
         LoadSettings();
     }
     cmbData_Click();
+    WireMainWindow(*this);
 }
 
 frmMain::~frmMain() {

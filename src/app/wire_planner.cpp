@@ -1,0 +1,7 @@
+// The shopping list.
+#include "app/frmmain.h"
+#include "app/wiring.h"
+
+void wirePlanner(frmMain& w) {
+    Q_UNUSED(w);
+}
