@@ -136,8 +136,7 @@ QList<QPair<QString, QString>> frmRecordView::fields() const {
 
 void frmRecordView::addField(const QString& caption, const QString& value) {
     QLineEdit* box = NewBox(this, QStringLiteral("txtField_%1").arg(m_fields.size()));
-    box->setText(value);
-    box->setCursorPosition(0);
+    SetBoxText(box, value);
     m_form->addRow(caption + ":", box);
     m_fields.append({caption, value});
 }
