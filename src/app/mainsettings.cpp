@@ -110,9 +110,15 @@ QList<int> VisualOrder(const QStringList& columns, const QStringList& savedOrder
         if (c >= 0 && !order.contains(c))
             order << c;
     }
-    for (int c = 0; c < int(columns.size()); ++c)
-        if (!order.contains(c))
-            order.insert(c == 0 ? 0 : order.indexOf(c - 1) + 1, c);
+    for (int c = 0; c < int(columns.size()); ++c) {
+        if (order.contains(c))
+            continue;
+        qsizetype at = 0;
+        for (qsizetype i = 0; i < order.size(); ++i)
+            if (order.at(i) < c)
+                at = i + 1;
+        order.insert(at, c);
+    }
     return order;
 }
 

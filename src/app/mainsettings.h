@@ -46,8 +46,8 @@ void SaveColumnLayout(const QString& key, const ColumnLayout& layout);
 ColumnLayout LoadColumnLayout(const QString& key);
 
 // The visual order of a list's columns (logical indices, the first shown first) under a saved order
-// of column names: the saved columns the list has, in their saved order, and each column the saved
-// order does not name right after the column before it in the list.
+// of column names: the saved columns the list has, in their saved order; each column the saved order
+// does not name goes after every column that comes before it in the statement.
 QList<int> VisualOrder(const QStringList& columns, const QStringList& savedOrder);
 // Column widths that fit into budget pixels: when they do not, the widest columns are cut down to one
 // common width (never below minimum) and the narrower ones keep theirs.

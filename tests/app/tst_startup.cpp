@@ -11,6 +11,7 @@
 #include "data/database.h"
 #include "data/recordset.h"
 #include "data/schema.h"
+#include "viewsfixture.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -38,7 +39,7 @@ private Q_SLOTS:
     void initTestCase() {
         // The settings store and the instance lock of the user running the tests stay untouched.
         QVERIFY(m_home.isValid());
-        qputenv("XDG_CONFIG_HOME", m_home.filePath("config").toLocal8Bit());
+        IsolateSettings(m_home.path());
         qputenv("HOME", m_home.path().toLocal8Bit());
         setInstanceLockPath(m_home.filePath("VOSK.instance.lock"));
         setWindowUnloader(&UnloadAllWindows);
