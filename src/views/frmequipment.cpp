@@ -75,8 +75,13 @@ void frmEquipment::buildLayout() {
     tabEquipment->addTab(pricesPage(), QStringLiteral("Prices"));
     tabEquipment->addTab(commentsPage(), QStringLiteral("Comments"));
     tabEquipment->addTab(otherPage(), QStringLiteral("Other"));
+    // Pages added only when the record has them; until then the window owns them, out of sight.
     m_ammoPage = ammoPage();
     m_specialsPage = specialsPage();
+    for (QWidget* page : {m_ammoPage, m_specialsPage}) {
+        page->setParent(this);
+        page->hide();
+    }
     top->addWidget(tabEquipment, 1);
 
     QHBoxLayout* buttons = NewButtonRow();
