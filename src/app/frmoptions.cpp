@@ -122,6 +122,7 @@ void frmOptions::buildWidgets() {
     txtMarkup->setRange(-100.0, 1000.0);
     txtMarkup->setDecimals(2);
     txtMarkup->setSuffix(QStringLiteral(" %"));
+    txtMarkup->setMaximumWidth(120);
     generalForm->addRow(tr("Price &mark-up:"), txtMarkup);
     cmbDblClick = new QComboBox(general);
     named(cmbDblClick, "cmbDblClick");

@@ -5,7 +5,6 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 #include <QStringDecoder>
 #include <QStringEncoder>
 #include <memory>
@@ -240,17 +239,13 @@ QByteArray ProfileFile::bytes() const {
 bool ProfileFile::save() const {
     if (readOnly(m_file))
         return false;
-    QSaveFile out(m_file);
-    // A folder the program may not add files to still lets it rewrite a file it may write.
-    out.setDirectWriteFallback(true);
-    if (!out.open(QIODevice::WriteOnly))
+    // Rewritten in place and not forced to the disk, as the profile functions do: the channel writes
+    // dozens of pages for one answer, and a sync for each would keep the player waiting.
+    QFile out(m_file);
+    if (!out.open(QIODevice::WriteOnly | QIODevice::Truncate))
         return false;
     const QByteArray data = bytes();
-    if (out.write(data) != data.size()) {
-        out.cancelWriting();
-        return false;
-    }
-    return out.commit();
+    return out.write(data) == data.size() && out.flush();
 }
 
 QString ReadProfileString(const QString& file, const QString& section, const QString& key,
