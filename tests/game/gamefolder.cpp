@@ -5,6 +5,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <filesystem>
 
 namespace {
@@ -33,6 +34,14 @@ bool GameFolder::setUp(QString* error) {
 
 QString GameFolder::page(int character, int page) const {
     return caplog::pagePath(output(), stems().at(character), page);
+}
+
+QList<int> GameFolder::answerPages(int character, int last) const {
+    QList<int> pages;
+    for (int p = caplog::AnswerPage + 1; p <= last; ++p)
+        if (QFileInfo::exists(page(character, p)))
+            pages << p;
+    return pages;
 }
 
 void GameFolder::typeCommand(int character, const QString& command, int seconds) const {

@@ -3,6 +3,7 @@
 // two characters among files that must not be taken for characters, and a Wine prefix whose Windows
 // folder receives the bare-name options writes.
 #include <QByteArray>
+#include <QList>
 #include <QString>
 #include <QStringList>
 #include <QTemporaryDir>
@@ -18,9 +19,11 @@ public:
     // The characters' stems in the order the channel finds them.
     static QStringList stems() { return {QStringLiteral("player12_log"), QStringLiteral("Player7_log")}; }
     QString page(int character, int page) const;
+    // The pages from 954 up to `last` that exist (build views may run past 999).
+    QList<int> answerPages(int character, int last = 1300) const;
 
-    // Writes the command page as the game does and dates it `seconds` after a fixed start, so that
-    // every later command is seen as newer whatever the file system's clock resolution.
+    // Writes the command page as the game does, dated `seconds` after a fixed start, so that a later
+    // command is newer whatever the file system's clock resolution.
     void typeCommand(int character, const QString& command, int seconds) const;
     void setModified(const QString& file, int seconds) const;
 
@@ -30,7 +33,7 @@ private:
 
 QByteArray readBytes(const QString& file);
 bool writeBytes(const QString& file, const QByteArray& bytes);
-// A page as the game shows it: "LINES" lines of the page, joined by CR LF.
+// A page as the game shows it: its "LINES" lines joined by CR LF.
 QString shownText(const QString& pageFile);
 // The bytes of a page written afresh with these lines.
 QByteArray freshPage(const QStringList& lines);
