@@ -87,7 +87,7 @@ frmMOBs::frmMOBs(QWidget* parent) : QWidget(parent) {
 
     QHBoxLayout* buttons = NewButtonRow();
     cmdEdit = AddButton(buttons, this, QStringLiteral("&Edit"), QStringLiteral("cmdEdit"));
-    cmdEdit->setEnabled(editorOpener() != nullptr);
+    cmdEdit->setEnabled(CanEdit(QStringLiteral("MOBs")));
     cmdClose = AddButton(buttons, this, QStringLiteral("&Close"), QStringLiteral("cmdClose"));
     top->addLayout(buttons);
     connect(cmdClose, &QPushButton::clicked, this, &QWidget::close);

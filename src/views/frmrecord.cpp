@@ -109,7 +109,7 @@ frmRecordView::frmRecordView(Kind kind, QWidget* parent) : QWidget(parent), m_ki
     cmdBuildView->setVisible(kind == Component || kind == RawMaterial);
     cmdEdit = AddButton(buttons, this, QStringLiteral("&Edit"), QStringLiteral("cmdEdit"));
     cmdEdit->setVisible(kind != Station);
-    cmdEdit->setEnabled(editorOpener() != nullptr);
+    cmdEdit->setEnabled(CanEdit(QLatin1String(kEditorKinds[kind])));
     cmdClose = AddButton(buttons, this, QStringLiteral("&Close"), QStringLiteral("cmdClose"));
     top->addLayout(buttons);
     connect(cmdClose, &QPushButton::clicked, this, &QWidget::close);

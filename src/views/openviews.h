@@ -20,3 +20,8 @@ void ViewStation(const QString& name);
 using EditorOpener = void (*)(const QString& kind, const QString& name);
 void setEditorOpener(EditorOpener opener);
 EditorOpener editorOpener();
+// Which kinds have an editor. Without it, every kind counts as having one once an opener is set.
+using EditorAvailable = bool (*)(const QString& kind);
+void setEditorAvailable(EditorAvailable available);
+// True when Edit can open the kind's editor: an opener is set and the kind has an editor.
+bool CanEdit(const QString& kind);
