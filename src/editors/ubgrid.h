@@ -33,6 +33,8 @@ public:
     // that table (frmListEditDialog), and the list is read again afterwards. The list's query is the
     // drop-down specification's ("SELECT SPECIAL FROM SPECIALS ORDER BY SPECIAL").
     void setLookup(int col, const LookupTable& lookup, const QString& listQuery);
+    // Opens the lookup editor of a column set up with setLookup, then reads the column's list again.
+    void editLookup(int col);
 
     // The data cell of a view index and back (model numbers: row 0 is the header).
     int gridRow(const QModelIndex& index) const { return index.row() + 1; }
@@ -52,7 +54,6 @@ protected:
 private:
     void applyLayout();
     void removeCurrentRow();
-    void editLookup(int col);
 
     struct Lookup {
         LookupTable table;
