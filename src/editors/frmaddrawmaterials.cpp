@@ -80,6 +80,7 @@ QWidget* frmAddRawMaterials::buildGeneral() {
     cmbLevel->setEditable(true);
     cmbLevel->setValidator(new QIntValidator(0, 9999, cmbLevel));
     cmbLevel->setInsertPolicy(QComboBox::NoInsert);
+    cmbLevel->setMaximumWidth(120);
     txtPrice = new QLineEdit(page);
     txtPrice->setObjectName(QStringLiteral("txtPrice"));
     static const QRegularExpression whole(QStringLiteral("-?[0-9]{0,10}"));
@@ -101,10 +102,15 @@ QWidget* frmAddRawMaterials::buildGeneral() {
     auto* picture = new QHBoxLayout;
     picture->addWidget(m_pictureButton);
     picture->addStretch();
-    form->addRow(tr("&Name:"), txtName);
-    form->addRow(tr("&Level:"), cmbLevel);
-    form->addRow(tr("&Price:"), price);
-    form->addRow(tr("P&icture:"), picture);
+    auto label = [page](const QString& text, QWidget* buddy) {
+        auto* l = new QLabel(text, page);
+        l->setBuddy(buddy);
+        return l;
+    };
+    form->addRow(label(tr("&Name:"), txtName), txtName);
+    form->addRow(label(tr("&Level:"), cmbLevel), cmbLevel);
+    form->addRow(label(tr("&Price:"), txtPrice), price);
+    form->addRow(label(tr("P&icture:"), m_pictureButton), picture);
     col->addLayout(form);
 
     auto* box = new QGroupBox(rawmat::grid(QStringLiteral("ubgMOBs")).caption, page);
@@ -185,6 +191,7 @@ bool frmAddRawMaterials::load(const QString& name) {
             setRecordName(m_loaded.name);
             // The name identifies the record being changed; renaming is the main window's Rename.
             txtName->setReadOnly(true);
+            txtName->setToolTip(tr("To rename the record, use Rename in the main window."));
             FillList(lstBuyLocations, rawmat::buyLocationsSql(m_loaded.name));
             FillList(lstMineLocations, rawmat::mineLocationsSql(m_loaded.name));
         }
