@@ -18,7 +18,6 @@ EditorWindow::EditorWindow(const QString& objectName, const QString& kind, QWidg
     m_buttons = NewButtonRow();
     cmdSave = AddButton(m_buttons, this, QStringLiteral("&Save"), QStringLiteral("cmdSave"));
     cmdCancel = AddButton(m_buttons, this, QStringLiteral("Cancel"), QStringLiteral("cmdCancel"));
-    cmdSave->setToolTip(tr("Save the record and close (Ctrl+S)"));
     connect(cmdSave, &QPushButton::clicked, this, [this] { cmdSave_Click(); });
     connect(cmdCancel, &QPushButton::clicked, this, &QWidget::close);
     auto* save = new QShortcut(QKeySequence::Save, this);

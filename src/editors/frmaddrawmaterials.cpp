@@ -65,6 +65,22 @@ frmAddRawMaterials::frmAddRawMaterials(QWidget* parent)
     ubgManuRawMats = grid(QStringLiteral("ubgManuRawMats"));
     ubgBlueRawMats = grid(QStringLiteral("ubgBlueRawMats"));
     ubgBlueItems = grid(QStringLiteral("ubgBlueItems"));
+
+    const struct {
+        QWidget* widget;
+        const char* key;
+    } tips[] = {{txtName, "NAME"},
+                {cmbLevel, "LEVEL"},
+                {txtPrice, "PRICE"},
+                {m_pictureButton, "PICTURE"},
+                {lstBuyLocations, "BUY_LOCATIONS"},
+                {lstMineLocations, "MINE_LOCATIONS"},
+                {txtComments, "COMMENTS"},
+                {cmdSave, "SAVE"},
+                {cmdCancel, "CANCEL"}};
+    for (const auto& t : tips)
+        SetTip(t.widget, GetToolTip(QStringLiteral("ADD_RAW_MATERIALS"), QLatin1String(t.key),
+                                    QStringLiteral("raw material")));
     resize(660, 540);
 }
 
@@ -88,8 +104,6 @@ QWidget* frmAddRawMaterials::buildGeneral() {
     txtPrice->setAlignment(Qt::AlignRight);
     txtPrice->setMaximumWidth(120);
     txtPrice->setContextMenuPolicy(Qt::CustomContextMenu);
-    txtPrice->setToolTip(tr("What a station asks for one unit. Right-click for Mission Reward, Loot Only or "
-                            "Unknown."));
     lblPriceWord = new QLabel(page);
     lblPriceWord->setObjectName(QStringLiteral("lblPriceWord"));
     auto* price = new QHBoxLayout;
@@ -98,7 +112,6 @@ QWidget* frmAddRawMaterials::buildGeneral() {
     m_pictureButton = new QPushButton(page);
     m_pictureButton->setObjectName(QStringLiteral("cmdPicture"));
     m_pictureButton->setIconSize(QSize(32, 32));
-    m_pictureButton->setToolTip(tr("Choose the record's picture"));
     auto* picture = new QHBoxLayout;
     picture->addWidget(m_pictureButton);
     picture->addStretch();
@@ -191,7 +204,6 @@ bool frmAddRawMaterials::load(const QString& name) {
             setRecordName(m_loaded.name);
             // The name identifies the record being changed; renaming is the main window's Rename.
             txtName->setReadOnly(true);
-            txtName->setToolTip(tr("To rename the record, use Rename in the main window."));
             FillList(lstBuyLocations, rawmat::buyLocationsSql(m_loaded.name));
             FillList(lstMineLocations, rawmat::mineLocationsSql(m_loaded.name));
         }
