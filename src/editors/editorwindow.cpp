@@ -2,6 +2,7 @@
 
 #include "core/childwindows.h"
 #include "core/prompt.h"
+#include "data/database.h"
 #include "views/viewwidgets.h"
 
 #include <QAbstractItemView>
@@ -55,7 +56,8 @@ SaveResult EditorWindow::cmdSave_Click() {
 }
 
 void EditorWindow::closeEvent(QCloseEvent* event) {
-    if (!m_closing && hasChanges() &&
+    // When the program is closing (the connection is gone), nothing could be saved any more: no question.
+    if (!m_closing && db().isOpen() && hasChanges() &&
         MsgBox(QStringLiteral("Close without saving the changes to ") +
                    (m_name.isEmpty() ? QStringLiteral("the new record")
                                      : QLatin1Char('\'') + m_name + QLatin1Char('\'')) +

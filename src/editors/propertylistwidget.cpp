@@ -20,6 +20,19 @@ namespace {
 constexpr int RowRole = Qt::UserRole + 1;
 const char* const DateFormat = "yyyy-MM-dd hh:mm:ss";
 
+// Rows are chosen whole; an edit started anywhere on a row edits its value.
+class PropertyTree : public QTreeWidget {
+public:
+    using QTreeWidget::QTreeWidget;
+
+protected:
+    bool edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) override {
+        if (index.isValid() && index.column() == 0)
+            return QTreeWidget::edit(index.siblingAtColumn(1), trigger, event);
+        return QTreeWidget::edit(index, trigger, event);
+    }
+};
+
 class PropertyDelegate : public QStyledItemDelegate {
 public:
     explicit PropertyDelegate(PropertyListWidget* owner) : QStyledItemDelegate(owner), m_owner(owner) {}
@@ -120,7 +133,7 @@ PropertyListWidget::PropertyListWidget(const QString& name, QWidget* parent) : Q
     setObjectName(name);
     auto* col = new QVBoxLayout(this);
     col->setContentsMargins(0, 0, 0, 0);
-    m_tree = new QTreeWidget(this);
+    m_tree = new PropertyTree(this);
     m_tree->setObjectName(name + QStringLiteral("Rows"));
     m_tree->setColumnCount(2);
     m_tree->setHeaderLabels({QStringLiteral("Property"), QStringLiteral("Value")});
@@ -146,6 +159,14 @@ PropertyListWidget::PropertyListWidget(const QString& name, QWidget* parent) : Q
     connect(m_tree, &QTreeWidget::currentItemChanged, this, &PropertyListWidget::showHelp);
     connect(m_tree, &QWidget::customContextMenuRequested, this, &PropertyListWidget::popupMenu);
     m_list.onChanged = [this](int index) { showRow(index); };
+}
+
+PropertyListWidget::~PropertyListWidget() {
+    // An editor still open would hand its value over as the tree goes; nobody reads it any more.
+    m_dying = true;
+    m_list.onChanged = nullptr;
+    delete m_tree;
+    m_tree = nullptr;
 }
 
 void PropertyListWidget::rebuild() {
@@ -227,6 +248,8 @@ void PropertyListWidget::showHelp() {
 }
 
 bool PropertyListWidget::editValue(const QString& key, const QString& value) {
+    if (m_dying)
+        return false;
     const int i = m_list.indexOf(key);
     const QString why = m_list.checkValue(i, value);
     if (!why.isEmpty()) {

@@ -19,6 +19,7 @@ class PropertyListWidget : public QWidget {
     Q_OBJECT
 public:
     explicit PropertyListWidget(const QString& name, QWidget* parent = nullptr);
+    ~PropertyListWidget() override;
 
     PropertyList& list() { return m_list; }
     const PropertyList& list() const { return m_list; }
@@ -49,4 +50,5 @@ private:
     PropertyList m_list;
     QTreeWidget* m_tree = nullptr;
     QLabel* m_help = nullptr;
+    bool m_dying = false;
 };

@@ -68,7 +68,25 @@ private Q_SLOTS:
         auto* rv = qobject_cast<frmRecordView*>(FindChildWindow("Raw Material: " + raw));
         QVERIFY(rv && rv->cmdEdit->isEnabled());
         rv->cmdEdit->click();
-        QVERIFY(qobject_cast<frmAddRawMaterials*>(FindChildWindow("Edit: " + raw)));
+        auto* e = qobject_cast<frmAddRawMaterials*>(FindChildWindow("Edit: " + raw));
+        QVERIFY(e);
+        const auto shownPrice = [](const frmRecordView* v) {
+            for (const auto& field : v->fields())
+                if (field.first == "Price")
+                    return field.second;
+            return QString();
+        };
+        const QString before = shownPrice(rv);
+        e->txtPrice->setText("4321");
+        QCOMPARE(e->cmdSave_Click(), SaveResult::Saved);
+        // The open view was filled once and keeps what it showed; a view opened now shows the change.
+        QCOMPARE(shownPrice(rv), before);
+        rv->close();
+        QApplication::processEvents();
+        ViewRawMaterial(raw);
+        rv = qobject_cast<frmRecordView*>(FindChildWindow("Raw Material: " + raw));
+        QVERIFY(rv);
+        QCOMPARE(shownPrice(rv), QString("4,321"));
         QCOMPARE(f.prompt().count(), 0);
     }
 

@@ -27,7 +27,8 @@ private Q_SLOTS:
 
     void everyRecordOpensAndSavesUnchanged_data() {
         QTest::addColumn<QString>("names"); // the kind's records, by name
-        QTest::newRow("Raw Materials") << "SELECT RAW_MATERIAL_NAME FROM RAW_MATERIALS ORDER BY RAW_MATERIAL_NAME";
+        QTest::newRow("Raw Materials")
+            << "SELECT RAW_MATERIAL_NAME FROM RAW_MATERIALS ORDER BY RAW_MATERIAL_NAME";
     }
     void everyRecordOpensAndSavesUnchanged() {
         QFETCH(QString, names);
