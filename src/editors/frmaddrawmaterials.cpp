@@ -6,6 +6,7 @@
 #include "data/database.h"
 #include "data/errorreport.h"
 #include "data/quotes.h"
+#include "data/recordset.h"
 #include "editors/frmlistdialog.h"
 #include "editors/frmpicselect.h"
 #include "editors/gridroutines.h"
@@ -331,7 +332,9 @@ SavePlan frmAddRawMaterials::savePlan() {
         // The UPDATE stamps the record as changed: it runs only when something of it did change.
         if (!fieldsChanged && !relationsChanged)
             return false;
-        db().execute(rawmat::updateSql(f, Now()));
+        // A record deleted or renamed meanwhile must not get link rows that point nowhere.
+        if (db().execute(rawmat::updateSql(f, Now())) == 0)
+            throw NoCurrentRecord();
         return true;
     };
     for (const QString& w : rawmat::writeOrder()) {
