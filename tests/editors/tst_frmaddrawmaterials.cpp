@@ -294,11 +294,22 @@ private Q_SLOTS:
         QCOMPARE(f.scalar("SELECT COUNT(*) FROM RAW_MATERIALS_REFINES_FROM").toInt(), refines + 1);
     }
 
-    void aMissingRecordOpensNothing() {
+    void aMissingRecordIsReported() {
         OpenEditor("Raw Materials", "Nothing Here");
         QCOMPARE(f.prompt().count(), 1);
         QVERIFY(f.prompt().last().text.endsWith("procedure Form_Load of Form frmAddRawMaterials"));
         QVERIFY(!FindChildWindow("Edit: Nothing Here"));
+        // A record deleted while its editor is open is not written back, nor are its link rows.
+        auto* w = editor("Miner's Gold");
+        QVERIFY(w);
+        QVERIFY2(f.exec({"DELETE FROM RAW_MATERIALS WHERE RAW_MATERIAL_NAME = 'Miner''s Gold'"}, &m_error),
+                 qPrintable(m_error));
+        addRow(w->ubgMOBs, {"Hive Queen", "Rare"});
+        QCOMPARE(w->cmdSave_Click(), SaveResult::Failed);
+        QVERIFY(f.prompt().last().text.endsWith("procedure cmdSave_Click of Form frmAddRawMaterials"));
+        QCOMPARE(f.scalar("SELECT COUNT(*) FROM MOB_RAW_MAT_DROP WHERE RAW_MATERIAL_NAME = 'Miner''s Gold'")
+                     .toInt(),
+                 0);
     }
 
     void closingWithChangesAsks() {
