@@ -228,7 +228,7 @@ bool frmAddRawMaterials::load(const QString& name) {
 
     const QString quoted = FixQuotes(m_loaded.name);
     for (const GridDef& def : rawmat::grids())
-        PopulateGrid(grid(def.widget)->grid(), def.spec(quoted), true);
+        PopulateGrid(grid(def.widget)->grid(), def.queries(quoted), true);
     return true;
 }
 

@@ -16,7 +16,7 @@ struct GridDef {
     QString keyColumn;
 
     // quotedName is the record's name after quote doubling.
-    QStringList spec(const QString& quotedName) const {
+    QStringList queries(const QString& quotedName) const {
         return QStringList{loadQuery + quotedName + QStringLiteral("' ORDER BY ") + orderBy} + dropDowns;
     }
     QString save(const QString& quotedName) const {

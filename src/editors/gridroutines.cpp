@@ -35,13 +35,13 @@ struct RedrawOff {
 };
 } // namespace
 
-bool PopulateGrid(GridModel& grid, const QStringList& spec, bool formatAfter) {
+bool PopulateGrid(GridModel& grid, const QStringList& queries, bool formatAfter) {
     std::optional<VbError> failure;
     {
         RedrawOff hold(grid);
         try {
             Recordset rs;
-            rs.open(spec.value(0));
+            rs.open(queries.value(0));
             grid.clearRows();
             const int fields = rs.fieldCount();
             grid.setCols(fields + 1);
@@ -61,10 +61,10 @@ bool PopulateGrid(GridModel& grid, const QStringList& spec, bool formatAfter) {
             }
             rs.close();
 
-            for (int i = 1; i < spec.size(); ++i) {
-                const int bar = int(spec.at(i).lastIndexOf(QLatin1Char('|')));
-                const QString query = spec.at(i).left(bar);
-                const int col = spec.at(i).mid(bar + 1).trimmed().toInt();
+            for (int i = 1; i < queries.size(); ++i) {
+                const int bar = int(queries.at(i).lastIndexOf(QLatin1Char('|')));
+                const QString query = queries.at(i).left(bar);
+                const int col = queries.at(i).mid(bar + 1).trimmed().toInt();
                 Recordset list;
                 list.open(query);
                 if (col == 1)

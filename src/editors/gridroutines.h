@@ -18,9 +18,9 @@ class GridModel;
 // The entry of a column-1 list that removes its row when chosen.
 inline const QString NoneEntry = QStringLiteral("(None)");
 
-// Element 0 of spec is the load query, each further element "query|column". False when a query
+// Element 0 of queries is the load query, each further element "query|column". False when a query
 // failed: the grid is then locked (it holds only part of its rows and must never be saved).
-bool PopulateGrid(GridModel& grid, const QStringList& spec, bool formatAfter);
+bool PopulateGrid(GridModel& grid, const QStringList& queries, bool formatAfter);
 // Sizes the data columns to the grid's width: 80/20 for a name-and-amount grid, equal shares otherwise.
 void FormatUBGrids(GridModel& grid);
 // True when the grid may be saved; otherwise one message about the first duplicate or empty cell.

@@ -11,7 +11,7 @@
 // grid is shown or resized.
 //
 //   auto* g = new UBGrid("ubgMOBs", page);
-//   PopulateGrid(g->grid(), def.spec(FixQuotes(name)), true);
+//   PopulateGrid(g->grid(), def.queries(FixQuotes(name)), true);
 #include "editors/gridmodel.h"
 #include "editors/lookups.h"
 
@@ -31,7 +31,7 @@ public:
 
     // A column whose drop-down list comes from a lookup table: the grid's pop-up menu offers to edit
     // that table (frmListEditDialog), and the list is read again afterwards. The list's query is the
-    // drop-down specification's ("SELECT SPECIAL FROM SPECIALS ORDER BY SPECIAL").
+    // column's drop-down query ("SELECT SPECIAL FROM SPECIALS ORDER BY SPECIAL").
     void setLookup(int col, const LookupTable& lookup, const QString& listQuery);
     // Opens the lookup editor of a column set up with setLookup, then reads the column's list again.
     void editLookup(int col);
