@@ -9,9 +9,12 @@
 //   p.addField("General", rs, "LVL");                  // editor, range and value from the column
 //   p.addField("General", rs, "TYPE").choices = ...;   // a choice list
 //   p.row("PRICE")->price = PriceWords::Price;         // the pop-up menu of reserved prices
+//   p.row("MANUFACTURER")->lookup = lookup::manufacturers(); // the list can be edited from the row
 //   p.buildHelp("EDIT_EQUIPMENT", typeName);           // GetToolTip texts with their suffixes
 //   ... later, inside the save: p.writeChanged(rs, skip);
 // A cleared value is written as NULL.
+#include "editors/lookups.h"
+
 #include <QList>
 #include <QPair>
 #include <QString>
@@ -40,6 +43,9 @@ struct PropertyRow {
     QStringList choices;
     bool choicesOnly = true; // a value must be one of the choices
     PriceWords price = PriceWords::None;
+    // A choice list kept in a lookup table (manufacturers, ammunition types...): the widget's pop-up
+    // menu offers to edit the table and takes its values as the choices afterwards. No table: none.
+    LookupTable lookup;
 
     bool isCategory() const { return parent == QLatin1String("parent"); }
     bool changed() const { return !isCategory() && value != loaded; }

@@ -2,6 +2,9 @@
 
 #include "core/clock.h"
 #include "core/prompt.h"
+#include "core/vberror.h"
+#include "data/errorreport.h"
+#include "editors/frmlisteditdialog.h"
 
 #include <QComboBox>
 #include <QDateTimeEdit>
@@ -293,5 +296,24 @@ void PropertyListWidget::popupMenu(const QPoint& pos) {
         menu.addSeparator();
     const QString key = r.key;
     menu.addAction(tr("&Clear"), this, [this, key] { editValue(key, QString()); });
+    if (!r.lookup.table.isEmpty()) {
+        menu.addSeparator();
+        menu.addAction(tr("&Edit the %1 List...").arg(r.lookup.kind), this, [this, key] { editLookup(key); });
+    }
     menu.exec(m_tree->viewport()->mapToGlobal(pos));
+}
+
+void PropertyListWidget::editLookup(const QString& key) {
+    PropertyRow* r = m_list.row(key);
+    if (!r || r->lookup.table.isEmpty())
+        return;
+    const LookupTable lookup = r->lookup;
+    DisplayListEditDialog(lookup, this);
+    try {
+        const QStringList values = lookup.values();
+        if (PropertyRow* again = m_list.row(key))
+            again->choices = values;
+    } catch (const VbError& e) {
+        ReportDBError(e, objectName() + QStringLiteral("_EditList"), QStringLiteral("Module modMain"));
+    }
 }

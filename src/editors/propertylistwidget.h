@@ -35,6 +35,8 @@ public:
     // The user's edit of a row, as the editors in the list make it: a refused value is explained in
     // a box and changes nothing. True when the value was taken.
     bool editValue(const QString& key, const QString& value);
+    // Opens the lookup editor of a row that has one, then takes the table's values as its choices.
+    void editLookup(const QString& key);
 
 Q_SIGNALS:
     void valueChanged(const QString& key);

@@ -8,6 +8,7 @@
 #include "editors/frmlisteditdialog.h"
 #include "editors/frmpicselect.h"
 #include "editors/gridroutines.h"
+#include "editors/propertylistwidget.h"
 #include "editors/ubgrid.h"
 #include "viewsfixture.h"
 
@@ -191,6 +192,25 @@ private Q_SLOTS:
         g.editLookup(1);
         QCOMPARE(g.grid().list(1).size(), before + 1);
         QCOMPARE(g.grid().listDisplays(1).mid(0, 2), QStringList({NoneEntry, "Aaa First"}));
+    }
+
+    void propertyChoicesFollowTheirLookup() {
+        PropertyListWidget prp("prpList");
+        PropertyRow& row =
+            prp.list().addRow("General", "MANUFACTURER", "Manufacturer", PropertyEditor::Choice);
+        row.lookup = lookup::manufacturers();
+        row.choices = lookup::manufacturers().values();
+        const int before = int(row.choices.size());
+        whenShown<frmListEditDialog>([this](frmListEditDialog* d) {
+            QCOMPARE(d->windowTitle(), QString("Modify Manufacturers"));
+            f.prompt().queueText("Zz Forge");
+            d->cmdAddItem_Click();
+            d->accept();
+        });
+        prp.editLookup("MANUFACTURER");
+        QCOMPARE(prp.list().row("MANUFACTURER")->choices.size(), before + 1);
+        QVERIFY(prp.editValue("MANUFACTURER", "zz forge"));
+        QCOMPARE(prp.list().value("MANUFACTURER"), QString("Zz Forge"));
     }
 
     void pickDialogMovesValuesBetweenTheLists() {
