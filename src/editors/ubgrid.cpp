@@ -251,6 +251,14 @@ void UBGrid::resizeEvent(QResizeEvent* event) {
     format();
 }
 
+// The data area narrows when the vertical scroll bar appears: the columns follow it.
+bool UBGrid::viewportEvent(QEvent* event) {
+    const bool handled = QTableView::viewportEvent(event);
+    if (event->type() == QEvent::Resize)
+        format();
+    return handled;
+}
+
 void UBGrid::showEvent(QShowEvent* event) {
     QTableView::showEvent(event);
     format();
