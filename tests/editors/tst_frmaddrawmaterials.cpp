@@ -65,6 +65,31 @@ private Q_SLOTS:
         f.tearDown();
     }
 
+    void statementsAsWritten() {
+        rawmat::Fields r;
+        r.name = "Tinker's Dust";
+        r.level = "5";
+        r.price = "-1";
+        r.comments = "It's shiny";
+        r.picture = 7;
+        QCOMPARE(
+            rawmat::insertSql(r, Stamp),
+            QString(
+                "INSERT INTO RAW_MATERIALS (RAW_MATERIAL_NAME, LVL, PRICE, COMMENTS, PERSONAL_DB, PIC_ID, "
+                "LAST_UPDATED) VALUES ('Tinker''s Dust',5,-1,'It''s shiny',TRUE,7, '2026-11-21 09:30:00')"));
+        QCOMPARE(
+            rawmat::updateSql(r, Stamp),
+            QString(
+                "UPDATE RAW_MATERIALS SET LVL = 5, PRICE = -1, COMMENTS = 'It''s shiny', UPDATED = TRUE, "
+                "PIC_ID = 7, LAST_UPDATED = '2026-11-21 09:30:00' WHERE RAW_MATERIAL_NAME = 'Tinker''s Dust'"));
+        // The two grids whose rows hang on the record by another column name carry that column.
+        QCOMPARE(
+            rawmat::grid("ubgManuComps").save("A'B"),
+            QString("SELECT COMPONENTS_COMPONENT, AMOUNT, RAW_MATERIAL FROM COMPONENTS_RAW_MATERIALS WHERE "
+                    "RAW_MATERIAL = 'A'B' ORDER BY COMPONENTS_COMPONENT"));
+        QCOMPARE(rawmat::grid("ubgManuEquip").keyColumn, QString("RAW_MATERIAL_NAME"));
+    }
+
     void loadShowsTheRecord() {
         const QString name =
             f.scalar("SELECT RAW_MATERIAL_NAME FROM RAW_MATERIALS_REFINES_FROM ORDER BY RAW_MATERIAL_NAME")
