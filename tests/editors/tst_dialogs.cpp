@@ -10,6 +10,7 @@
 #include "editors/gridroutines.h"
 #include "editors/propertylistwidget.h"
 #include "editors/ubgrid.h"
+#include "editortests.h"
 #include "viewsfixture.h"
 
 #include <QApplication>
@@ -22,22 +23,6 @@
 #include <functional>
 
 namespace {
-// Runs what the modal dialog of type D should do once it shows; a dialog the steps left open (a
-// failed check returns early) is cancelled, so that the test never waits on it.
-template <typename D> void whenShown(std::function<void(D*)> act) {
-    QTimer::singleShot(0, [act] {
-        auto* d = qobject_cast<D*>(QApplication::activeModalWidget());
-        if (!d) {
-            if (auto* other = qobject_cast<QDialog*>(QApplication::activeModalWidget()))
-                other->reject();
-            QFAIL("the dialog did not show");
-        }
-        act(d);
-        if (d->isVisible())
-            d->reject();
-    });
-}
-
 QStringList texts(const QListWidget* list) {
     QStringList out;
     for (int i = 0; i < list->count(); ++i)
@@ -60,36 +45,6 @@ private Q_SLOTS:
         QVERIFY2(f.setUp(true, &e), qPrintable(e));
     }
     void cleanup() { f.tearDown(); }
-
-    void lookupStatements_data() {
-        QTest::addColumn<QString>("parent");
-        QTest::addColumn<QString>("fill");
-        QTest::addColumn<QString>("insert");
-        QTest::addColumn<QString>("remove");
-        QTest::newRow("plain") << ""
-                               << "SELECT DAMAGE_TYPE FROM DAMAGE_TYPE ORDER BY DAMAGE_TYPE"
-                               << "INSERT INTO DAMAGE_TYPE (DAMAGE_TYPE) VALUES ('Ion''s')"
-                               << "DELETE FROM DAMAGE_TYPE WHERE DAMAGE_TYPE = 'Ion''s'";
-        QTest::newRow("with a parent")
-            << "Hull's"
-            << "SELECT DAMAGE_TYPE FROM DAMAGE_TYPE WHERE PARENT = 'Hull''s' ORDER BY DAMAGE_TYPE"
-            << "INSERT INTO DAMAGE_TYPE (DAMAGE_TYPE,PARENT) VALUES ('Ion''s','Hull''s')"
-            << "DELETE FROM DAMAGE_TYPE WHERE DAMAGE_TYPE = 'Ion''s' AND PARENT = 'Hull''s'";
-    }
-    void lookupStatements() {
-        QFETCH(QString, parent);
-        QFETCH(QString, fill);
-        QFETCH(QString, insert);
-        QFETCH(QString, remove);
-        LookupTable l = lookup::damageTypes();
-        if (!parent.isEmpty()) {
-            l.parentColumn = "PARENT";
-            l.parentValue = parent;
-        }
-        QCOMPARE(l.fillSql(), fill);
-        QCOMPARE(l.insertSql("Ion's"), insert);
-        QCOMPARE(l.deleteSql("Ion's"), remove);
-    }
 
     void lookupEditorAddsAndDeletes() {
         frmListEditDialog d(lookup::specials());

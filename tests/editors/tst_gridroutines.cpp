@@ -5,6 +5,7 @@
 #include "data/sampledata.h"
 #include "editors/gridmodel.h"
 #include "editors/gridroutines.h"
+#include "editortests.h"
 #include "viewsfixture.h"
 
 #include <QTest>
@@ -14,17 +15,6 @@ namespace {
 const QString Drops = "SELECT MOB_NAME, DROP_FREQUENCY FROM MOB_RAW_MAT_DROP WHERE RAW_MATERIAL_NAME = '";
 const QString DropsSave =
     "SELECT MOB_NAME, DROP_FREQUENCY, RAW_MATERIAL_NAME FROM MOB_RAW_MAT_DROP WHERE RAW_MATERIAL_NAME = '";
-
-// A grid filled by hand: header texts, then rows of cells.
-void fill(GridModel& g, const QStringList& headers, const QList<QStringList>& rows) {
-    g.setCols(int(headers.size()) + 1);
-    g.setFormatString("|" + headers.join('|'));
-    for (const QStringList& r : rows) {
-        const int row = g.addRow();
-        for (int c = 0; c < r.size(); ++c)
-            g.setText(row, c + 1, r.at(c));
-    }
-}
 
 // Records what a view of the grid is told.
 struct Recorder : GridListener {
@@ -152,7 +142,7 @@ private Q_SLOTS:
         QFETCH(int, rowsLeft);
         GridModel g;
         InstallStandardEdits(g);
-        fill(g, {"Name", "Amount"}, {{"Iron", "1"}, {"Gold", "2"}});
+        fillGrid(g, {"Name", "Amount"}, {{"Iron", "1"}, {"Gold", "2"}});
         g.userEdit(1, col, NoneEntry);
         QCOMPARE(g.lastDataRow(), rowsLeft);
         QCOMPARE(g.text(1, 1), QString(col == 1 ? "Gold" : "Iron"));
@@ -172,7 +162,7 @@ private Q_SLOTS:
         QFETCH(QStringList, headers);
         QFETCH(QList<int>, widths);
         GridModel g;
-        fill(g, headers, {});
+        fillGrid(g, headers, {});
         g.setWidth(510); // 10 pixels are left for the fixed column and the border
         FormatUBGrids(g);
         for (int c = 1; c <= widths.size(); ++c)
@@ -218,11 +208,10 @@ private Q_SLOTS:
         QFETCH(QString, message);
         QFETCH(int, style);
         GridModel g(grid);
-        fill(g,
-             rows.isEmpty() || rows.first().size() == 2 ? QStringList{"Name", "Amount"}
-                                                        : QStringList{"Name", "Nav Point", "Spawn Rate"},
-             rows);
-        g.setAllowAdd(true); // the empty entry row is never checked
+        fillGrid(g,
+                 rows.isEmpty() || rows.first().size() == 2 ? QStringList{"Name", "Amount"}
+                                                            : QStringList{"Name", "Nav Point", "Spawn Rate"},
+                 rows, true); // the empty entry row is never checked
         QCOMPARE(ValidateGrid(g, "Test List"), message.isEmpty());
         if (message.isEmpty()) {
             QCOMPARE(f.prompt().count(), 0);
@@ -243,7 +232,7 @@ private Q_SLOTS:
                  qPrintable(m_error));
         const int others = f.scalar("SELECT COUNT(*) FROM MOB_RAW_MAT_DROP").toInt() - 1;
         GridModel g;
-        fill(g, {"Mob Name", "Drop Frequency"}, {{"Pirate's Ghost", "Very Rare"}, {"Hive Queen", ""}});
+        fillGrid(g, {"Mob Name", "Drop Frequency"}, {{"Pirate's Ghost", "Very Rare"}, {"Hive Queen", ""}});
         QVERIFY(SaveUBGrid(g, DropsSave + ore + "'", "RAW_MATERIAL_NAME", ore));
         QCOMPARE(f.scalar("SELECT COUNT(*) FROM MOB_RAW_MAT_DROP").toInt(), others + 2);
         QCOMPARE(f.scalar("SELECT COUNT(*) FROM MOB_RAW_MAT_DROP WHERE MOB_NAME = 'Old Mob'").toInt(), 0);
@@ -257,28 +246,15 @@ private Q_SLOTS:
             f.scalar("SELECT DROP_FREQUENCY FROM MOB_RAW_MAT_DROP WHERE MOB_NAME = 'Hive Queen'").isNull());
         // A grid whose rows were all removed deletes the record's rows and inserts none.
         GridModel empty;
-        fill(empty, {"Mob Name", "Drop Frequency"}, {});
+        fillGrid(empty, {"Mob Name", "Drop Frequency"}, {});
         QVERIFY(SaveUBGrid(empty, DropsSave + ore + "'", "RAW_MATERIAL_NAME", ore));
         QCOMPARE(f.scalar("SELECT COUNT(*) FROM MOB_RAW_MAT_DROP").toInt(), others);
         QCOMPARE(f.prompt().count(), 0);
     }
 
-    void saveKeyNeedNotComeLast() {
-        // The key column may stand anywhere among the fields; the grid's columns fill the others in order.
-        GridModel g;
-        fill(g, {"Special", "Amount"}, {{"Overcharge", "12.5"}});
-        QVERIFY(SaveUBGrid(
-            g, "SELECT EQUIPMENT_NAME, SPECIAL, AMOUNT FROM EQUIP_SPECIALS WHERE EQUIPMENT_NAME = 'X'",
-            "EQUIPMENT_NAME", "X"));
-        QCOMPARE(f.scalar("SELECT AMOUNT FROM EQUIP_SPECIALS WHERE EQUIPMENT_NAME = 'X' AND SPECIAL = "
-                          "'Overcharge'")
-                     .toDouble(),
-                 12.5);
-    }
-
     void refusedRowIsReported() {
         GridModel g;
-        fill(g, {"Component Name", "Amount"}, {{"Bolt", "2"}, {"Nut", "many"}});
+        fillGrid(g, {"Component Name", "Amount"}, {{"Bolt", "2"}, {"Nut", "many"}});
         db().beginTrans();
         QVERIFY(!SaveUBGrid(
             g,
@@ -317,7 +293,7 @@ private Q_SLOTS:
             f.scalar("SELECT COUNT(*) FROM NAV_POINTS WHERE SECTOR_NAME = '" + sector + "'").toInt();
         GridModel g("ubgLocations");
         InstallLocationRules(g, "Form frmAddMob");
-        fill(g, {"Sector Name", "Nav Point", "Spawn Rate"}, {{"", "", "Slow"}});
+        fillGrid(g, {"Sector Name", "Nav Point", "Spawn Rate"}, {{"", "", "Slow"}});
         g.addListItem(2, "Stale", "Stale");
         // No sector yet: the nav point cannot be edited.
         QVERIFY(!g.beginUserEdit(1, 2));

@@ -184,18 +184,10 @@ private Q_SLOTS:
         QTest::addColumn<int>("kind");
         QTest::addColumn<QString>("value");
         QTest::addColumn<QString>("shown");
-        QTest::newRow("mission reward") << int(PriceWords::Price) << "-2"
-                                        << "Mission Reward";
         QTest::newRow("loot only") << int(PriceWords::Price) << "-1"
                                    << "Loot Only";
-        QTest::newRow("unknown price") << int(PriceWords::Price) << "0"
-                                       << "Unknown";
-        QTest::newRow("a price") << int(PriceWords::Price) << "1500"
-                                 << "1500";
         QTest::newRow("not manufacturable") << int(PriceWords::Cost) << "-7"
                                             << "Not Manufacturable";
-        QTest::newRow("unknown cost") << int(PriceWords::Cost) << "0"
-                                      << "Unknown";
         QTest::newRow("no price words") << int(PriceWords::None) << "-1"
                                         << "-1";
         QTest::newRow("empty") << int(PriceWords::Price) << ""

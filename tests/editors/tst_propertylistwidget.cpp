@@ -3,6 +3,7 @@
 // help pane, and price words shown for the reserved numbers.
 #include "core/scriptedprompt.h"
 #include "editors/propertylistwidget.h"
+#include "editortests.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -11,15 +12,6 @@
 #include <QLineEdit>
 #include <QTest>
 #include <QTreeWidget>
-
-namespace {
-template <typename Editor> Editor* openEditor(QTreeWidget* tree) {
-    for (QWidget* w : tree->viewport()->findChildren<QWidget*>(Qt::FindDirectChildrenOnly))
-        if (auto* e = qobject_cast<Editor*>(w); e && e->isVisible())
-            return e;
-    return nullptr;
-}
-} // namespace
 
 class TestPropertyListWidget : public QObject {
     Q_OBJECT
@@ -99,7 +91,7 @@ private Q_SLOTS:
         QTreeWidget* t = w->tree();
         t->setCurrentItem(w->itemFor("LVL"), 1);
         QTest::keyClick(t, Qt::Key_F2);
-        auto* line = openEditor<QLineEdit>(t);
+        auto* line = openEditorIn<QLineEdit>(t);
         QVERIFY(line);
         line->selectAll();
         QTest::keyClicks(line, "61");

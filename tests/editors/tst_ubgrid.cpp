@@ -4,6 +4,7 @@
 #include "core/scriptedprompt.h"
 #include "editors/gridroutines.h"
 #include "editors/ubgrid.h"
+#include "editortests.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -11,29 +12,6 @@
 #include <QLineEdit>
 #include <QTest>
 #include <QVBoxLayout>
-
-namespace {
-// The editor open in the grid, if any.
-template <typename Editor> Editor* openEditor(UBGrid& g) {
-    for (QWidget* w : g.viewport()->findChildren<QWidget*>(Qt::FindDirectChildrenOnly))
-        if (auto* e = qobject_cast<Editor*>(w); e && e->isVisible())
-            return e;
-    return nullptr;
-}
-
-void fill(GridModel& g, const QStringList& headers, const QList<QStringList>& rows,
-          bool numericLast = false) {
-    g.setCols(int(headers.size()) + 1);
-    g.setFormatString("|" + headers.join('|'));
-    g.setColNumeric(int(headers.size()), numericLast);
-    for (const QStringList& r : rows) {
-        const int row = g.addRow();
-        for (int c = 0; c < r.size(); ++c)
-            g.setText(row, c + 1, r.at(c));
-    }
-    g.setAllowAdd(true);
-}
-} // namespace
 
 class TestUBGrid : public QObject {
     Q_OBJECT
@@ -47,7 +25,8 @@ private Q_SLOTS:
         col->addWidget(m_before);
         col->addWidget(g);
         col->addWidget(m_after);
-        fill(g->grid(), {"Mob Name", "Amount"}, {{"Hive Queen", "2"}, {"Rock Mite", "5"}}, true);
+        fillGrid(g->grid(), {"Mob Name", "Amount"}, {{"Hive Queen", "2"}, {"Rock Mite", "5"}}, true);
+        g->grid().setColNumeric(2, true);
         g->grid().addListItem(1, NoneEntry, NoneEntry);
         for (const char* mob : {"Hive Queen", "Rock Mite", "Void Wyrm"})
             g->grid().addListItem(1, mob, mob);
@@ -62,7 +41,7 @@ private Q_SLOTS:
     void typingIntoTheEntryRowAddsARow() {
         g->setCurrentIndex(g->cellIndex(3, 2));
         QTest::keyClick(g, Qt::Key_7); // the key opens the editor and is its first character
-        auto* line = openEditor<QLineEdit>(*g);
+        auto* line = openEditorIn<QLineEdit>(g);
         QVERIFY(line);
         QCOMPARE(line->alignment() & Qt::AlignRight, Qt::AlignRight);
         QTest::keyClicks(line, "x5"); // a numeric cell takes no letters
@@ -88,7 +67,7 @@ private Q_SLOTS:
         QFETCH(QString, stored);
         g->setCurrentIndex(g->cellIndex(1, 1));
         QTest::keyClick(g, Qt::Key_F2);
-        auto* box = openEditor<QComboBox>(*g);
+        auto* box = openEditorIn<QComboBox>(g);
         QVERIFY(box && box->isEditable());
         QCOMPARE(box->currentText(), QString("Hive Queen"));
         QCOMPARE(box->itemText(0), NoneEntry);
@@ -96,13 +75,13 @@ private Q_SLOTS:
         QTest::keyClicks(box->lineEdit(), typed);
         QTest::keyClick(box->lineEdit(), Qt::Key_Return);
         QTRY_COMPARE(g->grid().text(1, 1), stored);
-        QVERIFY(!openEditor<QComboBox>(*g));
+        QVERIFY(!openEditorIn<QComboBox>(g));
     }
 
     void escapeCancelsAnEdit() {
         g->setCurrentIndex(g->cellIndex(2, 2));
         QTest::keyClick(g, Qt::Key_F2);
-        auto* line = openEditor<QLineEdit>(*g);
+        auto* line = openEditorIn<QLineEdit>(g);
         QVERIFY(line);
         line->selectAll();
         QTest::keyClicks(line, "99");
@@ -122,13 +101,13 @@ private Q_SLOTS:
         // "(None)" picked from the list removes the row at once.
         g->setCurrentIndex(g->cellIndex(1, 1));
         QTest::keyClick(g, Qt::Key_F2);
-        auto* box = openEditor<QComboBox>(*g);
+        auto* box = openEditorIn<QComboBox>(g);
         QVERIFY(box);
         box->setCurrentIndex(0);
         Q_EMIT box->activated(0);
         QCOMPARE(g->grid().lastDataRow(), 0);
         QApplication::processEvents();
-        QVERIFY(!openEditor<QComboBox>(*g));
+        QVERIFY(!openEditorIn<QComboBox>(g));
     }
 
     void aRefusingHookOpensNoEditor() {
@@ -139,13 +118,13 @@ private Q_SLOTS:
         };
         g->setCurrentIndex(g->cellIndex(1, 2));
         QTest::keyClick(g, Qt::Key_F2);
-        QVERIFY(!openEditor<QLineEdit>(*g));
+        QVERIFY(!openEditorIn<QLineEdit>(g));
         QCOMPARE(asked, 1);
         // A plain click that only moves the cursor does not ask.
         QTest::mouseClick(g->viewport(), Qt::LeftButton, {}, g->visualRect(g->cellIndex(2, 1)).center());
         QCOMPARE(asked, 1);
         QTest::keyClick(g, Qt::Key_F2);
-        QVERIFY(openEditor<QComboBox>(*g));
+        QVERIFY(openEditorIn<QComboBox>(g));
         QCOMPARE(asked, 2);
     }
 
@@ -154,7 +133,7 @@ private Q_SLOTS:
         g->setCurrentIndex(g->cellIndex(1, 2));
         QTest::keyClick(g, Qt::Key_F2);
         QTest::keyClick(g, Qt::Key_Delete);
-        QVERIFY(!openEditor<QLineEdit>(*g));
+        QVERIFY(!openEditorIn<QLineEdit>(g));
         QCOMPARE(g->grid().lastDataRow(), 2);
     }
 
