@@ -20,3 +20,9 @@ void ViewStation(const QString& name);
 using EditorOpener = void (*)(const QString& kind, const QString& name);
 void setEditorOpener(EditorOpener opener);
 EditorOpener editorOpener();
+
+// Where a link to a sector map leads: the map of the sector, centred on the navigation point when one
+// is named. Until the maps are wired this is empty and the links do nothing.
+using MapOpener = void (*)(const QString& sector, const QString& navPoint);
+void setMapOpener(MapOpener opener);
+MapOpener mapOpener();
