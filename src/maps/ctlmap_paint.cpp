@@ -73,7 +73,8 @@ void ctlMap::paintLabels(clsDC& dc, const QRectF& visible) {
 
 void ctlMap::paintEvent(QPaintEvent* event) {
     QPainter p(viewport());
-    clsDC dc(p, viewport()->devicePixelRatioF());
+    // The painter's device, not the widget: a picture rendered for print or at another density.
+    clsDC dc(p, p.device()->devicePixelRatioF());
     const QRectF all(QPointF(0, 0), m_view.viewport());
     dc.fillBackground(all);
     const Grid grid = MakeGrid(m_view);

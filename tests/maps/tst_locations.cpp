@@ -7,7 +7,10 @@
 #include "maps/locations.h"
 #include "viewsfixture.h"
 
+#include <QSet>
 #include <QTest>
+
+#include <cmath>
 #include <sqlite3.h>
 
 class TestLocations : public QObject {
@@ -314,6 +317,40 @@ private Q_SLOTS:
         QVERIFY(!DeleteLocation("Kell's Reach", "Dunmore's Rest", false));
         QCOMPARE(f.prompt().last().title, QString("Location Not Found"));
         QVERIFY(!db().inTransaction());
+    }
+
+    void theSampleSectorsAreCharted() {
+        f.tearDown();
+        QString error;
+        QVERIFY2(f.setUp(true, &error), qPrintable(error));
+        QSet<NavKind> kinds;
+        int sectors = 0;
+        for (const QString& system : MapSystems())
+            for (const QString& sector : MapSectors(system)) {
+                ++sectors;
+                const QList<NavPoint> points = LoadSector(sector);
+                QVERIFY2(points.size() >= 10, qPrintable(sector));
+                const NavPoint* planet = nullptr;
+                for (const NavPoint& p : points) {
+                    QVERIFY2(p.kind != NavKind::Unknown, qPrintable(p.name));
+                    QVERIFY2(std::fabs(p.x) <= 8000 && std::fabs(p.y) <= 8000, qPrintable(p.name));
+                    kinds << p.kind;
+                    if (p.kind == NavKind::Planet)
+                        planet = &p;
+                }
+                // A moon keeps close to its planet.
+                QVERIFY(planet);
+                for (const NavPoint& p : points)
+                    if (p.name == planet->name + " Minor")
+                        QVERIFY(std::hypot(p.x - planet->x, p.y - planet->y) < 1500);
+            }
+        QCOMPARE(sectors, 12);
+        QCOMPARE(kinds.size(), 9);
+        // Every place a MOB spawns is on its sector's map.
+        QCOMPARE(count("MOBS_LOCATION L WHERE NOT EXISTS (SELECT 1 FROM NAV_POINTS N WHERE N.SECTOR_NAME = "
+                       "L.SECTOR_NAME AND N.NAV_POINT_NAME = L.NAV_POINT)"),
+                 0);
+        QVERIFY(count("MOBS_LOCATION") > 20);
     }
 };
 
