@@ -186,6 +186,10 @@ frmMap::~frmMap() {
     }
 }
 
+frmAddLocation* frmMap::locationForm() const {
+    return m_form;
+}
+
 QString frmMap::sector() const {
     return map->sector();
 }

@@ -34,7 +34,7 @@ public:
     // The location form at a position of the map (the map's "Add Location Here").
     void addLocationAt(const QPointF& world);
     // The open location form, if any.
-    frmAddLocation* locationForm() const { return m_form; }
+    frmAddLocation* locationForm() const;
 
     QComboBox* cmbSystem = nullptr;
     QComboBox* cmbSector = nullptr;
