@@ -16,6 +16,7 @@
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
+#include <QMap>
 #include <QMenu>
 #include <QPushButton>
 #include <QSplitter>
@@ -490,7 +491,7 @@ void OpenMap(const QString& sector, const QString& navPoint) {
         try {
             target = firstSector();
         } catch (const VbError& e) {
-            ReportDBError(e, QStringLiteral("OpenMap"), QStringLiteral("Module modMaps"));
+            ReportDBError(e, QStringLiteral("OpenMap"), kForm);
             return;
         }
     }

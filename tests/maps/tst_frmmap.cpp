@@ -20,6 +20,7 @@
 #include <QPushButton>
 #include <QTest>
 #include <QTextBrowser>
+#include <QToolTip>
 #include <QTreeWidget>
 
 #include <cmath>
@@ -122,6 +123,13 @@ private Q_SLOTS:
                                      QString(nav).replace("'", "''") + "' ORDER BY MOB_NAME")
                                 .toString();
         QVERIFY(w->txtDetails->toHtml().contains(mob.toHtmlEscaped()));
+        // Resting the pointer on the point tells the same.
+        const QPoint at = w->map->view().toScreen(QPointF(p.x, p.y)).toPoint();
+        QHelpEvent help(QEvent::ToolTip, at, w->map->viewport()->mapToGlobal(at));
+        QApplication::sendEvent(w->map->viewport(), &help);
+        QVERIFY2(QToolTip::text().contains("MOBs spawning here") &&
+                     QToolTip::text().contains(mob.toHtmlEscaped()),
+                 qPrintable(QToolTip::text()));
         Q_EMIT w->txtDetails->anchorClicked(QUrl("mob:" + QUrl::toPercentEncoding(mob)));
         QVERIFY(visibleWindows(mob, "frmMOBs") == 1);
         // A point that is not charted leaves the sector shown, with a word why.
