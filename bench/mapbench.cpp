@@ -10,6 +10,7 @@
 #include "maps/ctlmap.h"
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFileInfo>
 #include <QImage>
 #include <QPainter>
@@ -17,8 +18,12 @@
 
 #include <sqlite3.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <ctime>
+#include <functional>
+#include <vector>
 
 namespace {
 
@@ -71,6 +76,35 @@ QString ensureMapDatabase(const QString& dir, QString* error) {
     return file;
 }
 
+double processCpuSeconds() {
+    timespec ts{};
+    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &ts);
+    return double(ts.tv_sec) + double(ts.tv_nsec) / 1e9;
+}
+
+// Qt's raster engine hands parts of large fills to helper threads, which the measuring thread's own
+// CPU time does not see: the frames are timed by the CPU time of the whole process, every thread of
+// it, which is the dearer of the two and what the goal is judged by.
+bench::Timing medianProcessSeconds(int runs, const std::function<void()>& body, int frames = 1) {
+    std::vector<double> cpu, wall;
+    for (int i = 0; i <= runs; ++i) {
+        QElapsedTimer t;
+        const double c0 = processCpuSeconds();
+        t.start();
+        body();
+        if (i == 0)
+            continue; // the warm-up
+        wall.push_back(double(t.nsecsElapsed()) / 1e9 / frames);
+        cpu.push_back((processCpuSeconds() - c0) / frames);
+    }
+    auto median = [](std::vector<double>& v) {
+        std::sort(v.begin(), v.end());
+        const size_t n = v.size();
+        return n % 2 ? v[n / 2] : (v[n / 2 - 1] + v[n / 2]) / 2;
+    };
+    return {median(cpu), median(wall)};
+}
+
 // Draws one picture of the map as the screen would get it.
 void frame(ctlMap& map, QImage& target) {
     QPainter p(&target);
@@ -94,40 +128,66 @@ void mapFigures(const bench::Context& ctx) {
     map.fitToSector();
 
     QImage image(map.viewport()->size(), QImage::Format_ARGB32_Premultiplied);
-    const bench::Timing whole = bench::medianSeconds(ctx.runs, [&] { frame(map, image); });
+    const bench::Timing whole = medianProcessSeconds(ctx.runs, [&] { frame(map, image); });
     bench::report(QStringLiteral("map: one frame, whole sector of %1 points in view").arg(kPoints), whole,
                   0.016);
 
     // Panning: the names keep their places, so a frame only moves them.
     constexpr int kFrames = 40;
-    auto perFrame = [](bench::Timing t) { return bench::Timing{t.cpu / kFrames, t.wall / kFrames}; };
     map.zoomIn();
-    const bench::Timing pan = bench::medianSeconds(ctx.runs, [&] {
-        for (int i = 0; i < kFrames; ++i) {
-            map.panBy(QPointF(i < kFrames / 2 ? 9 : -9, 5));
-            frame(map, image);
-        }
-    });
-    bench::report(QStringLiteral("map: one frame while panning, %1 points, 1.5x zoom").arg(kPoints),
-                  perFrame(pan), 0.016);
+    const bench::Timing pan = medianProcessSeconds(
+        ctx.runs,
+        [&] {
+            for (int i = 0; i < kFrames; ++i) {
+                map.panBy(QPointF(i < kFrames / 2 ? 9 : -9, 5));
+                frame(map, image);
+            }
+        },
+        kFrames);
+    bench::report(QStringLiteral("map: one frame while panning, %1 points, 1.5x zoom").arg(kPoints), pan,
+                  0.016);
 
     // Zooming: every step changes the scale, so the names are placed again each frame.
     const QPointF pointer(700, 380);
-    const bench::Timing zoom = bench::medianSeconds(ctx.runs, [&] {
-        for (int i = 0; i < kFrames; ++i) {
-            map.zoomAt(pointer, i < kFrames / 2 ? 1.08 : 1 / 1.08);
-            frame(map, image);
-        }
-    });
+    const bench::Timing zoom = medianProcessSeconds(
+        ctx.runs,
+        [&] {
+            for (int i = 0; i < kFrames; ++i) {
+                map.zoomAt(pointer, i < kFrames / 2 ? 1.08 : 1 / 1.08);
+                frame(map, image);
+            }
+        },
+        kFrames);
     bench::report(QStringLiteral("map: one frame while zooming, %1 points, names placed anew").arg(kPoints),
-                  perFrame(zoom), 0.016);
+                  zoom, 0.016);
 
     // A screen of twice the pixel density: the pictures are drawn at their device size.
     QImage sharp(map.viewport()->size() * 2, QImage::Format_ARGB32_Premultiplied);
     sharp.setDevicePixelRatio(2);
     map.fitToSector();
-    const bench::Timing hidpi = bench::medianSeconds(ctx.runs, [&] { frame(map, sharp); });
+    const bench::Timing hidpi = medianProcessSeconds(ctx.runs, [&] { frame(map, sharp); });
     bench::info(QStringLiteral("map: one frame, whole sector, device pixel ratio 2"), hidpi);
+    map.zoomIn();
+    const bench::Timing hidpiPan = medianProcessSeconds(
+        ctx.runs,
+        [&] {
+            for (int i = 0; i < kFrames; ++i) {
+                map.panBy(QPointF(i < kFrames / 2 ? 9 : -9, 5));
+                frame(map, sharp);
+            }
+        },
+        kFrames);
+    bench::info(QStringLiteral("map: one frame while panning at 1.5x, device pixel ratio 2"), hidpiPan);
+    const bench::Timing hidpiZoom = medianProcessSeconds(
+        ctx.runs,
+        [&] {
+            for (int i = 0; i < kFrames; ++i) {
+                map.zoomAt(pointer, i < kFrames / 2 ? 1.08 : 1 / 1.08);
+                frame(map, sharp);
+            }
+        },
+        kFrames);
+    bench::info(QStringLiteral("map: one frame while zooming from 1.5x, device pixel ratio 2"), hidpiZoom);
     db().close();
 }
 

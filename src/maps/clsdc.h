@@ -16,10 +16,12 @@ class QStaticText;
 namespace mapcolours {
 const QColor Space(0x0b, 0x12, 0x20);
 const QColor SpaceEdge(0x05, 0x09, 0x12);
-const QColor MinorLine(0x5a, 0x82, 0xbe, 34);
-const QColor MajorLine(0x6e, 0xa0, 0xdc, 78);
-const QColor AxisLine(0x8c, 0xbe, 0xff, 140);
-const QColor Band(0x07, 0x0c, 0x18, 215);
+// The grid and the bands are opaque: blending a line down the whole map costs many times more than
+// setting its pixels, so the line colours are worked out against the space behind them.
+const QColor MinorLine(0x17, 0x23, 0x3a);
+const QColor MajorLine(0x2b, 0x3f, 0x5e);
+const QColor AxisLine(0x53, 0x72, 0x9d);
+const QColor Band(0x07, 0x0c, 0x18);
 const QColor BandText(0xa9, 0xbe, 0xdc);
 const QColor LabelText(0xe8, 0xee, 0xf8);
 const QColor LabelBack(0x08, 0x0d, 0x1a, 175);
