@@ -107,15 +107,22 @@ frmRecordView::frmRecordView(Kind kind, QWidget* parent) : QWidget(parent), m_ki
     QHBoxLayout* buttons = NewButtonRow();
     cmdBuildView = AddButton(buttons, this, QStringLiteral("&Build View"), QStringLiteral("cmdBuildView"));
     cmdBuildView->setVisible(kind == Component || kind == RawMaterial);
+    cmdMap = AddButton(buttons, this, QStringLiteral("Show on &Map"), QStringLiteral("cmdMap"));
+    cmdMap->setVisible(kind == Station);
+    cmdMap->setEnabled(mapOpener() != nullptr);
     cmdEdit = AddButton(buttons, this, QStringLiteral("&Edit"), QStringLiteral("cmdEdit"));
     cmdEdit->setVisible(kind != Station);
-    cmdEdit->setEnabled(editorOpener() != nullptr);
+    cmdEdit->setEnabled(CanEdit(QLatin1String(kEditorKinds[kind])));
     cmdClose = AddButton(buttons, this, QStringLiteral("&Close"), QStringLiteral("cmdClose"));
     top->addLayout(buttons);
     connect(cmdClose, &QPushButton::clicked, this, &QWidget::close);
     connect(cmdEdit, &QPushButton::clicked, this, [this] {
         if (EditorOpener open = editorOpener())
             open(QLatin1String(kEditorKinds[m_kind]), m_name);
+    });
+    connect(cmdMap, &QPushButton::clicked, this, [this] {
+        if (MapOpener open = mapOpener())
+            open(m_sector, m_name);
     });
     connect(cmdBuildView, &QPushButton::clicked, this, [this] {
         ShowBuildView(m_name,
@@ -204,20 +211,20 @@ void frmRecordView::load(const QString& name) {
     bool recurse = true;
     switch (m_kind) {
     case Component:
-        FillList(lstBuyLocations,
-                 "SELECT STATIONS_STATION FROM BUY_COMPONENT_LOCATIONS WHERE COMPONENTS_COMPONENT = '" + q +
-                     "' ORDER BY STATIONS_STATION");
+        FillRecordList(lstBuyLocations,
+                       "SELECT STATIONS_STATION FROM BUY_COMPONENT_LOCATIONS WHERE COMPONENTS_COMPONENT = '" +
+                           q + "' ORDER BY STATIONS_STATION");
         m_blueprint->addNode(QString(), name, name, buildimg::Component);
         BuildCompTree(name, name, *m_blueprint, recurse);
         PopulateUsedIn(RecordKind::Component, name, *m_usedIn);
         PopulateMOBs(name);
         break;
     case RawMaterial:
-        FillList(lstBuyLocations,
-                 "SELECT STATIONS_STATION FROM BUY_RAW_MATERIAL_LOCATIONS WHERE RAW_MATERIAL = '" + q +
-                     "' ORDER BY STATIONS_STATION");
-        FillList(lstMineLocations, "SELECT SECTORS_SECTOR FROM MINE_LOCATIONS WHERE RAW_MATERIAL = '" + q +
-                                       "' ORDER BY SECTORS_SECTOR");
+        FillRecordList(lstBuyLocations,
+                       "SELECT STATIONS_STATION FROM BUY_RAW_MATERIAL_LOCATIONS WHERE RAW_MATERIAL = '" + q +
+                           "' ORDER BY STATIONS_STATION");
+        FillRecordList(lstMineLocations, "SELECT SECTORS_SECTOR FROM MINE_LOCATIONS WHERE RAW_MATERIAL = '" +
+                                             q + "' ORDER BY SECTORS_SECTOR");
         m_blueprint->addNode(QString(), name, name,
                              IsRefined(name) ? buildimg::RefinedRawMaterial : buildimg::RawMaterial);
         BuildRawMatTree(name, name, *m_blueprint, recurse);
@@ -225,14 +232,15 @@ void frmRecordView::load(const QString& name) {
         PopulateMOBs(name);
         break;
     case Item:
-        FillList(lstBuyLocations, "SELECT STATIONS_STATION FROM BUY_ITEM_LOCATIONS WHERE ITEM_NAME = '" + q +
-                                      "' ORDER BY STATIONS_STATION");
+        FillRecordList(lstBuyLocations,
+                       "SELECT STATIONS_STATION FROM BUY_ITEM_LOCATIONS WHERE ITEM_NAME = '" + q +
+                           "' ORDER BY STATIONS_STATION");
         PopulateUsedIn(RecordKind::Item, name, *m_usedIn);
         PopulateMOBs(name);
         break;
     case Station:
-        FillList(lstTerminals, "SELECT TERMINAL_TYPE FROM STATION_TERMINALS WHERE STATION_NAME = '" + q +
-                                   "' ORDER BY TERMINAL_TYPE");
+        FillRecordList(lstTerminals, "SELECT TERMINAL_TYPE FROM STATION_TERMINALS WHERE STATION_NAME = '" +
+                                         q + "' ORDER BY TERMINAL_TYPE");
         PopulateStationSells(name, *m_usedIn);
         break;
     }
@@ -267,6 +275,7 @@ void frmRecordView::loadItem(Recordset& rs) {
 
 void frmRecordView::loadStation(Recordset& rs) {
     const QString sector = NzString(rs.value(QStringLiteral("SECTORS_SECTOR")));
+    m_sector = sector;
     QString system;
     {
         Recordset s;

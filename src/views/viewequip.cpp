@@ -80,17 +80,17 @@ void frmEquipment::load(const QString& name, int typeIndex, const QString& typeN
     if (typeIndex == equip::Missile || typeIndex == equip::Projectile)
         fillAmmoList();
 
-    FillList(lstBuyLocations,
-             "SELECT STATIONS_STATION FROM BUY_EQUIPMENT_LOCATION WHERE EQUIPMENTS_EQUIPMENT = '" + q +
-                 "' ORDER BY STATIONS_STATION");
+    FillRecordList(lstBuyLocations,
+                   "SELECT STATIONS_STATION FROM BUY_EQUIPMENT_LOCATION WHERE EQUIPMENTS_EQUIPMENT = '" + q +
+                       "' ORDER BY STATIONS_STATION");
 
     m_blueprint->clear();
     m_blueprint->addNode(QString(), name, name, buildimg::Equipment);
     bool recurse = true;
     BuildEquipTree(name, name, *m_blueprint, recurse);
 
-    FillList(lstAllowed, "SELECT CLASS_NAME FROM EQUIPMENT_CLASS WHERE EQUIPMENTS_EQUIPMENT = '" + q +
-                             "' ORDER BY CLASS_NAME");
+    FillRecordList(lstAllowed, "SELECT CLASS_NAME FROM EQUIPMENT_CLASS WHERE EQUIPMENTS_EQUIPMENT = '" + q +
+                                   "' ORDER BY CLASS_NAME");
     PopulateMOBs(name);
     fillSpecials();
     setTooltips();
@@ -161,8 +161,8 @@ void frmEquipment::fillAmmoList() {
     tabEquipment->addTab(m_ammoPage, QStringLiteral("Ammo"));
     const int k = m_type == equip::Missile ? 3 : 4;
     const QString ammoType = txtSpecData[k]->text();
-    FillList(lstAmmo, "SELECT EQUIPMENT_NAME FROM AMO_STATS WHERE AMO_TYPE = '" + FixQuotes(ammoType) +
-                          "' ORDER BY EQUIPMENT_NAME");
+    FillRecordList(lstAmmo, "SELECT EQUIPMENT_NAME FROM AMO_STATS WHERE AMO_TYPE = '" + FixQuotes(ammoType) +
+                                "' ORDER BY EQUIPMENT_NAME");
     connect(lstAmmo, &QListWidget::currentItemChanged, this, [this] { lstAmmo_Click(); });
     // The first round is picked, and its figures shown, as the page opens.
     if (RecordCount(lstAmmo) > 0) {

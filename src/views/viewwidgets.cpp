@@ -106,6 +106,10 @@ void FillList(QListWidget* list, const QString& sql) {
     rs.open(sql);
     PopulateList(list, rs);
     rs.close();
+}
+
+void FillRecordList(QListWidget* list, const QString& sql) {
+    FillList(list, sql);
     ShowEmptyList(list);
 }
 

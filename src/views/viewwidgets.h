@@ -54,9 +54,11 @@ private:
 };
 // Fills a list widget with the first column of each row.
 void PopulateList(QListWidget* list, Recordset& rs);
-// Runs the statement and fills the list; throws on a failed statement. A statement without rows
-// leaves the list saying so (ShowEmptyList).
+// Runs the statement and fills the list; throws on a failed statement.
 void FillList(QListWidget* list, const QString& sql);
+// The same for a record view's read-only list: a statement without rows leaves the list saying so
+// (ShowEmptyList). Not for lists that are edited and written back.
+void FillRecordList(QListWidget* list, const QString& sql);
 // An empty list says "No Records Found", as the empty trees do, in one greyed entry that cannot be
 // selected or opened. Lists that already hold entries are left alone.
 void ShowEmptyList(QListWidget* list);
