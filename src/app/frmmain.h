@@ -109,7 +109,6 @@ private:
     void SetRStoList(Recordset& rs);
     void openRecord(bool editor);
     void openUrlOf(const QString& section);
-    void openProgramFile(const QString& fileName);
     void runHandler(const QString& objectName);
     void copyOrRename(const QString& entry, const QString& verb);
 };
