@@ -36,11 +36,7 @@ QSizeF printableSize(QPagedPaintDevice& device) {
 
 // Widths that fit `available`: narrow columns keep their natural width, the wide ones share what is
 // left equally (so one long comment column cannot push every other column off the page).
-QList<double> fitWidths(const QList<double>& natural, double available, bool* narrowed) {
-    const double total = std::accumulate(natural.begin(), natural.end(), 0.0);
-    *narrowed = total > available;
-    if (!*narrowed)
-        return natural;
+QList<double> shareWidths(const QList<double>& natural, double available) {
     QList<int> order(natural.size());
     std::iota(order.begin(), order.end(), 0);
     std::sort(order.begin(), order.end(), [&](int a, int b) { return natural[a] < natural[b]; });
@@ -48,11 +44,32 @@ QList<double> fitWidths(const QList<double>& natural, double available, bool* na
     double left = available;
     qsizetype remaining = natural.size();
     for (int i : order) {
-        const double share = left / double(remaining);
-        out[i] = std::min(natural[i], share);
+        out[i] = std::min(natural[i], left / double(remaining));
         left -= out[i];
         --remaining;
     }
+    return out;
+}
+
+// The same, but every column first gets room for its header (when all headers fit), so that what a
+// column holds can always be read; only the space beyond the headers is shared.
+QList<double> fitWidths(const QList<double>& natural, const QList<double>& headers, double available,
+                        bool* narrowed) {
+    const double total = std::accumulate(natural.begin(), natural.end(), 0.0);
+    *narrowed = total > available;
+    if (!*narrowed)
+        return natural;
+    QList<double> floors(natural.size()), extra(natural.size());
+    for (qsizetype i = 0; i < natural.size(); ++i) {
+        floors[i] = std::min(natural[i], headers[i]);
+        extra[i] = natural[i] - floors[i];
+    }
+    const double floorTotal = std::accumulate(floors.begin(), floors.end(), 0.0);
+    if (floorTotal > available)
+        return shareWidths(natural, available);
+    QList<double> out = shareWidths(extra, available - floorTotal);
+    for (qsizetype i = 0; i < out.size(); ++i)
+        out[i] += floors[i];
     return out;
 }
 } // namespace
@@ -97,13 +114,14 @@ void ListReportLayout::layOut(const QSizeF& page) {
     m_footerBlock = m_foot.metrics.lineSpacing() * 2.2;
 
     // Natural widths: the widest header or measured cell, padded on both sides.
-    QList<double> natural(cols, 0.0);
+    QList<double> natural(cols, 0.0), headers(cols, 0.0);
     for (int c = 0; c < cols; ++c) {
         const int column = m_spec.columns[c];
         m_headers.append(ReportColumnCaption(m_model, column));
         m_right.append(column != ListReportSpec::TickColumn &&
                        m_model.columnTag(column) == ListModel::NumberTag);
         natural[c] = m_bold.metrics.horizontalAdvance(m_headers[c]);
+        headers[c] = std::ceil(natural[c] + 2 * m_padding);
     }
     auto measure = [&](int row) {
         for (int c = 0; c < cols; ++c)
@@ -121,7 +139,7 @@ void ListReportLayout::layOut(const QSizeF& page) {
     }
     for (double& w : natural)
         w = std::ceil(w + 2 * m_padding);
-    m_widths = fitWidths(natural, page.width(), &m_narrowed);
+    m_widths = fitWidths(natural, headers, page.width(), &m_narrowed);
 
     // Rows per page: the first page carries the title block, the others a one-line running head.
     const double table = page.height() - m_headerHeight - m_footerBlock;
