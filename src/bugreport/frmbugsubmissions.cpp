@@ -92,7 +92,6 @@ frmBugSubmissions::frmBugSubmissions(QWidget* parent) : QWidget(parent) {
     auto label = [this](QLabel*& l, const char* name) {
         l = new QLabel(this);
         l->setObjectName(QLatin1String(name));
-        l->setWordWrap(true);
         return l;
     };
     txtName = new QLineEdit(this);
@@ -108,6 +107,7 @@ frmBugSubmissions::frmBugSubmissions(QWidget* parent) : QWidget(parent) {
     column->addLayout(form);
 
     column->addWidget(label(lblDescription, "lblDescription"));
+    lblDescription->setWordWrap(true);
     txtDescription = new QPlainTextEdit(this);
     txtDescription->setObjectName(QStringLiteral("txtDescription"));
     txtDescription->setTabChangesFocus(true);
