@@ -60,11 +60,10 @@ void frmProgress::reject() {
 
 class frmProgress::Reporter : public Progress {
 public:
-    Reporter(const QString& caption, bool cancellable)
-        : m_window(new frmProgress(caption, cancellable, OwnerWindow())) {
+    Reporter(const QString& caption, bool cancellable, int showAfterMs)
+        : m_window(new frmProgress(caption, cancellable, OwnerWindow())), m_showAfter(showAfterMs) {
         m_window->setAttribute(Qt::WA_DeleteOnClose, false);
-        m_window->show();
-        m_window->raise();
+        m_started.start();
         pump(true);
     }
     ~Reporter() override { delete m_window.data(); }
@@ -100,16 +99,23 @@ private:
         if (!now && m_pumped.isValid() && m_pumped.elapsed() < 50)
             return;
         m_pumped.start();
-        QApplication::processEvents();
+        if (m_window && m_window->isHidden() && m_started.elapsed() >= m_showAfter) {
+            m_window->show();
+            m_window->raise();
+        }
+        if (m_window && !m_window->isHidden())
+            QApplication::processEvents();
     }
 
     QPointer<frmProgress> m_window;
     qint64 m_total = 0;
-    QElapsedTimer m_pumped;
+    int m_showAfter = 0;
+    QElapsedTimer m_started, m_pumped;
 };
 
 void InstallProgressWindow() {
-    setProgressFactory([](const QString& caption, bool cancellable) -> std::unique_ptr<Progress> {
-        return std::make_unique<frmProgress::Reporter>(caption, cancellable);
-    });
+    setProgressFactory(
+        [](const QString& caption, bool cancellable, int showAfterMs) -> std::unique_ptr<Progress> {
+            return std::make_unique<frmProgress::Reporter>(caption, cancellable, showAfterMs);
+        });
 }

@@ -7,9 +7,9 @@ ProgressFactory& factory() {
 }
 } // namespace
 
-std::unique_ptr<Progress> StartProgress(const QString& caption, bool cancellable) {
+std::unique_ptr<Progress> StartProgress(const QString& caption, bool cancellable, int showAfterMs) {
     if (factory())
-        if (std::unique_ptr<Progress> p = factory()(caption, cancellable))
+        if (std::unique_ptr<Progress> p = factory()(caption, cancellable, showAfterMs))
             return p;
     return std::make_unique<SilentProgress>();
 }

@@ -38,9 +38,12 @@ public:
 };
 
 // Starts the progress of an operation captioned caption ("Sending Bug Submission"). cancellable: the
-// user may stop it. Never null.
-std::unique_ptr<Progress> StartProgress(const QString& caption, bool cancellable = false);
+// user may stop it. showAfterMs: shown only once the operation has lasted that long (a refresh that
+// is quick should not flash a window). Never null.
+std::unique_ptr<Progress> StartProgress(const QString& caption, bool cancellable = false,
+                                        int showAfterMs = 0);
 
 // The window layer installs how progress is shown; an empty factory restores the silent one.
-using ProgressFactory = std::function<std::unique_ptr<Progress>(const QString& caption, bool cancellable)>;
+using ProgressFactory =
+    std::function<std::unique_ptr<Progress>(const QString& caption, bool cancellable, int showAfterMs)>;
 void setProgressFactory(ProgressFactory factory);

@@ -141,6 +141,15 @@ private Q_SLOTS:
         QVERIFY(!findProgress());
         std::unique_ptr<Progress> fixed = StartProgress("Restoring", false);
         QVERIFY(findProgress() && !findProgress()->cmdCancel->isVisible());
+        fixed.reset();
+
+        // A quick operation asked to show only when slow never shows; a slow one does.
+        std::unique_ptr<Progress> later = StartProgress("Refreshing Grid", false, 150);
+        later->setValue(1);
+        QVERIFY(findProgress() && findProgress()->isHidden());
+        QTest::qWait(200);
+        later->setText("Equipment");
+        QVERIFY(findProgress()->isVisible());
     }
 
     void proposedPdfNames_data() {
