@@ -24,18 +24,18 @@ void printFigures(const bench::Context& ctx) {
     openDatabase(file);
     ListModel model;
     fillList(model, equipmentListSql());
-    ListReportSpec spec;
-    spec.title = QStringLiteral("Equipment");
-    spec.printedOn = QStringLiteral("Printed 2024-05-01 10:00:00");
+    ListReportPlan plan;
+    plan.title = QStringLiteral("Equipment");
+    plan.printedOn = QStringLiteral("Printed 2024-05-01 10:00:00");
     for (int c = 0; c < std::min(8, model.columnCount()); ++c)
-        spec.columns << c;
+        plan.columns << c;
 
     int pages = 0;
     const Timing layout = medianSeconds(ctx.runs, [&] {
         QBuffer sink;
         sink.open(QIODevice::WriteOnly);
         QPdfWriter writer(&sink);
-        pages = ListReportLayout(model, spec, writer).pageCount();
+        pages = ListReportLayout(model, plan, writer).pageCount();
     });
     report(QStringLiteral("print: laying out 10,000 rows"), layout, 0.5);
     qint64 bytes = 0;
@@ -44,7 +44,7 @@ void printFigures(const bench::Context& ctx) {
         sink.open(QIODevice::WriteOnly);
         {
             QPdfWriter writer(&sink);
-            PaintListReport(model, spec, writer);
+            PaintListReport(model, plan, writer);
         }
         bytes = sink.size();
     });

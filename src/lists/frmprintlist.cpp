@@ -32,7 +32,7 @@ constexpr int ColumnRole = Qt::UserRole;
 constexpr int AskAbovePages = 50, ProgressAbovePages = 5;
 
 QString columnKey(const ListModel& model, int column) {
-    return column == ListReportSpec::TickColumn ? TickName : model.columnName(column);
+    return column == ListReportPlan::TickColumn ? TickName : model.columnName(column);
 }
 } // namespace
 
@@ -111,8 +111,8 @@ frmPrintList::frmPrintList(const ListModel& model, const QHeaderView* header, co
 
     fillColumns(header);
     const QString savedOrientation = GetSetting(Section, m_key + QStringLiteral("/Landscape"));
-    const bool wide = savedOrientation.isEmpty() ? !ListReportFitsAcross(m_model, spec(), false) &&
-                                                       ListReportFitsAcross(m_model, spec(), true)
+    const bool wide = savedOrientation.isEmpty() ? !ListReportFitsAcross(m_model, plan(), false) &&
+                                                       ListReportFitsAcross(m_model, plan(), true)
                                                  : textBool(savedOrientation);
     (wide ? optLandscape : optPortrait)->setChecked(true);
     updatePages();
@@ -142,7 +142,7 @@ void frmPrintList::fillColumns(const QHeaderView* header) {
         if (!header || !header->isSectionHidden(column))
             shown.append(column);
     }
-    order.append(ListReportSpec::TickColumn);
+    order.append(ListReportPlan::TickColumn);
 
     // A choice remembered for this category wins, for the columns the list still has.
     const QStringList saved =
@@ -169,8 +169,8 @@ void frmPrintList::fillColumns(const QHeaderView* header) {
     lstColumns->setCurrentRow(0);
 }
 
-ListReportSpec frmPrintList::spec() const {
-    ListReportSpec s;
+ListReportPlan frmPrintList::plan() const {
+    ListReportPlan s;
     s.title = txtTitle->text().trimmed();
     s.subtitle = txtSubtitle->text().trimmed();
     s.printedOn = QStringLiteral("Printed ") + generalDate(Now());
@@ -197,7 +197,7 @@ void frmPrintList::moveCurrent(int by) {
 }
 
 void frmPrintList::updatePages() {
-    const ListReportSpec s = spec();
+    const ListReportPlan s = plan();
     if (s.columns.isEmpty()) {
         lblPages->setText(tr("No column chosen"));
         return;
@@ -208,14 +208,14 @@ void frmPrintList::updatePages() {
 
 void frmPrintList::remember() const {
     QStringList names;
-    for (int column : spec().columns)
+    for (int column : plan().columns)
         names << columnKey(m_model, column);
     SaveSetting(Section, m_key + QStringLiteral("/Columns"), names.join(QLatin1Char(',')));
     SaveSetting(Section, m_key + QStringLiteral("/Landscape"), boolText(landscape()));
 }
 
 void frmPrintList::cmdPrint_Click() {
-    const ListReportSpec s = spec();
+    const ListReportPlan s = plan();
     if (s.columns.isEmpty()) {
         MsgBox(QStringLiteral("Please tick at least one column to print."), vb::Exclamation, Caption);
         return;

@@ -23,7 +23,7 @@ public:
                  const QString& subtitle, const QString& key, QWidget* parent = nullptr);
 
     // The report as chosen now.
-    ListReportSpec spec() const;
+    ListReportPlan plan() const;
     bool landscape() const;
     // Checks the choice, remembers it and prints; the dialog closes unless the user has to choose
     // again (no column ticked, or a very long print not confirmed).

@@ -76,27 +76,27 @@ QList<double> fitWidths(const QList<double>& natural, const QList<double>& heade
 
 ListReportLayout::Face::Face(const QFont& f, QPaintDevice& device) : font(f), metrics(f, &device) {}
 
-ListReportLayout::ListReportLayout(const ListModel& model, const ListReportSpec& spec,
+ListReportLayout::ListReportLayout(const ListModel& model, const ListReportPlan& plan,
                                    QPagedPaintDevice& device)
-    : ListReportLayout(model, spec, device, printableSize(device)) {}
+    : ListReportLayout(model, plan, device, printableSize(device)) {}
 
-ListReportLayout::ListReportLayout(const ListModel& model, const ListReportSpec& spec, QPaintDevice& device,
+ListReportLayout::ListReportLayout(const ListModel& model, const ListReportPlan& plan, QPaintDevice& device,
                                    const QSizeF& page)
-    : m_model(model), m_spec(spec), m_title(sized(TitlePoints, true), device),
+    : m_model(model), m_plan(plan), m_title(sized(TitlePoints, true), device),
       m_subtitle(sized(SubtitlePoints), device), m_body(sized(BodyPoints), device),
       m_bold(sized(BodyPoints, true), device), m_foot(sized(FootPoints, false, true), device) {
     layOut(page);
 }
 
 QString ReportColumnCaption(const ListModel& model, int column) {
-    if (column == ListReportSpec::TickColumn)
+    if (column == ListReportPlan::TickColumn)
         return QStringLiteral("Ticked");
     return model.headerData(column, Qt::Horizontal, Qt::DisplayRole).toString();
 }
 
 QString ListReportLayout::cellText(int row, int printColumn) const {
-    const int column = m_spec.columns[printColumn];
-    if (column == ListReportSpec::TickColumn)
+    const int column = m_plan.columns[printColumn];
+    if (column == ListReportPlan::TickColumn)
         return m_model.isChecked(row) ? QStringLiteral("Yes") : QString();
     return m_model.text(row, column);
 }
@@ -104,7 +104,7 @@ QString ListReportLayout::cellText(int row, int printColumn) const {
 void ListReportLayout::layOut(const QSizeF& page) {
     m_page = page;
     const int rows = m_model.rowCount();
-    const int cols = int(m_spec.columns.size());
+    const int cols = int(m_plan.columns.size());
     m_padding = m_body.metrics.height() * 0.3;
     m_rowHeight = m_body.metrics.lineSpacing() * 1.3;
     m_headerHeight = m_bold.metrics.lineSpacing() * 1.5;
@@ -116,9 +116,9 @@ void ListReportLayout::layOut(const QSizeF& page) {
     // Natural widths: the widest header or measured cell, padded on both sides.
     QList<double> natural(cols, 0.0), headers(cols, 0.0);
     for (int c = 0; c < cols; ++c) {
-        const int column = m_spec.columns[c];
+        const int column = m_plan.columns[c];
         m_headers.append(ReportColumnCaption(m_model, column));
-        m_right.append(column != ListReportSpec::TickColumn &&
+        m_right.append(column != ListReportPlan::TickColumn &&
                        m_model.columnTag(column) == ListModel::NumberTag);
         natural[c] = m_bold.metrics.horizontalAdvance(m_headers[c]);
         headers[c] = std::ceil(natural[c] + 2 * m_padding);
@@ -169,17 +169,17 @@ QList<ReportItem> ListReportLayout::pageItems(int page) const {
     double y = 0;
     if (page == 0) {
         const double titleLine = m_title.metrics.lineSpacing() * 1.3;
-        text(ReportItem::Title, QRectF(0, 0, width, titleLine), m_spec.title);
+        text(ReportItem::Title, QRectF(0, 0, width, titleLine), m_plan.title);
         const int rows = m_model.rowCount();
         QString sub = rows == 1 ? QStringLiteral("1 record") : QStringLiteral("%L1 records").arg(rows);
-        if (!m_spec.subtitle.isEmpty())
-            sub = m_spec.subtitle + QStringLiteral("    ") + sub;
+        if (!m_plan.subtitle.isEmpty())
+            sub = m_plan.subtitle + QStringLiteral("    ") + sub;
         text(ReportItem::Subtitle, QRectF(0, titleLine, width, m_subtitle.metrics.lineSpacing() * 1.2), sub);
         y = m_titleBlock;
     } else {
-        QString head = m_spec.title;
-        if (!m_spec.subtitle.isEmpty())
-            head += QStringLiteral(" - ") + m_spec.subtitle;
+        QString head = m_plan.title;
+        if (!m_plan.subtitle.isEmpty())
+            head += QStringLiteral(" - ") + m_plan.subtitle;
         text(ReportItem::RunningHead, QRectF(0, 0, width, m_foot.metrics.lineSpacing() * 1.3), head);
         y = m_runningBlock;
     }
@@ -218,7 +218,7 @@ QList<ReportItem> ListReportLayout::pageItems(int page) const {
     rule(footTop + m_foot.metrics.lineSpacing() * 0.6, width);
     const QRectF footLine(0, footTop + m_foot.metrics.lineSpacing() * 0.8, width,
                           m_foot.metrics.lineSpacing() * 1.3);
-    text(ReportItem::Footer, footLine, m_spec.printedOn);
+    text(ReportItem::Footer, footLine, m_plan.printedOn);
     text(ReportItem::PageNumber, footLine, QStringLiteral("Page %1 of %2").arg(page + 1).arg(pageCount()),
          true);
     return items;
@@ -267,12 +267,12 @@ void ListReportLayout::paintPage(QPainter& painter, int page) const {
     }
 }
 
-bool PaintListReport(const ListModel& model, const ListReportSpec& spec, QPagedPaintDevice& device,
+bool PaintListReport(const ListModel& model, const ListReportPlan& plan, QPagedPaintDevice& device,
                      Progress* progress) {
     QPainter painter;
     if (!painter.begin(&device))
         return false;
-    const ListReportLayout layout(model, spec, device);
+    const ListReportLayout layout(model, plan, device);
     if (progress)
         progress->setRange(layout.pageCount());
     for (int page = 0; page < layout.pageCount(); ++page) {
@@ -298,12 +298,12 @@ template <typename F> auto onReferencePage(bool landscape, F f) {
 }
 } // namespace
 
-bool ListReportFitsAcross(const ListModel& model, const ListReportSpec& spec, bool landscape) {
+bool ListReportFitsAcross(const ListModel& model, const ListReportPlan& plan, bool landscape) {
     return onReferencePage(landscape,
-                           [&](QPdfWriter& w) { return !ListReportLayout(model, spec, w).narrowed(); });
+                           [&](QPdfWriter& w) { return !ListReportLayout(model, plan, w).narrowed(); });
 }
 
-int ListReportPageCount(const ListModel& model, const ListReportSpec& spec, bool landscape) {
+int ListReportPageCount(const ListModel& model, const ListReportPlan& plan, bool landscape) {
     return onReferencePage(landscape,
-                           [&](QPdfWriter& w) { return ListReportLayout(model, spec, w).pageCount(); });
+                           [&](QPdfWriter& w) { return ListReportLayout(model, plan, w).pageCount(); });
 }

@@ -17,7 +17,7 @@ class QPagedPaintDevice;
 class QPaintDevice;
 class QPainter;
 
-struct ListReportSpec {
+struct ListReportPlan {
     // The tick of a row, printed as a column of its own ("Yes" or empty) when it is chosen.
     static constexpr int TickColumn = -1;
 
@@ -45,9 +45,9 @@ class ListReportLayout {
 public:
     // Lays the report out for pages of the device's printable size (QPagedPaintDevice::pageLayout)
     // with fonts measured for the device.
-    ListReportLayout(const ListModel& model, const ListReportSpec& spec, QPagedPaintDevice& device);
+    ListReportLayout(const ListModel& model, const ListReportPlan& plan, QPagedPaintDevice& device);
     // The same for a page of the given size on any device (the size in that device's units).
-    ListReportLayout(const ListModel& model, const ListReportSpec& spec, QPaintDevice& device,
+    ListReportLayout(const ListModel& model, const ListReportPlan& plan, QPaintDevice& device,
                      const QSizeF& page);
 
     int pageCount() const { return int(m_pages.size()); }
@@ -72,7 +72,7 @@ private:
     QString cellText(int row, int printColumn) const;
 
     const ListModel& m_model;
-    ListReportSpec m_spec;
+    ListReportPlan m_plan;
     QSizeF m_page;
     QList<double> m_widths;
     QList<bool> m_right;
@@ -86,7 +86,7 @@ private:
 
 // Paints the whole report onto the device, a page at a time, reporting each page to progress (may be
 // null). False when painting could not start (a file that cannot be written, a printer error).
-bool PaintListReport(const ListModel& model, const ListReportSpec& spec, QPagedPaintDevice& device,
+bool PaintListReport(const ListModel& model, const ListReportPlan& plan, QPagedPaintDevice& device,
                      Progress* progress = nullptr);
 
 // The caption of a printed column: the list's header text, or "Ticked" for the tick.
@@ -94,6 +94,6 @@ QString ReportColumnCaption(const ListModel& model, int column);
 
 // Whether the columns fit across a page of that size and orientation without being narrowed (the
 // column chooser proposes landscape when they fit only that way).
-bool ListReportFitsAcross(const ListModel& model, const ListReportSpec& spec, bool landscape);
+bool ListReportFitsAcross(const ListModel& model, const ListReportPlan& plan, bool landscape);
 // The number of pages the report takes on such a page.
-int ListReportPageCount(const ListModel& model, const ListReportSpec& spec, bool landscape);
+int ListReportPageCount(const ListModel& model, const ListReportPlan& plan, bool landscape);

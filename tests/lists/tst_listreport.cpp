@@ -25,8 +25,8 @@ QStringList rowsTable(int n, const QString& comment = QStringLiteral("plain"), i
     return s << QStringLiteral("COMMIT");
 }
 
-ListReportSpec spec(const QList<int>& columns) {
-    ListReportSpec s;
+ListReportPlan plan(const QList<int>& columns) {
+    ListReportPlan s;
     s.title = QStringLiteral("Components");
     s.subtitle = QStringLiteral("Level: 3");
     s.columns = columns;
@@ -73,7 +73,7 @@ private Q_SLOTS:
         QFETCH(int, pages);
         LOAD_LIST(m, "SELECT * FROM T ORDER BY NAME", rowsTable(rows));
         Page page;
-        const ListReportLayout layout(m, spec({0, 1, 2}), page.writer);
+        const ListReportLayout layout(m, plan({0, 1, 2}), page.writer);
         QCOMPARE(layout.pageCount(), pages);
         int next = 0;
         for (const ReportPage& p : layout.pages()) {
@@ -108,7 +108,7 @@ private Q_SLOTS:
         if (m.text(0, 2) != "149074.5")
             m.sortByColumn(2);
         Page page;
-        const ListReportLayout layout(m, spec({2, 0, ListReportSpec::TickColumn}), page.writer);
+        const ListReportLayout layout(m, plan({2, 0, ListReportPlan::TickColumn}), page.writer);
         QCOMPARE(layout.pageCount(), 3);
         for (int p = 0; p < layout.pageCount(); ++p) {
             const QList<ReportItem> items = layout.pageItems(p);
@@ -138,7 +138,7 @@ private Q_SLOTS:
     void numbersAlignRight() {
         LOAD_LIST(m, "SELECT NAME, LVL, COMMENTS FROM T", rowsTable(3));
         Page page;
-        const ListReportLayout layout(m, spec({0, 1, 2}), page.writer);
+        const ListReportLayout layout(m, plan({0, 1, 2}), page.writer);
         int header = 0, cell = 0;
         for (const ReportItem& i : layout.pageItems(0)) {
             if (i.kind == ReportItem::Header)
@@ -156,9 +156,9 @@ private Q_SLOTS:
             QString("A very long comment about where this part is found ").repeated(6);
         LOAD_LIST(m, "SELECT NAME, LVL, COMMENTS FROM T", rowsTable(5, longComment));
         Page portrait;
-        const ListReportLayout fitting(m, spec({0, 1}), portrait.writer);
+        const ListReportLayout fitting(m, plan({0, 1}), portrait.writer);
         QVERIFY(!fitting.narrowed());
-        const ListReportLayout cut(m, spec({0, 1, 2}), portrait.writer);
+        const ListReportLayout cut(m, plan({0, 1, 2}), portrait.writer);
         QVERIFY(cut.narrowed());
         QCOMPARE(cut.columnWidths()[0], fitting.columnWidths()[0]);
         QCOMPARE(cut.columnWidths()[1], fitting.columnWidths()[1]);
@@ -176,15 +176,15 @@ private Q_SLOTS:
                          qPrintable(i.text));
         }
         // Landscape is wider: the same columns are cut less.
-        QVERIFY(ListReportFitsAcross(m, spec({0, 1}), false));
-        QVERIFY(!ListReportFitsAcross(m, spec({0, 1, 2}), true));
-        QVERIFY(ListReportPageCount(m, spec({0, 1, 2}), true) >= 1);
+        QVERIFY(ListReportFitsAcross(m, plan({0, 1}), false));
+        QVERIFY(!ListReportFitsAcross(m, plan({0, 1, 2}), true));
+        QVERIFY(ListReportPageCount(m, plan({0, 1, 2}), true) >= 1);
     }
 
     void emptyListSaysSo() {
         LOAD_LIST(m, "SELECT * FROM T", rowsTable(0));
         Page page;
-        const ListReportLayout layout(m, spec({0}), page.writer);
+        const ListReportLayout layout(m, plan({0}), page.writer);
         QCOMPARE(texts(layout.pageItems(0), ReportItem::Cell), QStringList{"No records are listed."});
         QCOMPARE(texts(layout.pageItems(0), ReportItem::Subtitle), QStringList{"Level: 3    0 records"});
     }
@@ -199,8 +199,8 @@ private Q_SLOTS:
         {
             QPdfWriter writer(file);
             writer.setPageSize(QPageSize(QPageSize::A4));
-            pages = ListReportLayout(m, spec({0, 1, 2, 3}), writer).pageCount();
-            QVERIFY(PaintListReport(m, spec({0, 1, 2, 3}), writer));
+            pages = ListReportLayout(m, plan({0, 1, 2, 3}), writer).pageCount();
+            QVERIFY(PaintListReport(m, plan({0, 1, 2, 3}), writer));
         }
         QFile pdf(file);
         QVERIFY(pdf.open(QIODevice::ReadOnly));
@@ -211,7 +211,7 @@ private Q_SLOTS:
                      int(data.count("/Type /Page>")),
                  pages);
         QPdfWriter nowhere(dir.filePath("missing/folder/list.pdf"));
-        QVERIFY(!PaintListReport(m, spec({0}), nowhere));
+        QVERIFY(!PaintListReport(m, plan({0}), nowhere));
     }
 };
 
