@@ -179,7 +179,7 @@ void frmMain::updateMenuState() {
                              "mnuAddComps", "mnuAddRawMaterial", "mnuAddItem", "mnuViewMaps",
                              "mnuPrintPrintFilteredList", "mnuHelpSubmitBug", "mnuHelpHelp", "mnuHelpReadMe"})
         set(name, has(name));
-    const bool edits = editorOpener() != nullptr && cat != listcat::Stations;
+    const bool edits = CanEdit(cat);
     set("mnuEditEditItem", row && edits);
     set("mnuPopupEditItem", row && edits);
     set("mnuPopupView", row);
