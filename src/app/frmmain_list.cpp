@@ -3,6 +3,7 @@
 
 #include "app/mainsettings.h"
 #include "core/inifile.h"
+#include "core/progress.h"
 #include "core/prompt.h"
 #include "core/settings.h"
 #include "data/database.h"
@@ -46,8 +47,11 @@ void frmMain::RefreshGrid() {
         d->model->clear();
         d->listCategory.clear();
         d->listLayout.clear();
+        // A large list takes a while to read: the progress window shows if it lasts.
+        std::unique_ptr<Progress> progress = StartProgress(QStringLiteral("Refreshing Grid"), false, 500);
+        progress->setText(cat);
         rs.open(sql);
-        SetRStoList(rs);
+        SetRStoList(rs, progress.get());
         rs.close();
         d->listCategory = cat;
         d->listLayout = layoutKey;
@@ -83,11 +87,11 @@ void frmMain::RefreshGrid() {
     updateMenuState();
 }
 
-void frmMain::SetRStoList(Recordset& rs) {
+void frmMain::SetRStoList(Recordset& rs, Progress* progress) {
     ListColors colors;
     colors.updated = colorFromVbColorText(ReadVoskIni(QStringLiteral("COLORS"), QStringLiteral("UPDATED")));
     colors.personal = colorFromVbColorText(ReadVoskIni(QStringLiteral("COLORS"), QStringLiteral("PERSONAL")));
-    d->model->load(rs, colors);
+    d->model->load(rs, colors, progress);
     // A list whose rows carry no change flags has no coloured rows to explain.
     showLegend(d->model->hasColourFlags() ? colors.updated : QColor(),
                d->model->hasColourFlags() ? colors.personal : QColor());

@@ -2,6 +2,7 @@
 #include "lists/cellformat.h"
 #include "lists/listmodel_p.h"
 
+#include "core/progress.h"
 #include "core/vberror.h"
 #include "data/recordset.h"
 
@@ -107,7 +108,7 @@ void ListModel::clear() {
     endResetModel();
 }
 
-void ListModel::load(Recordset& rs, const ListColors& colors) {
+void ListModel::load(Recordset& rs, const ListColors& colors, Progress* progress) {
     auto next = d->emptyKeepingSort();
     next->colors = colors;
 
@@ -179,6 +180,8 @@ void ListModel::load(Recordset& rs, const ListColors& colors) {
                 }
             }
             ++next->rows;
+            if (progress && (next->rows & 4095) == 0)
+                progress->setValue(qint64(next->rows));
         }
     } catch (...) {
         d = d->emptyKeepingSort();
