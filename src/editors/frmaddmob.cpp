@@ -13,6 +13,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSplitter>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QVBoxLayout>
 
@@ -37,8 +38,9 @@ frmAddMob::frmAddMob(QWidget* parent) : EditorWindow(QStringLiteral("frmAddMob")
     tabMOB->setObjectName(QStringLiteral("tabMOB"));
     split->addWidget(prpMOB);
     split->addWidget(tabMOB);
-    split->setStretchFactor(0, 2);
-    split->setStretchFactor(1, 3);
+    split->setStretchFactor(0, 0);
+    split->setStretchFactor(1, 1);
+
     top->addWidget(split, 1);
     top->addLayout(buttonRow());
 
@@ -75,7 +77,10 @@ frmAddMob::frmAddMob(QWidget* parent) : EditorWindow(QStringLiteral("frmAddMob")
     connect(txtComments, &QPlainTextEdit::textChanged, this,
             [this] { m_edit.comments = txtComments->toPlainText(); });
     connect(prpMOB, &PropertyListWidget::valueChanged, this, [this] { showTitle(); });
-    resize(900, 560);
+    // Room for the list's longest caption and value, and for all nine tabs side by side.
+    const int tabsWidth = qMax(700, tabMOB->tabBar()->sizeHint().width() + 16);
+    split->setSizes({330, tabsWidth});
+    resize(330 + tabsWidth + 40, 600);
 }
 
 UBGrid* frmAddMob::grid(const QString& widgetName) const {
@@ -107,8 +112,11 @@ bool frmAddMob::load(const QString& name) {
 void frmAddMob::showTitle() {
     const PropertyList& p = prpMOB->list();
     lblName->setText(p.value(mob::NameKey));
-    lblType->setText(MobTypeLine(p.value(QStringLiteral("COMBAT_LEVEL")), p.value(QStringLiteral("TYPE")),
-                                 p.value(QStringLiteral("BOSS")) == QLatin1String("Yes")));
+    const QString level = p.value(QStringLiteral("COMBAT_LEVEL")), type = p.value(QStringLiteral("TYPE"));
+    const bool boss = p.value(QStringLiteral("BOSS")) == QLatin1String("Yes");
+    // A new MOB has no level yet: its type alone.
+    lblType->setText(level.isEmpty() ? type + (boss ? QStringLiteral(" Boss") : QString())
+                                     : MobTypeLine(level, type, boss));
 }
 
 SavePlan frmAddMob::savePlan() {

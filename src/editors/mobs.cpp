@@ -161,6 +161,7 @@ void FillProperties(PropertyList& p, const Recordset& rs, bool adding) {
 
     if (adding) {
         p.load(NameKey, NewName);
+        p.load(QStringLiteral("BOSS"), QStringLiteral("No"));
         p.load(QStringLiteral("CHECK"), QStringLiteral("No"));
         p.load(QStringLiteral("SUBMITTED"), QStringLiteral("No"));
         p.load(QStringLiteral("PERSONAL_DB"), QStringLiteral("Yes"));
