@@ -18,8 +18,10 @@
 #include <QApplication>
 #include <QLabel>
 #include <QPlainTextEdit>
+#include <QPushButton>
 #include <QTabWidget>
 #include <QTest>
+#include <QTreeWidget>
 #include <sqlite3.h>
 
 namespace {
@@ -599,6 +601,34 @@ private Q_SLOTS:
         QCOMPARE(w->cmdSave_Click(), SaveResult::Saved);
         QCOMPARE(rows("SELECT TYPE, FACTION FROM MOBS WHERE MOB_NAME = " + lit(Kell)),
                  QStringList{"Zz New One|Zz New One"});
+    }
+
+    // Tab walks from the property list to the tabs, into the page shown and on to Save; Delete in a
+    // grid removes the current row; Delete in the property list clears a value.
+    void keyboard() {
+        auto* w = editor(Kell);
+        QVERIFY(w);
+        QApplication::setActiveWindow(w);
+        QVERIFY(QTest::qWaitForWindowActive(w));
+        QTreeWidget* tree = w->prpMOB->tree();
+        tree->setFocus();
+        tree->setCurrentItem(w->prpMOB->itemFor("SHIELD"));
+        QTest::keyClick(tree, Qt::Key_Delete);
+        QCOMPARE(w->prpMOB->list().value("SHIELD"), QString());
+        QTest::keyClick(tree, Qt::Key_Tab);
+        QVERIFY(w->tabMOB->isAncestorOf(QApplication::focusWidget()));
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        QCOMPARE(QApplication::focusWidget(), static_cast<QWidget*>(w->txtComments));
+        QTest::keyClick(w->txtComments, Qt::Key_Tab);
+        QCOMPARE(QApplication::focusWidget(), static_cast<QWidget*>(w->cmdSave));
+
+        w->tabMOB->setCurrentWidget(w->ubgAttackTypes);
+        const int count = w->ubgAttackTypes->grid().lastDataRow();
+        QVERIFY(count > 0);
+        w->ubgAttackTypes->setFocus();
+        w->ubgAttackTypes->setCurrentIndex(w->ubgAttackTypes->cellIndex(1, 1));
+        QTest::keyClick(w->ubgAttackTypes, Qt::Key_Delete);
+        QCOMPARE(w->ubgAttackTypes->grid().lastDataRow(), count - 1);
     }
 
     void closingWithChangesAsks() {
