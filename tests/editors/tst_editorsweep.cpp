@@ -29,6 +29,7 @@ private Q_SLOTS:
         QTest::addColumn<QString>("names"); // the kind's records, by name
         QTest::newRow("Raw Materials")
             << "SELECT RAW_MATERIAL_NAME FROM RAW_MATERIALS ORDER BY RAW_MATERIAL_NAME";
+        QTest::newRow("MOBs") << "SELECT MOB_NAME FROM MOBS ORDER BY MOB_NAME";
     }
     void everyRecordOpensAndSavesUnchanged() {
         QFETCH(QString, names);
