@@ -233,13 +233,32 @@ private Q_SLOTS:
         db().open(connectionFor(file));
         const long sampleRows = world::count("SELECT COUNT(*) FROM EQUIPMENTS");
         db().close();
-        constexpr int Equipment = 8000;
+        // The kill moments are spread over how long a build takes on this machine, so a fast machine
+        // is stopped mid-build as often as a slow one; the world grows until a build takes a while.
+        int Equipment = 8000;
+        qint64 buildMs = 0;
+        for (;;) {
+            QElapsedTimer timer;
+            timer.start();
+            QProcess probe;
+            probe.start(VOSK_MAKEDB, {"--force", "--synthetic", QString::number(Equipment), file});
+            QVERIFY(probe.waitForFinished(120000) && probe.exitCode() == 0);
+            buildMs = timer.elapsed();
+            QProcess back;
+            back.start(VOSK_MAKEDB, {"--force", "--sample", file});
+            QVERIFY(back.waitForFinished(60000) && back.exitCode() == 0);
+            if (buildMs >= 400 || Equipment >= 256000)
+                break;
+            Equipment *= 2;
+        }
         int killed = 0, complete = 0;
         for (int k = 0; k < 12; ++k) {
             QProcess tool;
             tool.start(VOSK_MAKEDB, {"--force", "--synthetic", QString::number(Equipment), file});
             QVERIFY(tool.waitForStarted());
-            const bool stopped = !tool.waitForFinished(QRandomGenerator::global()->bounded(50, 1500));
+            const int at =
+                QRandomGenerator::global()->bounded(int(buildMs / 20) + 1, int(buildMs * 6 / 5) + 2);
+            const bool stopped = !tool.waitForFinished(at);
             if (stopped) {
                 tool.kill();
                 tool.waitForFinished(10000);
@@ -257,7 +276,8 @@ private Q_SLOTS:
                 QVERIFY(again.waitForFinished(60000) && again.exitCode() == 0);
             }
         }
-        qInfo("vosk-makedb: 12 runs, %d killed while building, %d finished", killed, complete);
+        qInfo("vosk-makedb: %d equipment in %lld ms; 12 runs, %d killed while building, %d finished",
+              Equipment, buildMs, killed, complete);
         QVERIFY(killed > 0);
     }
 };
