@@ -1,11 +1,12 @@
 #include "editors/editors.h"
 
+#include "editors/frmaddequip.h"
 #include "editors/frmaddrawmaterials.h"
 
 const QList<EditorKind>& editorKinds() {
     static const QList<EditorKind> kinds = {
         // The equipment editor (frmAddEquip).
-        {QStringLiteral("Equipment"), QStringLiteral("mnuAddEquip"), nullptr},
+        {QStringLiteral("Equipment"), QStringLiteral("mnuAddEquip"), &OpenEquipmentEditor},
 
         // The component editor (frmAddComponent).
         {QStringLiteral("Components"), QStringLiteral("mnuAddComps"), nullptr},
