@@ -145,7 +145,10 @@ void addStatistics(PropertyList& p, const Recordset& rs, int type) {
             if (!rs.eof())
                 launch.value = launch.loaded = launchTypeOf(NzString(rs.value(i)));
         }
-        PropertyRow& r = p.addField(category, rs, field);
+        // FormatFieldName would make "Ammunition  Type" of these, with two blanks.
+        const bool ammoType = field == QLatin1String("AMO_TYPE") || field == QLatin1String("AMO_TYPE_AMO");
+        PropertyRow& r =
+            p.addField(category, rs, field, ammoType ? QStringLiteral("Ammunition Type") : QString());
         if (field == QLatin1String("DAMAGE_TYPE")) {
             const LookupTable damage = lookup::damageTypes();
             choiceRow(r, damage.values(), damage);
@@ -248,7 +251,7 @@ void FillProperties(PropertyList& p, const Recordset& rs, int type, bool isNew) 
     PropertyRow& quality = p.addField(general, rs, QStringLiteral("QUALITY"));
     setRange(&quality, 0, 100);
     quality.defaultValue = QStringLiteral("100");
-    p.addField(general, rs, QStringLiteral("UNIQUE_FLAG"));
+    p.addField(general, rs, QStringLiteral("UNIQUE_FLAG")).defaultValue = QStringLiteral("No");
 
     const QString prices = QStringLiteral("Prices");
     p.addCategory(prices, prices);
@@ -263,7 +266,10 @@ void FillProperties(PropertyList& p, const Recordset& rs, int type, bool isNew) 
         p.addCategory(fields, QStringLiteral("Custom Fields"));
         for (int i = 0; i < 3; ++i)
             if (i == 0 || !custom.caption[i].isEmpty())
-                p.addField(fields, rs, QStringLiteral("CUSTOM_0%1").arg(i + 1));
+                // Shown as the user wrote the caption in the options.
+                p.addField(fields, rs, QStringLiteral("CUSTOM_0%1").arg(i + 1),
+                           custom.caption[i].isEmpty() ? QStringLiteral("Custom Field 1")
+                                                       : custom.caption[i]);
     }
 
     const QString record = QStringLiteral("Record");

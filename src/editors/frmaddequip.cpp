@@ -86,7 +86,7 @@ frmAddEquip::frmAddEquip(QWidget* parent) : EditorWindow(QStringLiteral("frmAddE
     connect(lstAllowed, &QListWidget::itemDoubleClicked, this, &frmAddEquip::cmdAllowed_Click);
     connect(prpList, &PropertyListWidget::valueChanged, this, &frmAddEquip::propertyChanged);
     setTips();
-    resize(720, 640);
+    resize(780, 720);
 }
 
 QWidget* frmAddEquip::buildGeneral() {
@@ -99,7 +99,8 @@ QWidget* frmAddEquip::buildGeneral() {
     split->addWidget(prpList);
     split->addWidget(box);
     split->setStretchFactor(0, 3);
-    split->setStretchFactor(1, 2);
+    split->setStretchFactor(1, 1);
+    split->setSizes({460, 170});
     return split;
 }
 

@@ -62,6 +62,7 @@ private:
                       const QString& buttonName, const QString& intro);
     void propertyChanged(const QString& key);
     void showTitle();
+    void selectFirstEditableRow();
     void pickList(QListWidget* list, const QString& kind, const QString& sql, const QString& procedure);
     void setTips();
 

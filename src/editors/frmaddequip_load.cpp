@@ -17,6 +17,7 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QPlainTextEdit>
+#include <QTreeWidget>
 
 namespace {
 const QString Container = QStringLiteral("Form frmAddEquip");
@@ -84,6 +85,7 @@ bool EditEquipment(frmAddEquip* w, const QString& name, int type) {
     p.buildHelp(HelpSection, DeEnumerate(type).toLower());
     w->prpList->rebuild();
     w->showTitle();
+    w->selectFirstEditableRow();
 
     const QString quoted = FixQuotes(stored);
     for (const GridDef& def : equipedit::grids())
@@ -133,6 +135,17 @@ void frmAddEquip::setType(int type) {
     p.buildHelp(HelpSection, DeEnumerate(type).toLower());
     prpList->rebuild();
     showTitle();
+    selectFirstEditableRow();
+}
+
+// The help under the list shows from the start, and typing edits the first row that can be edited.
+void frmAddEquip::selectFirstEditableRow() {
+    const PropertyList& p = prpList->list();
+    for (int i = 0; i < p.count(); ++i)
+        if (!p.at(i).isCategory() && !p.at(i).readOnly) {
+            prpList->tree()->setCurrentItem(prpList->itemFor(p.at(i).key));
+            return;
+        }
 }
 
 void frmAddEquip::propertyChanged(const QString& key) {

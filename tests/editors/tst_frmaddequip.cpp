@@ -221,7 +221,8 @@ private Q_SLOTS:
         const PropertyList& p = w->prpList->list();
         QCOMPARE(p.value("TYPE"), QString("Missile"));
         QCOMPARE(p.value("QUALITY"), QString("100"));
-        QCOMPARE(p.changedKeys(), QStringList{"QUALITY"});
+        QCOMPARE(p.changedKeys(), QStringList({"QUALITY", "UNIQUE_FLAG"}));
+        QCOMPARE(p.value("UNIQUE_FLAG"), QString("No"));
         QVERIFY(!p.row("EQUIPMENT_NAME")->readOnly);
         QCOMPARE(p.row("AMO_TYPE")->choices,
                  column("SELECT AMO_TYPE FROM AMO_TYPES WHERE LAUNCH_TYPE = 'Missile' ORDER BY AMO_TYPE"));

@@ -13,12 +13,14 @@
 #include "editors/propertylistwidget.h"
 #include "editors/ubgrid.h"
 #include "views/equiptypes.h"
+#include "views/modmain.h"
 #include "viewsfixture.h"
 
 #include <QApplication>
 #include <QLabel>
 #include <QListWidget>
 #include <QPlainTextEdit>
+#include <QScopeGuard>
 #include <QTest>
 #include <sqlite3.h>
 
@@ -463,6 +465,29 @@ private Q_SLOTS:
             f.scalar("SELECT COUNT(*) FROM MOB_EQUIP_DROP WHERE EQUIPMENT_NAME = 'Sunspear Mk IV'").toInt(),
             0);
         QVERIFY(!db().inTransaction());
+    }
+
+    void theCustomFieldsInUseAreRows() {
+        CustomFields custom;
+        custom.on = true;
+        custom.caption[0] = "Seen at";
+        custom.caption[2] = "Trade note";
+        setCustomFields(custom);
+        const auto restore = qScopeGuard([] { reloadCustomFields(); });
+        auto* w = editor("Ion Drive Mk I");
+        QVERIFY(w);
+        const PropertyList& p = w->prpList->list();
+        QStringList rowsShown;
+        for (int i = 0; i < p.count(); ++i)
+            if (p.at(i).parent == "Custom")
+                rowsShown << p.at(i).key + "=" + p.at(i).caption;
+        // The second field has no caption: it is not in use.
+        QCOMPARE(rowsShown, QStringList({"CUSTOM_01=Seen at", "CUSTOM_03=Trade note"}));
+        QVERIFY(w->prpList->editValue("CUSTOM_03", "Kell's price"));
+        QCOMPARE(w->cmdSave_Click(), SaveResult::Saved);
+        QCOMPARE(
+            f.scalar("SELECT CUSTOM_03 FROM EQUIPMENTS WHERE EQUIPMENT_NAME = 'Ion Drive Mk I'").toString(),
+            QString("Kell's price"));
     }
 
     void closingAsksOnlyAfterRealEdits() {
