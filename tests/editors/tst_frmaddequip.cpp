@@ -18,14 +18,17 @@
 #include "viewsfixture.h"
 
 #include <QApplication>
+#include <QComboBox>
 #include <QFile>
 #include <QLabel>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScopeGuard>
 #include <QTabWidget>
 #include <QTest>
+#include <QTreeWidget>
 
 namespace {
 frmAddEquip* editor(const QString& name) {
@@ -286,6 +289,51 @@ private Q_SLOTS:
         QVERIFY(w->prpList->editValue("AMO_TYPE_AMO", "Seeker"));
         QVERIFY(w->prpList->editValue("LAUNCH_TYPE", "Missile"));
         QCOMPARE(p.value("AMO_TYPE_AMO"), QString("Seeker"));
+    }
+
+    // From the keyboard: a new record's type chosen in its drop-down with Enter, a value typed and
+    // accepted, another edit dropped with Escape, a special removed with Delete.
+    void aNewRecordFromTheKeyboard() {
+        setNewEquipmentType([] { return int(equip::Beam); });
+        auto* w = editor("");
+        QVERIFY(w);
+        QVERIFY(QTest::qWaitForWindowExposed(w));
+        QTreeWidget* t = w->prpList->tree();
+        t->setCurrentItem(w->prpList->itemFor("TYPE"), 1);
+        QTest::keyClick(t, Qt::Key_F2);
+        auto* box = openEditorIn<QComboBox>(t);
+        QVERIFY(box);
+        box->setCurrentIndex(box->findText("Shield"));
+        QTest::keyClick(box, Qt::Key_Return);
+        QTRY_COMPARE(w->windowTitle(), QString("New: Shield"));
+        QVERIFY(w->prpList->list().row("COVERAGE"));
+
+        t = w->prpList->tree();
+        t->setCurrentItem(w->prpList->itemFor("COVERAGE"), 1);
+        QTest::keyClick(t, Qt::Key_F2);
+        auto* line = openEditorIn<QLineEdit>(t);
+        QVERIFY(line);
+        QTest::keyClicks(line, "850");
+        QTest::keyClick(line, Qt::Key_Return);
+        QTRY_COMPARE(w->prpList->list().value("COVERAGE"), QString("850"));
+        t->setCurrentItem(w->prpList->itemFor("REGEN_RATE"), 1);
+        QTest::keyClick(t, Qt::Key_F2);
+        line = openEditorIn<QLineEdit>(t);
+        QVERIFY(line);
+        QTest::keyClicks(line, "12");
+        QTest::keyClick(line, Qt::Key_Escape);
+        QTRY_VERIFY(!openEditorIn<QLineEdit>(t));
+        QCOMPARE(w->prpList->list().value("REGEN_RATE"), QString());
+
+        w->tabMain->setCurrentIndex(0);
+        UBGrid* g = w->ubgSpecials;
+        g->grid().userEdit(1, 1, "Overcharge");
+        g->grid().userEdit(2, 1, "Hull Repair");
+        g->setCurrentIndex(g->cellIndex(1, 2));
+        QTest::keyClick(g, Qt::Key_Delete);
+        QCOMPARE(g->grid().lastDataRow(), 1);
+        QCOMPARE(g->grid().text(1, 1), QString("Hull Repair"));
+        QCOMPARE(f.prompt().count(), 0);
     }
 
     void specialsChecks_data() {
