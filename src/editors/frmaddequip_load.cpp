@@ -150,6 +150,10 @@ void frmAddEquip::selectFirstEditableRow() {
 
 void frmAddEquip::propertyChanged(const QString& key) {
     if (key == QLatin1String("EQUIPMENT_NAME")) {
+        // Blanks around a name are never meant, and would make a second record of the same name.
+        const QString typed = prpList->list().value(key);
+        if (typed != typed.trimmed())
+            prpList->editValue(key, typed.trimmed());
         showTitle();
     } else if (key == QLatin1String("TYPE")) {
         // The rows are built again once the list has finished taking the value.

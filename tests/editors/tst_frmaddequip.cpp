@@ -235,7 +235,7 @@ private Q_SLOTS:
         setNewEquipmentType([] { return int(equip::Beam); });
         auto* w = editor("");
         QVERIFY(w);
-        QVERIFY(w->prpList->editValue("EQUIPMENT_NAME", "Dawn's Drive"));
+        QVERIFY(w->prpList->editValue("EQUIPMENT_NAME", " Dawn's Drive  "));
         QCOMPARE(w->lblTitle->text(), QString("Dawn's Drive"));
         QVERIFY(w->prpList->editValue("LVL", "14"));
         QVERIFY(w->prpList->editValue("DAMAGE", "40"));
