@@ -1,6 +1,7 @@
 #include "editors/editors.h"
 
 #include "editors/frmaddequip.h"
+#include "editors/frmaddmob.h"
 #include "editors/frmaddrawmaterials.h"
 
 const QList<EditorKind>& editorKinds() {
@@ -18,7 +19,7 @@ const QList<EditorKind>& editorKinds() {
         {QStringLiteral("Items"), QStringLiteral("mnuAddItem"), nullptr},
 
         // The MOB editor (frmAddMob).
-        {QStringLiteral("MOBs"), QString(), nullptr},
+        {QStringLiteral("MOBs"), QStringLiteral("mnuAddMob"), &OpenMobEditor},
     };
     return kinds;
 }

@@ -30,6 +30,7 @@ private Q_SLOTS:
         QTest::newRow("Equipment") << "SELECT EQUIPMENT_NAME FROM EQUIPMENTS ORDER BY EQUIPMENT_NAME";
         QTest::newRow("Raw Materials")
             << "SELECT RAW_MATERIAL_NAME FROM RAW_MATERIALS ORDER BY RAW_MATERIAL_NAME";
+        QTest::newRow("MOBs") << "SELECT MOB_NAME FROM MOBS ORDER BY MOB_NAME";
     }
     void everyRecordOpensAndSavesUnchanged() {
         QFETCH(QString, names);
