@@ -4,9 +4,12 @@
 #include "app/wiring.h"
 #include "editors/editors.h"
 #include "editors/editorsave.h"
+#include "editors/frmaddequip.h"
 #include "lists/listmodel.h"
+#include "views/equiptypes.h"
 #include "views/openviews.h"
 
+#include <QComboBox>
 #include <QItemSelectionModel>
 #include <QPointer>
 #include <QTreeView>
@@ -40,6 +43,12 @@ void wireEditors(frmMain& w) {
     setRecordSavedHandler([window](const QString& kind, const QString& name) {
         if (window)
             showSaved(*window, kind, name);
+    });
+    // A new piece of equipment starts as the type the equipment list is filtered to.
+    setNewEquipmentType([window] {
+        return window && window->category() == QLatin1String("Equipment")
+                   ? Enumerate(window->cmbEquipType->currentText(), true)
+                   : int(equip::Beam);
     });
     for (const EditorKind& k : editorKinds()) {
         if (!k.open || k.addMenu.isEmpty())

@@ -1,12 +1,13 @@
 #include "editors/editors.h"
 
+#include "editors/frmaddequip.h"
 #include "editors/frmaddmob.h"
 #include "editors/frmaddrawmaterials.h"
 
 const QList<EditorKind>& editorKinds() {
     static const QList<EditorKind> kinds = {
         // The equipment editor (frmAddEquip).
-        {QStringLiteral("Equipment"), QStringLiteral("mnuAddEquip"), nullptr},
+        {QStringLiteral("Equipment"), QStringLiteral("mnuAddEquip"), &OpenEquipmentEditor},
 
         // The component editor (frmAddComponent).
         {QStringLiteral("Components"), QStringLiteral("mnuAddComps"), nullptr},

@@ -40,7 +40,7 @@ private Q_SLOTS:
         QTest::addColumn<QString>("category");
         QTest::addColumn<bool>("editable");
         QTest::newRow("raw materials") << "Raw Materials" << true;
-        QTest::newRow("equipment") << "Equipment" << false;
+        QTest::newRow("equipment") << "Equipment" << true;
         QTest::newRow("components") << "Components" << false;
         QTest::newRow("stations") << "Stations" << false;
     }
@@ -48,7 +48,8 @@ private Q_SLOTS:
         QFETCH(QString, category);
         QFETCH(bool, editable);
         QVERIFY(w->menuEntry("mnuAddRawMaterial")->isEnabled());
-        for (const char* none : {"mnuAddEquip", "mnuAddComps", "mnuAddItem"})
+        QVERIFY(w->menuEntry("mnuAddEquip")->isEnabled());
+        for (const char* none : {"mnuAddComps", "mnuAddItem"})
             QVERIFY2(!w->menuEntry(none)->isEnabled(), none);
         choose(category);
         QCOMPARE(w->menuEntry("mnuEditEditItem")->isEnabled(), editable);

@@ -27,6 +27,7 @@ private Q_SLOTS:
 
     void everyRecordOpensAndSavesUnchanged_data() {
         QTest::addColumn<QString>("names"); // the kind's records, by name
+        QTest::newRow("Equipment") << "SELECT EQUIPMENT_NAME FROM EQUIPMENTS ORDER BY EQUIPMENT_NAME";
         QTest::newRow("Raw Materials")
             << "SELECT RAW_MATERIAL_NAME FROM RAW_MATERIALS ORDER BY RAW_MATERIAL_NAME";
         QTest::newRow("MOBs") << "SELECT MOB_NAME FROM MOBS ORDER BY MOB_NAME";
