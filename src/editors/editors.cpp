@@ -1,6 +1,9 @@
 #include "editors/editors.h"
 
+#include "editors/frmaddcomponent.h"
+#include "editors/frmadditem.h"
 #include "editors/frmaddrawmaterials.h"
+#include "editors/frmaddstation.h"
 
 const QList<EditorKind>& editorKinds() {
     static const QList<EditorKind> kinds = {
@@ -8,16 +11,19 @@ const QList<EditorKind>& editorKinds() {
         {QStringLiteral("Equipment"), QStringLiteral("mnuAddEquip"), nullptr},
 
         // The component editor (frmAddComponent).
-        {QStringLiteral("Components"), QStringLiteral("mnuAddComps"), nullptr},
+        {QStringLiteral("Components"), QStringLiteral("mnuAddComps"), &OpenComponentEditor},
 
         // The raw material editor (frmAddRawMaterials).
         {QStringLiteral("Raw Materials"), QStringLiteral("mnuAddRawMaterial"), &OpenRawMaterialEditor},
 
         // The item editor (frmAddItem).
-        {QStringLiteral("Items"), QStringLiteral("mnuAddItem"), nullptr},
+        {QStringLiteral("Items"), QStringLiteral("mnuAddItem"), &OpenItemEditor},
 
         // The MOB editor (frmAddMob).
         {QStringLiteral("MOBs"), QString(), nullptr},
+
+        // The station editor (frmAddStation); the main window has no Add entry for stations.
+        {QStringLiteral("Stations"), QString(), &OpenStationEditor},
     };
     return kinds;
 }
