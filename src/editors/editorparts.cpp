@@ -94,19 +94,50 @@ void ShowPicture(QPushButton* button, QLabel* headIcon, qint32 picture) {
     button->setText(QStringLiteral(" No. ") + QString::number(picture) + QStringLiteral("..."));
 }
 
+namespace {
+// A box or tab widget that shows the number of rows of models it watches. It stops listening as soon
+// as it starts going away: the models belong to its children, which may still announce their last
+// rows while they are taken down.
+template <typename Widget> class Counting : public Widget {
+public:
+    using Widget::Widget;
+    ~Counting() override {
+        for (QAbstractItemModel* m : std::as_const(m_watched))
+            QObject::disconnect(m, nullptr, this, nullptr);
+    }
+    template <typename Show> void watch(QAbstractItemModel* model, Show show) {
+        m_watched.append(model);
+        QObject::connect(model, &QAbstractItemModel::rowsInserted, this, show);
+        QObject::connect(model, &QAbstractItemModel::rowsRemoved, this, show);
+        QObject::connect(model, &QAbstractItemModel::modelReset, this, show);
+        QObject::connect(model, &QAbstractItemModel::layoutChanged, this, show);
+        show();
+    }
+
+private:
+    QList<QAbstractItemModel*> m_watched;
+};
+
+QString counted(const QString& caption, int rows) {
+    return rows > 0 ? caption + QStringLiteral(" (") + QString::number(rows) + QLatin1Char(')') : caption;
+}
+} // namespace
+
 PickListBox NewPickListBox(QWidget* parent, const QString& title, const QString& listName,
                            const QString& buttonName) {
     PickListBox p;
-    p.box = new QGroupBox(title, parent);
-    auto* col = new QVBoxLayout(p.box);
-    p.list = NewList(p.box, listName);
-    p.change = new QPushButton(QObject::tr("C&hange..."), p.box);
+    auto* box = new Counting<QGroupBox>(title, parent);
+    p.box = box;
+    auto* col = new QVBoxLayout(box);
+    p.list = NewList(box, listName);
+    p.change = new QPushButton(QObject::tr("C&hange..."), box);
     p.change->setObjectName(buttonName);
     col->addWidget(p.list, 1);
     col->addWidget(p.change, 0, Qt::AlignRight);
     QPushButton* change = p.change;
     QObject::connect(p.list, &QListWidget::itemDoubleClicked, change, [change] { change->click(); });
-    CountInTitle(p.box, p.list);
+    QListWidget* list = p.list;
+    box->watch(list->model(), [box, list, title] { box->setTitle(counted(title, list->count())); });
     return p;
 }
 
@@ -126,23 +157,8 @@ void PickInto(QListWidget* list, const QString& kind, const QString& sql, const 
     }
 }
 
-namespace {
-QString counted(const QString& caption, int rows) {
-    return rows > 0 ? caption + QStringLiteral(" (") + QString::number(rows) + QLatin1Char(')') : caption;
-}
-
-// Calls show() now and whenever the model's rows change.
-template <typename Show> void onRowsChanged(QAbstractItemModel* model, QObject* context, Show show) {
-    QObject::connect(model, &QAbstractItemModel::rowsInserted, context, show);
-    QObject::connect(model, &QAbstractItemModel::rowsRemoved, context, show);
-    QObject::connect(model, &QAbstractItemModel::modelReset, context, show);
-    QObject::connect(model, &QAbstractItemModel::layoutChanged, context, show);
-    show();
-}
-} // namespace
-
 QTabWidget* NewGridTabs(const QList<GridDef>& defs, const QStringList& widgets) {
-    auto* tabs = new QTabWidget;
+    auto* tabs = new Counting<QTabWidget>;
     tabs->setDocumentMode(true);
     for (const QString& w : widgets)
         for (const GridDef& d : defs)
@@ -150,17 +166,11 @@ QTabWidget* NewGridTabs(const QList<GridDef>& defs, const QStringList& widgets) 
                 auto* grid = new UBGrid(w, tabs);
                 const int at = tabs->addTab(grid, d.caption);
                 const QString caption = d.caption;
-                onRowsChanged(grid->model(), tabs, [tabs, at, grid, caption] {
+                tabs->watch(grid->model(), [tabs, at, grid, caption] {
                     tabs->setTabText(at, counted(caption, grid->grid().lastDataRow()));
                 });
             }
     return tabs;
-}
-
-void CountInTitle(QGroupBox* box, QListWidget* list) {
-    const QString caption = box->title();
-    onRowsChanged(list->model(), box,
-                  [box, list, caption] { box->setTitle(counted(caption, list->count())); });
 }
 
 QPlainTextEdit* NewCommentsBox(QWidget* parent) {

@@ -58,8 +58,6 @@ void PickInto(QListWidget* list, const QString& kind, const QString& sql, const 
 // The grids of the widgets named, each on a sub-tab captioned with its definition's caption and the
 // number of its rows ("Items (2)"), kept up to date as rows come and go.
 QTabWidget* NewGridTabs(const QList<GridDef>& defs, const QStringList& widgets);
-// Keeps the number of the list's entries in the box's title.
-void CountInTitle(QGroupBox* box, QListWidget* list);
 QPlainTextEdit* NewCommentsBox(QWidget* parent);
 QLabel* BuddyLabel(const QString& text, QWidget* buddy, QWidget* parent);
 

@@ -6,7 +6,9 @@
 #include "core/settings.h"
 #include "editors/editors.h"
 #include "editors/editorwindow.h"
+#include "editors/frmaddcomponent.h"
 #include "editors/frmaddrawmaterials.h"
+#include "editors/frmaddstation.h"
 #include "lists/listmodel.h"
 #include "views/frmrecord.h"
 #include "views/openviews.h"
@@ -40,16 +42,15 @@ private Q_SLOTS:
         QTest::addColumn<QString>("category");
         QTest::addColumn<bool>("editable");
         QTest::newRow("raw materials") << "Raw Materials" << true;
-        QTest::newRow("equipment") << "Equipment" << false;
-        QTest::newRow("components") << "Components" << false;
-        QTest::newRow("stations") << "Stations" << false;
+        QTest::newRow("components") << "Components" << true;
+        QTest::newRow("items") << "Items" << true;
+        QTest::newRow("stations") << "Stations" << true;
     }
     void entriesFollowTheKindsThatHaveEditors() {
         QFETCH(QString, category);
         QFETCH(bool, editable);
-        QVERIFY(w->menuEntry("mnuAddRawMaterial")->isEnabled());
-        for (const char* none : {"mnuAddEquip", "mnuAddComps", "mnuAddItem"})
-            QVERIFY2(!w->menuEntry(none)->isEnabled(), none);
+        for (const char* add : {"mnuAddRawMaterial", "mnuAddComps", "mnuAddItem"})
+            QVERIFY2(w->menuEntry(add)->isEnabled(), add);
         choose(category);
         QCOMPARE(w->menuEntry("mnuEditEditItem")->isEnabled(), editable);
         QCOMPARE(w->menuEntry("mnuPopupEditItem")->isEnabled(), editable);
@@ -63,7 +64,14 @@ private Q_SLOTS:
             f.scalar("SELECT COMPONENT_NAME FROM COMPONENTS ORDER BY COMPONENT_NAME").toString();
         ViewComponent(comp);
         auto* cv = qobject_cast<frmRecordView*>(FindChildWindow("Component: " + comp));
-        QVERIFY(cv && !cv->cmdEdit->isEnabled());
+        QVERIFY(cv && cv->cmdEdit->isEnabled());
+        cv->cmdEdit->click();
+        QVERIFY(qobject_cast<frmAddComponent*>(FindChildWindow("Edit: " + comp)));
+        ViewStation("Kell's Anchorage");
+        auto* sv = qobject_cast<frmRecordView*>(FindChildWindow("Station: Kell's Anchorage"));
+        QVERIFY(sv && sv->cmdEdit->isVisible() && sv->cmdEdit->isEnabled());
+        sv->cmdEdit->click();
+        QVERIFY(qobject_cast<frmAddStation*>(FindChildWindow("Edit: Kell's Anchorage")));
         ViewRawMaterial(raw);
         auto* rv = qobject_cast<frmRecordView*>(FindChildWindow("Raw Material: " + raw));
         QVERIFY(rv && rv->cmdEdit->isEnabled());
@@ -96,11 +104,10 @@ private Q_SLOTS:
         const QString raw = w->selectedName();
         w->lstItems_DblClick();
         QVERIFY(FindChildWindow("Edit: " + raw));
-        // Components have no editor yet: the view opens instead.
-        choose("Components");
-        const QString comp = w->selectedName();
+        choose("Stations");
+        const QString station = w->selectedName();
         w->lstItems_DblClick();
-        QVERIFY(FindChildWindow("Component: " + comp));
+        QVERIFY(qobject_cast<frmAddStation*>(FindChildWindow("Edit: " + station)));
     }
 
     void aSavedRecordIsSelectedInTheListSortedAsBefore() {
