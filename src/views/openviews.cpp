@@ -3,6 +3,7 @@
 namespace {
 EditorOpener g_editorOpener = nullptr;
 EditorAvailable g_editorAvailable = nullptr;
+MapOpener g_mapOpener = nullptr;
 } // namespace
 
 void setEditorOpener(EditorOpener opener) {
@@ -18,4 +19,11 @@ void setEditorAvailable(EditorAvailable available) {
 
 bool CanEdit(const QString& kind) {
     return g_editorOpener != nullptr && (g_editorAvailable == nullptr || g_editorAvailable(kind));
+}
+
+void setMapOpener(MapOpener opener) {
+    g_mapOpener = opener;
+}
+MapOpener mapOpener() {
+    return g_mapOpener;
 }

@@ -25,3 +25,9 @@ using EditorAvailable = bool (*)(const QString& kind);
 void setEditorAvailable(EditorAvailable available);
 // True when Edit can open the kind's editor: an opener is set and the kind has an editor.
 bool CanEdit(const QString& kind);
+
+// Where a link to a sector map leads: the map of the sector, centred on the navigation point when one
+// is named. Until the maps are wired this is empty and the links do nothing.
+using MapOpener = void (*)(const QString& sector, const QString& navPoint);
+void setMapOpener(MapOpener opener);
+MapOpener mapOpener();
