@@ -64,6 +64,8 @@ void frmMain::buildMenus() {
     entry(add, "mnuAddComps", tr("Add &Component"), handed("mnuAddComps"));
     entry(add, "mnuAddRawMaterial", tr("Add &Raw Material"), handed("mnuAddRawMaterial"));
     entry(add, "mnuAddItem", tr("Add &Item"), handed("mnuAddItem"));
+    entry(add, "mnuAddMob", tr("Add &MOB"), handed("mnuAddMob"));
+    entry(add, "mnuAddStation", tr("Add &Station"), handed("mnuAddStation"));
 
     QMenu* edit = menuBar()->addMenu(tr("&Edit"));
     entry(edit, "mnuEditEditItem", tr("&Edit Item..."), [this] { mnuEditEditItem_Click(); });
@@ -140,8 +142,7 @@ void frmMain::runHandler(const QString& objectName) {
     const auto h = d->handlers.value(objectName);
     if (!h)
         return;
-    // The copy and rename handlers have always named their container without "Form "; their
-    // error texts keep it so.
+    // The copy and rename handlers name their container plain "frmMain" in their error texts.
     const bool bare =
         objectName == QLatin1String("mnuEditCopy") || objectName == QLatin1String("mnuEditRename");
     const QString container = bare ? QStringLiteral("frmMain") : QStringLiteral("Form frmMain");
@@ -175,9 +176,10 @@ void frmMain::updateMenuState() {
             a->setEnabled(on);
     };
     auto has = [this](const char* name) { return d->handlers.contains(QLatin1String(name)); };
-    for (const char* name : {"mnuFileBackupDB", "mnuFileRestoreDB", "mnuFileOptions", "mnuAddEquip",
-                             "mnuAddComps", "mnuAddRawMaterial", "mnuAddItem", "mnuViewMaps",
-                             "mnuPrintPrintFilteredList", "mnuHelpSubmitBug", "mnuHelpHelp", "mnuHelpReadMe"})
+    for (const char* name :
+         {"mnuFileBackupDB", "mnuFileRestoreDB", "mnuFileOptions", "mnuAddEquip", "mnuAddComps",
+          "mnuAddRawMaterial", "mnuAddItem", "mnuAddMob", "mnuAddStation", "mnuViewMaps",
+          "mnuPrintPrintFilteredList", "mnuHelpSubmitBug", "mnuHelpHelp", "mnuHelpReadMe"})
         set(name, has(name));
     const bool edits = CanEdit(cat);
     set("mnuEditEditItem", row && edits);

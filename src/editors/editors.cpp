@@ -2,6 +2,7 @@
 
 #include "editors/frmaddcomponent.h"
 #include "editors/frmadditem.h"
+#include "editors/frmaddmob.h"
 #include "editors/frmaddrawmaterials.h"
 #include "editors/frmaddstation.h"
 
@@ -20,10 +21,10 @@ const QList<EditorKind>& editorKinds() {
         {QStringLiteral("Items"), QStringLiteral("mnuAddItem"), &OpenItemEditor},
 
         // The MOB editor (frmAddMob).
-        {QStringLiteral("MOBs"), QString(), nullptr},
+        {QStringLiteral("MOBs"), QStringLiteral("mnuAddMob"), &OpenMobEditor},
 
-        // The station editor (frmAddStation); the main window has no Add entry for stations.
-        {QStringLiteral("Stations"), QString(), &OpenStationEditor},
+        // The station editor (frmAddStation).
+        {QStringLiteral("Stations"), QStringLiteral("mnuAddStation"), &OpenStationEditor},
     };
     return kinds;
 }

@@ -49,7 +49,7 @@ private Q_SLOTS:
     void entriesFollowTheKindsThatHaveEditors() {
         QFETCH(QString, category);
         QFETCH(bool, editable);
-        for (const char* add : {"mnuAddRawMaterial", "mnuAddComps", "mnuAddItem"})
+        for (const char* add : {"mnuAddRawMaterial", "mnuAddComps", "mnuAddItem", "mnuAddStation"})
             QVERIFY2(w->menuEntry(add)->isEnabled(), add);
         choose(category);
         QCOMPARE(w->menuEntry("mnuEditEditItem")->isEnabled(), editable);
@@ -135,6 +135,18 @@ private Q_SLOTS:
         o->txtComments->setPlainText("checked again");
         QCOMPARE(o->cmdSave_Click(), SaveResult::Saved);
         QCOMPARE(w->selectedName(), other);
+        QCOMPARE(f.prompt().count(), 0);
+    }
+
+    void aNewStationIsSelectedInTheStationList() {
+        choose("Stations");
+        w->menuEntry("mnuAddStation")->trigger();
+        auto* e = qobject_cast<frmAddStation*>(FindChildWindow("Add Station"));
+        QVERIFY(e);
+        e->txtName->setText("Orla's Rest");
+        e->cmbSector->setCurrentText("Veyl Drift");
+        QCOMPARE(e->cmdSave_Click(), SaveResult::Saved);
+        QCOMPARE(w->selectedName(), QString("Orla's Rest"));
         QCOMPARE(f.prompt().count(), 0);
     }
 
