@@ -65,6 +65,7 @@ void frmMain::buildMenus() {
     entry(add, "mnuAddRawMaterial", tr("Add &Raw Material"), handed("mnuAddRawMaterial"));
     entry(add, "mnuAddItem", tr("Add &Item"), handed("mnuAddItem"));
     entry(add, "mnuAddMob", tr("Add &MOB"), handed("mnuAddMob"));
+    entry(add, "mnuAddStation", tr("Add &Station"), handed("mnuAddStation"));
 
     QMenu* edit = menuBar()->addMenu(tr("&Edit"));
     entry(edit, "mnuEditEditItem", tr("&Edit Item..."), [this] { mnuEditEditItem_Click(); });
@@ -175,9 +176,10 @@ void frmMain::updateMenuState() {
             a->setEnabled(on);
     };
     auto has = [this](const char* name) { return d->handlers.contains(QLatin1String(name)); };
-    for (const char* name : {"mnuFileBackupDB", "mnuFileRestoreDB", "mnuFileOptions", "mnuAddEquip",
-                             "mnuAddComps", "mnuAddRawMaterial", "mnuAddItem", "mnuAddMob", "mnuViewMaps",
-                             "mnuPrintPrintFilteredList", "mnuHelpSubmitBug", "mnuHelpHelp", "mnuHelpReadMe"})
+    for (const char* name :
+         {"mnuFileBackupDB", "mnuFileRestoreDB", "mnuFileOptions", "mnuAddEquip", "mnuAddComps",
+          "mnuAddRawMaterial", "mnuAddItem", "mnuAddMob", "mnuAddStation", "mnuViewMaps",
+          "mnuPrintPrintFilteredList", "mnuHelpSubmitBug", "mnuHelpHelp", "mnuHelpReadMe"})
         set(name, has(name));
     const bool edits = CanEdit(cat);
     set("mnuEditEditItem", row && edits);

@@ -1,5 +1,6 @@
 #include "data/database.h"
 
+#include "data/schema.h"
 #include "data/sqltranslate.h"
 
 #include <QFile>
@@ -187,6 +188,9 @@ void Database::open(const QString& connectionText) {
     sqlite3_finalize(st);
     if (foreignKeys)
         sqlite3_exec(h, "PRAGMA foreign_keys=ON", nullptr, nullptr, nullptr);
+    // A version-6 file of an older program gets the columns added since (schema.h) before anything
+    // reads it; one that cannot take them (read-only) opens as it is.
+    schema::EnsureAddedColumns(h);
     m_db = h;
     m_pool = new Pool;
     m_connectionText = connectionText;

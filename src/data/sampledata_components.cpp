@@ -61,15 +61,19 @@ void addComponents(SampleWorld& s) {
             // Only types with subtypes get one, and not always.
             const QVariant subtype =
                 p.subtype && s.chance(80) ? QVariant(QString::fromLatin1(p.subtype)) : QVariant();
+            // Manufacturing fees by the level, some not manufacturable, some never recorded.
+            const QVariant fee =
+                index % 7 == 5 ? QVariant(-1) : (index % 4 == 3 ? QVariant() : QVariant(level * 25));
             s.w.insert(
                 "COMPONENTS",
-                "COMPONENT_NAME,LVL,PRICE,COMMENTS,PERSONAL_DB,TYPE,SUBTYPE,PIC_ID,LAST_UPDATED,CHECK,UPDATED,SUBMITTED",
+                "COMPONENT_NAME,LVL,PRICE,COMMENTS,PERSONAL_DB,TYPE,SUBTYPE,PIC_ID,LAST_UPDATED,CHECK,UPDATED,SUBMITTED,"
+                "COST_TO_MANUFACTURE",
                 {name, level, price,
                  s.chance(25) ? QVariant(QStringLiteral("Standard issue for %1 ships.")
                                              .arg(s.chance(50) ? "light" : "heavy"))
                               : QVariant(),
                  personal, p.type ? QVariant(QString::fromLatin1(p.type)) : QVariant(), subtype, s.below(100),
-                 s.date(), s.flag(15), personal || s.flag(10), s.flag(5)});
+                 s.date(), s.flag(15), personal || s.flag(10), s.flag(5), fee});
             // Grades reach for the more refined materials.
             const int reach = qMin(int(s.rawMaterials.size()), 12 + g * 15);
             for (const QString& r : s.some(s.rawMaterials, 1 + s.below(3), reach))

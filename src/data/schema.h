@@ -63,6 +63,22 @@ constexpr int CustomSize = 255; // the three custom equipment fields
 // Returns false with a message in *error when a statement fails.
 bool CreateSchema(sqlite3* db, QString* error = nullptr);
 
+// Columns added to the version-6 tables later, without a new version number. A new database has
+// them; an older version-6 file is given them when it is opened (EnsureAddedColumns), so that any
+// version-6 file keeps working with any program. They are not part of tables(), the layout every
+// version-6 file has, so that a backup made before them still restores.
+//   COMPONENTS.COST_TO_MANUFACTURE (a whole number, NULL when unknown): the component's
+//   manufacturing fee, which the component editor writes when it updates a component.
+struct AddedColumn {
+    QString table;
+    Column column;
+};
+const QList<AddedColumn>& addedColumns();
+// Adds the added columns that a version-6 database lacks (a file of another version, or one without
+// the table, is left alone). False with a message in *error when one cannot be added (a read-only
+// file, for instance). Runs no statement when nothing is missing.
+bool EnsureAddedColumns(sqlite3* db, QString* error = nullptr);
+
 } // namespace schema
 
 // Creates a new, empty version-6 database file at path. Refuses to overwrite an existing file.

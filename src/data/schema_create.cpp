@@ -4,6 +4,7 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QVariant>
 #include <sqlite3.h>
 
 namespace schema {
@@ -121,12 +122,54 @@ bool exec(sqlite3* db, const QString& sql, QString* error) {
     return false;
 }
 
+QString addColumnDdl(const AddedColumn& a) {
+    Table t;
+    t.name = a.table;
+    return QStringLiteral("ALTER TABLE %1 ADD COLUMN %2").arg(q(a.table), columnDdl(t, a.column));
+}
+
+// The first value of a query, or an invalid QVariant when it fails or yields no row.
+QVariant firstValue(sqlite3* db, const QString& sql) {
+    sqlite3_stmt* st = nullptr;
+    QVariant v;
+    if (sqlite3_prepare_v2(db, sql.toUtf8().constData(), -1, &st, nullptr) == SQLITE_OK &&
+        sqlite3_step(st) == SQLITE_ROW)
+        v = QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(st, 0)));
+    sqlite3_finalize(st);
+    return v;
+}
+
 } // namespace
+
+const QList<AddedColumn>& addedColumns() {
+    static const QList<AddedColumn> added = {
+        {QStringLiteral("COMPONENTS"),
+         Column{QStringLiteral("COST_TO_MANUFACTURE"), QStringLiteral("INTEGER")}},
+    };
+    return added;
+}
+
+bool EnsureAddedColumns(sqlite3* db, QString* error) {
+    if (firstValue(db, QStringLiteral("SELECT MAX(VERSION) FROM DB_VERSION")).toString() !=
+        QString::number(Version))
+        return true;
+    for (const AddedColumn& a : addedColumns()) {
+        const QString table = QStringLiteral("SELECT COUNT(*) FROM pragma_table_info('%1')").arg(a.table);
+        const QString column = table + QStringLiteral(" WHERE name = '%1' COLLATE NOCASE").arg(a.column.name);
+        if (firstValue(db, table).toInt() == 0 || firstValue(db, column).toInt() > 0)
+            continue;
+        if (!exec(db, addColumnDdl(a), error))
+            return false;
+    }
+    return true;
+}
 
 bool CreateSchema(sqlite3* db, QString* error) {
     QStringList statements;
     for (const Table& t : tables())
         statements << tableDdl(t);
+    for (const AddedColumn& a : addedColumns())
+        statements << addColumnDdl(a);
     for (const LookupUse& u : lookupUses())
         statements << triggerDdl(u);
     statements << QStringLiteral("INSERT INTO DB_VERSION (VERSION) VALUES (%1)").arg(Version);

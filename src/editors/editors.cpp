@@ -1,8 +1,11 @@
 #include "editors/editors.h"
 
 #include "editors/frmaddequip.h"
+#include "editors/frmaddcomponent.h"
+#include "editors/frmadditem.h"
 #include "editors/frmaddmob.h"
 #include "editors/frmaddrawmaterials.h"
+#include "editors/frmaddstation.h"
 
 const QList<EditorKind>& editorKinds() {
     static const QList<EditorKind> kinds = {
@@ -10,16 +13,19 @@ const QList<EditorKind>& editorKinds() {
         {QStringLiteral("Equipment"), QStringLiteral("mnuAddEquip"), &OpenEquipmentEditor},
 
         // The component editor (frmAddComponent).
-        {QStringLiteral("Components"), QStringLiteral("mnuAddComps"), nullptr},
+        {QStringLiteral("Components"), QStringLiteral("mnuAddComps"), &OpenComponentEditor},
 
         // The raw material editor (frmAddRawMaterials).
         {QStringLiteral("Raw Materials"), QStringLiteral("mnuAddRawMaterial"), &OpenRawMaterialEditor},
 
         // The item editor (frmAddItem).
-        {QStringLiteral("Items"), QStringLiteral("mnuAddItem"), nullptr},
+        {QStringLiteral("Items"), QStringLiteral("mnuAddItem"), &OpenItemEditor},
 
         // The MOB editor (frmAddMob).
         {QStringLiteral("MOBs"), QStringLiteral("mnuAddMob"), &OpenMobEditor},
+
+        // The station editor (frmAddStation).
+        {QStringLiteral("Stations"), QStringLiteral("mnuAddStation"), &OpenStationEditor},
     };
     return kinds;
 }

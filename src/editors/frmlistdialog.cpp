@@ -7,20 +7,15 @@
 #include <QDialogButtonBox>
 #include <QGridLayout>
 #include <QHBoxLayout>
+#include <QItemSelection>
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
+#include <QSet>
 #include <QVBoxLayout>
+#include <algorithm>
 
 namespace {
-// Keeps each list in alphabetical order, letter case aside, as the values came from the database.
-void insertSorted(QListWidget* list, const QString& text) {
-    int at = 0;
-    while (at < list->count() && list->item(at)->text().compare(text, Qt::CaseInsensitive) < 0)
-        ++at;
-    list->insertItem(at, text);
-}
-
 QStringList texts(const QListWidget* list) {
     QStringList out;
     for (int i = 0; i < list->count(); ++i)
@@ -77,11 +72,17 @@ frmListDialog::frmListDialog(const QString& kind, const QStringList& available, 
     grid->setColumnStretch(0, 1);
     grid->setColumnStretch(2, 1);
 
+    lstSelected->addItems(selected);
+    // Looked up by their case-folded text: a station may sell thousands of the thousands on offer.
+    QSet<QString> chosen;
+    chosen.reserve(selected.size());
     for (const QString& v : selected)
-        lstSelected->addItem(v);
+        chosen.insert(v.toCaseFolded());
+    QStringList offered;
     for (const QString& v : available)
-        if (!selected.contains(v, Qt::CaseInsensitive))
-            lstAvailable->addItem(v);
+        if (!chosen.contains(v.toCaseFolded()))
+            offered.append(v);
+    lstAvailable->addItems(offered);
 
     const struct {
         QWidget* widget;
@@ -120,19 +121,39 @@ QStringList frmListDialog::availableValues() const {
 }
 
 void frmListDialog::move(QListWidget* from, QListWidget* to, bool all) {
-    QStringList moving;
-    for (int i = from->count() - 1; i >= 0; --i) {
-        if (all || from->item(i)->isSelected()) {
-            moving.prepend(from->item(i)->text());
-            delete from->takeItem(i);
+    // Both lists are rebuilt at once rather than item by item: Add All may move thousands of values.
+    // Each list stays in alphabetical order, letter case aside, as the values came from the database.
+    QStringList staying, moving;
+    for (int i = 0; i < from->count(); ++i)
+        (all || from->item(i)->isSelected() ? moving : staying).append(from->item(i)->text());
+    if (moving.isEmpty())
+        return;
+    QStringList merged = texts(to);
+    merged.append(moving);
+    std::stable_sort(merged.begin(), merged.end(), [](const QString& a, const QString& b) {
+        return a.compare(b, Qt::CaseInsensitive) < 0;
+    });
+    from->clear();
+    from->addItems(staying);
+    to->clear();
+    to->addItems(merged);
+
+    // The values just moved are shown selected, in one selection of their runs of rows.
+    const QSet<QString> moved(moving.cbegin(), moving.cend());
+    QItemSelection selection;
+    int first = -1;
+    for (int i = 0; i <= to->count(); ++i) {
+        const bool in = i < to->count() && moved.contains(to->item(i)->text());
+        if (in && first < 0)
+            first = i;
+        if (!in && first >= 0) {
+            selection.select(to->model()->index(first, 0), to->model()->index(i - 1, 0));
+            first = -1;
         }
     }
-    for (const QString& v : moving)
-        insertSorted(to, v);
-    to->clearSelection();
-    for (int i = 0; i < to->count(); ++i)
-        if (moving.contains(to->item(i)->text()))
-            to->item(i)->setSelected(true);
+    to->selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
+    if (!selection.isEmpty())
+        to->scrollTo(selection.first().topLeft());
     updateButtons();
 }
 

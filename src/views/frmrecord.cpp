@@ -27,7 +27,7 @@
 namespace {
 const char* const kWords[] = {"Component", "Raw Material", "Item", "Station"};
 const char* const kForms[] = {"frmComponent", "frmRawMaterial", "frmItem", "frmStation"};
-const char* const kEditorKinds[] = {"Components", "Raw Materials", "Items", ""};
+const char* const kEditorKinds[] = {"Components", "Raw Materials", "Items", "Stations"};
 
 QListWidget* listBox(QWidget* page, QHBoxLayout* row, const QString& title, const QString& objectName) {
     auto* box = new QGroupBox(title, page);
@@ -111,7 +111,6 @@ frmRecordView::frmRecordView(Kind kind, QWidget* parent) : QWidget(parent), m_ki
     cmdMap->setVisible(kind == Station);
     cmdMap->setEnabled(mapOpener() != nullptr);
     cmdEdit = AddButton(buttons, this, QStringLiteral("&Edit"), QStringLiteral("cmdEdit"));
-    cmdEdit->setVisible(kind != Station);
     cmdEdit->setEnabled(CanEdit(QLatin1String(kEditorKinds[kind])));
     cmdClose = AddButton(buttons, this, QStringLiteral("&Close"), QStringLiteral("cmdClose"));
     top->addLayout(buttons);
@@ -253,6 +252,10 @@ void frmRecordView::loadComponent(Recordset& rs) {
     addField(QStringLiteral("Subtype"), NzString(rs.value(QStringLiteral("SUBTYPE"))));
     addField(QStringLiteral("Price"),
              PriceText(FormatWhole(NzLong(rs.value(QStringLiteral("PRICE")))), false));
+    // The fee the component editor keeps (a database without the column has none to show).
+    const int fee = rs.fieldIndex(QStringLiteral("COST_TO_MANUFACTURE"));
+    if (fee >= 0)
+        addField(QStringLiteral("Manufacturing Fee"), PriceText(FormatWhole(NzLong(rs.value(fee))), true));
     addField(QStringLiteral("Last Updated"), NzString(rs.value(QStringLiteral("LAST_UPDATED"))));
 }
 

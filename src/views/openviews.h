@@ -15,8 +15,8 @@ void ViewItem(const QString& name);
 void ViewStation(const QString& name);
 
 // Where a view's Edit button leads. Until the editors exist this is empty and Edit is disabled. The
-// kind is the main window's category word: "Equipment", "Components", "Raw Materials", "Items" or
-// "MOBs"; the name is the record's.
+// kind is the main window's category word: "Equipment", "Components", "Raw Materials", "Items",
+// "MOBs" or "Stations"; the name is the record's.
 using EditorOpener = void (*)(const QString& kind, const QString& name);
 void setEditorOpener(EditorOpener opener);
 EditorOpener editorOpener();

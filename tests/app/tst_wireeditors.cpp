@@ -6,7 +6,9 @@
 #include "core/settings.h"
 #include "editors/editors.h"
 #include "editors/editorwindow.h"
+#include "editors/frmaddcomponent.h"
 #include "editors/frmaddrawmaterials.h"
+#include "editors/frmaddstation.h"
 #include "lists/listmodel.h"
 #include "views/frmrecord.h"
 #include "views/openviews.h"
@@ -41,16 +43,16 @@ private Q_SLOTS:
         QTest::addColumn<bool>("editable");
         QTest::newRow("raw materials") << "Raw Materials" << true;
         QTest::newRow("equipment") << "Equipment" << true;
-        QTest::newRow("components") << "Components" << false;
-        QTest::newRow("stations") << "Stations" << false;
+        QTest::newRow("components") << "Components" << true;
+        QTest::newRow("items") << "Items" << true;
+        QTest::newRow("stations") << "Stations" << true;
     }
     void entriesFollowTheKindsThatHaveEditors() {
         QFETCH(QString, category);
         QFETCH(bool, editable);
-        QVERIFY(w->menuEntry("mnuAddRawMaterial")->isEnabled());
-        QVERIFY(w->menuEntry("mnuAddEquip")->isEnabled());
-        for (const char* none : {"mnuAddComps", "mnuAddItem"})
-            QVERIFY2(!w->menuEntry(none)->isEnabled(), none);
+        for (const char* add :
+             {"mnuAddEquip", "mnuAddRawMaterial", "mnuAddComps", "mnuAddItem", "mnuAddStation"})
+            QVERIFY2(w->menuEntry(add)->isEnabled(), add);
         choose(category);
         QCOMPARE(w->menuEntry("mnuEditEditItem")->isEnabled(), editable);
         QCOMPARE(w->menuEntry("mnuPopupEditItem")->isEnabled(), editable);
@@ -64,7 +66,14 @@ private Q_SLOTS:
             f.scalar("SELECT COMPONENT_NAME FROM COMPONENTS ORDER BY COMPONENT_NAME").toString();
         ViewComponent(comp);
         auto* cv = qobject_cast<frmRecordView*>(FindChildWindow("Component: " + comp));
-        QVERIFY(cv && !cv->cmdEdit->isEnabled());
+        QVERIFY(cv && cv->cmdEdit->isEnabled());
+        cv->cmdEdit->click();
+        QVERIFY(qobject_cast<frmAddComponent*>(FindChildWindow("Edit: " + comp)));
+        ViewStation("Kell's Anchorage");
+        auto* sv = qobject_cast<frmRecordView*>(FindChildWindow("Station: Kell's Anchorage"));
+        QVERIFY(sv && sv->cmdEdit->isVisible() && sv->cmdEdit->isEnabled());
+        sv->cmdEdit->click();
+        QVERIFY(qobject_cast<frmAddStation*>(FindChildWindow("Edit: Kell's Anchorage")));
         ViewRawMaterial(raw);
         auto* rv = qobject_cast<frmRecordView*>(FindChildWindow("Raw Material: " + raw));
         QVERIFY(rv && rv->cmdEdit->isEnabled());
@@ -97,11 +106,10 @@ private Q_SLOTS:
         const QString raw = w->selectedName();
         w->lstItems_DblClick();
         QVERIFY(FindChildWindow("Edit: " + raw));
-        // Components have no editor yet: the view opens instead.
-        choose("Components");
-        const QString comp = w->selectedName();
+        choose("Stations");
+        const QString station = w->selectedName();
         w->lstItems_DblClick();
-        QVERIFY(FindChildWindow("Component: " + comp));
+        QVERIFY(qobject_cast<frmAddStation*>(FindChildWindow("Edit: " + station)));
     }
 
     void aSavedRecordIsSelectedInTheListSortedAsBefore() {
@@ -129,6 +137,18 @@ private Q_SLOTS:
         o->txtComments->setPlainText("checked again");
         QCOMPARE(o->cmdSave_Click(), SaveResult::Saved);
         QCOMPARE(w->selectedName(), other);
+        QCOMPARE(f.prompt().count(), 0);
+    }
+
+    void aNewStationIsSelectedInTheStationList() {
+        choose("Stations");
+        w->menuEntry("mnuAddStation")->trigger();
+        auto* e = qobject_cast<frmAddStation*>(FindChildWindow("Add Station"));
+        QVERIFY(e);
+        e->txtName->setText("Orla's Rest");
+        e->cmbSector->setCurrentText("Veyl Drift");
+        QCOMPARE(e->cmdSave_Click(), SaveResult::Saved);
+        QCOMPARE(w->selectedName(), QString("Orla's Rest"));
         QCOMPARE(f.prompt().count(), 0);
     }
 

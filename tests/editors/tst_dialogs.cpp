@@ -183,6 +183,8 @@ private Q_SLOTS:
             d->lstAvailable->item(2)->setSelected(true);
             d->cmdAdd_Click();
             QCOMPARE(d->selectedValues(), QStringList({"Beta", "Gamma"}));
+            QCOMPARE(d->lstSelected->selectedItems().size(), 1); // the value just moved
+            QCOMPARE(d->lstSelected->selectedItems().first()->text(), QString("Gamma"));
             d->cmdAddAll_Click();
             QCOMPARE(d->selectedValues(), QStringList({"Alpha", "Beta", "Delta", "Gamma"}));
             QVERIFY(d->availableValues().isEmpty() && !d->cmdAddAll->isEnabled());

@@ -31,6 +31,9 @@ private Q_SLOTS:
         QTest::newRow("Raw Materials")
             << "SELECT RAW_MATERIAL_NAME FROM RAW_MATERIALS ORDER BY RAW_MATERIAL_NAME";
         QTest::newRow("MOBs") << "SELECT MOB_NAME FROM MOBS ORDER BY MOB_NAME";
+        QTest::newRow("Components") << "SELECT COMPONENT_NAME FROM COMPONENTS ORDER BY COMPONENT_NAME";
+        QTest::newRow("Items") << "SELECT ITEM_NAME FROM ITEMS ORDER BY ITEM_NAME";
+        QTest::newRow("Stations") << "SELECT STATION_NAME FROM STATIONS ORDER BY STATION_NAME";
     }
     void everyRecordOpensAndSavesUnchanged() {
         QFETCH(QString, names);

@@ -78,8 +78,8 @@ private Q_SLOTS:
         QVERIFY(first);
         QCOMPARE(bool(first->alignment() & Qt::AlignRight), kind != "Station");
         QVERIFY(w->treUsedIn->topLevelItemCount() > 0);
-        QCOMPARE(w->cmdEdit->isHidden(), kind == "Station");
-        QVERIFY(!w->cmdEdit->isEnabled()); // no editor yet
+        QVERIFY(!w->cmdEdit->isHidden());  // every kind has an editor, stations too
+        QVERIFY(!w->cmdEdit->isEnabled()); // none is installed here
         openKind(kind, name);              // a second request brings the same window forward
         QCOMPARE(FindChildWindow(kind + ": " + name), w);
         QCOMPARE(visibleWindows(kind + ": " + name), 1);
@@ -89,6 +89,35 @@ private Q_SLOTS:
                  qPrintable(f.prompt().last().text));
         QVERIFY(!FindChildWindow(kind + ": Nothing Here"));
     }
+    void componentShowsItsManufacturingFee_data() {
+        QTest::addColumn<QString>("fee");
+        QTest::addColumn<QString>("shown");
+        QTest::newRow("a fee") << "1250"
+                               << "1,250";
+        QTest::newRow("not manufacturable") << "-3"
+                                            << "Not Manufacturable";
+        QTest::newRow("never recorded") << "NULL"
+                                        << "Unknown";
+    }
+    void componentShowsItsManufacturingFee() {
+        QFETCH(QString, fee);
+        QFETCH(QString, shown);
+        QString e;
+        QVERIFY2(f.exec({"UPDATE COMPONENTS SET COST_TO_MANUFACTURE = " + fee +
+                         " WHERE COMPONENT_NAME = 'Basic Navigator''s Sextant'"},
+                        &e),
+                 qPrintable(e));
+        auto* w = view("Component", "Basic Navigator's Sextant");
+        QVERIFY(w);
+        const auto fields = w->fields();
+        const int at = int(std::find_if(fields.cbegin(), fields.cend(),
+                                        [](const auto& p) { return p.first == "Manufacturing Fee"; }) -
+                           fields.cbegin());
+        QVERIFY(at < fields.size());
+        QCOMPARE(fields.at(at).second, shown);
+        QCOMPARE(fields.at(at - 1).first, QString("Price")); // beside the price
+    }
+
     void navigation() {
         // From a station's "Sells" tree to the equipment view, by the marker of the node's key.
         const QString station =
