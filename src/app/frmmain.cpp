@@ -2,6 +2,7 @@
 // picture and closing.
 #include "app/frmmain_p.h"
 
+#include "app/listsearch.h"
 #include "app/mainsettings.h"
 #include "app/modmain_app.h"
 #include "app/wiring.h"
@@ -119,6 +120,7 @@ void frmMain::buildWidgets() {
     addFilter(cmbRace, "cmbRace", tr("Cl&ass:"), 100);
     addFilter(cmbChecked, "cmbChecked", tr("S&how:"), 100);
     filters->addStretch(1);
+    txtSearch = NewListSearchBox(central, filters);
     column->addLayout(filters);
 
     d->model = new ListModel(this);
@@ -154,6 +156,9 @@ void frmMain::buildWidgets() {
     resize(960, 600);
 
     connect(d->model, &ListModel::checkToggled, this, &frmMain::lstItems_ItemCheck);
+    AttachListSearch(txtSearch, lstItems, d->model, [this](int shown) {
+        setPanelText(QStringLiteral("ItemCount"), QStringLiteral("Items: ") + QString::number(shown));
+    });
     connect(lstItems, &QAbstractItemView::doubleClicked, this, [this] { lstItems_DblClick(); });
     for (QComboBox* box : {cmbEquipType, cmbLevel, cmbChecked, cmbSubType, cmbCL, cmbRace})
         connect(box, &QComboBox::currentIndexChanged, this, [this] { filter_Click(); });

@@ -8,6 +8,7 @@
 
 class QAction;
 class QComboBox;
+class QLineEdit;
 class QMenu;
 class QStatusBar;
 class QTreeView;
@@ -72,6 +73,7 @@ public:
     QComboBox* cmbCL = nullptr;
     QComboBox* cmbRace = nullptr;
     QTreeView* lstItems = nullptr;
+    QLineEdit* txtSearch = nullptr; // narrows the list to the names that contain its text
     QStatusBar* statBar = nullptr;
     QMenu* mnuPopup = nullptr;
 
