@@ -123,6 +123,48 @@ bool exec(sqlite3* db, const QString& sql, QString* error) {
 
 } // namespace
 
+const QList<Table>& addedTables() {
+    static const QList<Table> added = {
+        Table{OwnedTable,
+              {Column{QStringLiteral("RECORD_KIND"), QStringLiteral("VARCHAR(50)"), true},
+               Column{QStringLiteral("RECORD_NAME"), QStringLiteral("VARCHAR(100)"), true},
+               Column{QStringLiteral("QUANTITY"), QStringLiteral("INTEGER")}},
+              {QStringLiteral("RECORD_KIND"), QStringLiteral("RECORD_NAME")}}};
+    return added;
+}
+
+bool EnsureAddedTables(sqlite3* db, QString* error) {
+    for (const Table& t : addedTables()) {
+        sqlite3_stmt* st = nullptr;
+        const QByteArray probe =
+            QStringLiteral("SELECT 1 FROM sqlite_master WHERE type = 'table' AND name = '%1'")
+                .arg(t.name)
+                .toUtf8();
+        if (sqlite3_prepare_v2(db, probe.constData(), -1, &st, nullptr) != SQLITE_OK) {
+            if (error)
+                *error = QString::fromUtf8(sqlite3_errmsg(db));
+            sqlite3_finalize(st);
+            return false;
+        }
+        const bool present = sqlite3_step(st) == SQLITE_ROW;
+        sqlite3_finalize(st);
+        if (present)
+            continue;
+        if (!exec(db, QStringLiteral("SAVEPOINT ADD_TABLES"), error))
+            return false;
+        for (const QString& s : tableDdl(t)) {
+            if (!exec(db, s, error)) {
+                exec(db, QStringLiteral("ROLLBACK TO ADD_TABLES"), nullptr);
+                exec(db, QStringLiteral("RELEASE ADD_TABLES"), nullptr);
+                return false;
+            }
+        }
+        if (!exec(db, QStringLiteral("RELEASE ADD_TABLES"), error))
+            return false;
+    }
+    return true;
+}
+
 bool CreateSchema(sqlite3* db, QString* error) {
     QStringList statements;
     for (const Table& t : tables())
