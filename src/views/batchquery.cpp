@@ -30,7 +30,9 @@ void ForEachRowIn(const QString& head, const QStringList& names, const QString& 
             const QString& name = names.at(from + qMin(i, count - 1));
             if (i)
                 sql += QLatin1String(", ");
-            sql += QLatin1Char('\'') + FixQuotes(name) + QLatin1Char('\'');
+            sql += QLatin1Char('\'');
+            sql += name.contains(QLatin1Char('\'')) ? FixQuotes(name) : name;
+            sql += QLatin1Char('\'');
         }
         sql += QLatin1Char(')') + tail;
         Recordset rs;
@@ -78,4 +80,32 @@ QString NameKey(const QString& name) {
         if (c.unicode() >= 'A' && c.unicode() <= 'Z')
             c = QChar(char16_t(c.unicode() + 32));
     return key;
+}
+
+namespace {
+inline char16_t foldAscii(char16_t c) {
+    return (c >= u'A' && c <= u'Z') ? char16_t(c + 32) : c;
+}
+} // namespace
+
+bool SameName(const QString& a, const QString& b) {
+    if (a.size() != b.size())
+        return false;
+    const QChar* p = a.constData();
+    const QChar* q = b.constData();
+    for (qsizetype i = 0; i < a.size(); ++i)
+        if (foldAscii(p[i].unicode()) != foldAscii(q[i].unicode()))
+            return false;
+    return true;
+}
+
+size_t NameHash(const QString& name, size_t seed) {
+    quint64 h = quint64(seed) ^ 0x9E3779B97F4A7C15ull;
+    for (const QChar c : name)
+        h = (h ^ foldAscii(c.unicode())) * 0x100000001B3ull;
+    // Names differ mostly at their ends: mix every bit into the low ones the table uses.
+    h ^= h >> 33;
+    h *= 0xFF51AFD7ED558CCDull;
+    h ^= h >> 33;
+    return size_t(h);
 }

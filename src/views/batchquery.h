@@ -33,5 +33,7 @@ private:
     bool m_mine;
 };
 
-// A key for a name as the database compares names (letters A to Z without regard to case).
+// Names as the database compares them: letters A to Z without regard to case, all else as it is.
 QString NameKey(const QString& name);
+bool SameName(const QString& a, const QString& b);
+size_t NameHash(const QString& name, size_t seed = 0);

@@ -16,13 +16,6 @@ namespace {
 const char* const kCategories[KindCount] = {"Equipment", "Components", "Raw Materials", "Items"};
 const char* const kWords[KindCount] = {"Equipment", "Component", "Raw Material", "Item"};
 
-// The record tables: name, level, price, fee (equipment only), tick.
-const char* const kRecordSql[KindCount] = {
-    "SELECT EQUIPMENT_NAME, LVL, PRICE, CHECK, COST_TO_MANUFACTURE FROM EQUIPMENTS WHERE EQUIPMENT_NAME IN ",
-    "SELECT COMPONENT_NAME, LVL, PRICE, CHECK FROM COMPONENTS WHERE COMPONENT_NAME IN ",
-    "SELECT RAW_MATERIAL_NAME, LVL, PRICE, CHECK FROM RAW_MATERIALS WHERE RAW_MATERIAL_NAME IN ",
-    "SELECT ITEM_NAME, LVL, PRICE, CHECK FROM ITEMS WHERE ITEM_NAME IN "};
-
 // In the build view's order: equipment by upgrade source, component, item, raw material; components
 // by raw material, equipment, upgrade source, item; raw materials by source, item.
 const RecipeTable kRecipes[] = {
@@ -44,10 +37,6 @@ const RecipeTable kRecipes[] = {
      "RAW_MATERIAL_NAME", "REFINES_FROM"},
     {Kind::RawMaterial, Kind::Item, Link::Item, "RAW_MATERIALS_ITEMS", "RAW_MATERIAL_NAME", "ITEM_NAME"},
 };
-
-QString indexKey(Kind kind, const QString& name) {
-    return QChar(u'0' + int(kind)) + NameKey(name);
-}
 
 // The owned-quantity table is added to a database the first time it is needed; a database that
 // cannot take it (read-only) simply has no owned quantities.
@@ -99,11 +88,11 @@ bool kindOfWord(const QString& word, Kind* kind) {
 }
 
 bool operator==(const Ref& a, const Ref& b) {
-    return a.kind == b.kind && NameKey(a.name) == NameKey(b.name);
+    return a.kind == b.kind && SameName(a.name, b.name);
 }
 
 size_t qHash(const Ref& ref, size_t seed) {
-    return ::qHash(indexKey(ref.kind, ref.name), seed);
+    return NameHash(ref.name, seed + size_t(ref.kind));
 }
 
 void RecipeBook::clear() {
@@ -114,11 +103,11 @@ void RecipeBook::clear() {
 }
 
 int RecipeBook::indexOf(const Ref& ref) const {
-    return m_index.value(indexKey(ref.kind, ref.name), -1);
+    return m_index.value(ref, -1);
 }
 
 int RecipeBook::add(Kind kind, const QString& name) {
-    const QString key = indexKey(kind, name);
+    const Ref key{kind, name};
     const auto it = m_index.constFind(key);
     if (it != m_index.constEnd())
         return it.value();
@@ -138,59 +127,106 @@ void RecipeBook::load(const QList<Ref>& roots) {
             add(r.kind, r.name);
     const bool owned = ownedTableReady();
     ReadingTransaction reading;
-    // Breadth first: every round reads the records found in the round before, kind by kind.
+    // The roots' own rows; every record found later comes with its row joined to the recipe row
+    // that names it.
+    for (int k = 0; k < KindCount; ++k) {
+        QStringList names = m_pending[k];
+        names.removeIf([&](const QString& n) { return at(indexOf({Kind(k), n})).found; });
+        readRecords(Kind(k), names, owned);
+    }
+    // Breadth first: every round reads the recipes of the records found in the round before.
     for (bool any = true; any;) {
         any = false;
         for (int k = 0; k < KindCount; ++k) {
             if (m_pending[k].isEmpty())
                 continue;
             any = true;
-            const QStringList names = std::exchange(m_pending[k], {});
-            readBatch(Kind(k), names);
-            if (owned) {
-                ForEachRowIn(QStringLiteral(
-                                 "SELECT RECORD_NAME, QUANTITY FROM OWNED_QUANTITIES WHERE RECORD_KIND = '") +
-                                 categoryOf(Kind(k)) + QStringLiteral("' AND RECORD_NAME IN "),
-                             names, QString(), [&](const Recordset& rs) {
-                                 const int i = indexOf({Kind(k), RowText(rs, 0)});
-                                 if (i >= 0)
-                                     m_records[size_t(i)].owned = qMax<qint64>(0, RowNumber(rs, 1));
-                             });
-            }
+            readRecipes(Kind(k), std::exchange(m_pending[k], {}), owned);
         }
     }
 }
 
-void RecipeBook::readBatch(Kind kind, const QStringList& names) {
-    ForEachRowIn(QLatin1String(kRecordSql[int(kind)]), names, QString(), [&](const Recordset& rs) {
+namespace {
+const char* const kRecordTables[KindCount] = {"EQUIPMENTS", "COMPONENTS", "RAW_MATERIALS", "ITEMS"};
+const char* const kNameColumns[KindCount] = {"EQUIPMENT_NAME", "COMPONENT_NAME", "RAW_MATERIAL_NAME",
+                                             "ITEM_NAME"};
+
+// The columns of a record as the statements below read them, from the alias M (and O for the owned
+// quantity): name, level, price, tick, fee, owned.
+QString recordColumns(Kind kind, bool owned) {
+    return QStringLiteral("M.%1, M.LVL, M.PRICE, M.CHECK, %2, %3")
+        .arg(QLatin1String(kNameColumns[int(kind)]),
+             kind == Kind::Equipment ? QStringLiteral("M.COST_TO_MANUFACTURE") : QStringLiteral("0"),
+             owned ? QStringLiteral("O.QUANTITY") : QStringLiteral("0"));
+}
+
+// "T AS R LEFT JOIN <records> AS M ON M.<name> = R.<column>", with the owned quantities joined too.
+QString joinRecords(const QString& from, Kind kind, const QString& nameColumn, bool owned) {
+    QString sql = from + QStringLiteral(" LEFT JOIN %1 AS M ON M.%2 = %3")
+                             .arg(QLatin1String(kRecordTables[int(kind)]),
+                                  QLatin1String(kNameColumns[int(kind)]), nameColumn);
+    if (owned)
+        sql = QStringLiteral(
+                  "(%1) LEFT JOIN OWNED_QUANTITIES AS O ON O.RECORD_KIND = '%2' AND O.RECORD_NAME = %3")
+                  .arg(sql, categoryOf(kind), nameColumn);
+    return sql;
+}
+} // namespace
+
+void RecipeBook::setRecord(int i, const Recordset& rs, int first) {
+    Record& r = m_records[size_t(i)];
+    if (rs.storageClass(first) == SQLITE_NULL)
+        return; // no row of its own
+    r.found = true;
+    r.name = RowText(rs, first); // as the record spells it
+    r.level = int(RowNumber(rs, first + 1));
+    r.price = RowNumber(rs, first + 2);
+    r.checked = RowNumber(rs, first + 3) != 0;
+    r.fee = RowNumber(rs, first + 4);
+    r.owned = qMax<qint64>(0, RowNumber(rs, first + 5));
+}
+
+void RecipeBook::readRecords(Kind kind, const QStringList& names, bool owned) {
+    if (names.isEmpty())
+        return;
+    const QString nameColumn = QStringLiteral("M.") + QLatin1String(kNameColumns[int(kind)]);
+    const QString from = QLatin1String(kRecordTables[int(kind)]) + QStringLiteral(" AS M");
+    const QString sql =
+        QStringLiteral("SELECT ") + recordColumns(kind, owned) + QStringLiteral(" FROM ") +
+        (owned ? QStringLiteral("%1 LEFT JOIN OWNED_QUANTITIES AS O ON O.RECORD_KIND = '%2' AND "
+                                "O.RECORD_NAME = %3")
+                     .arg(from, categoryOf(kind), nameColumn)
+               : from) +
+        QStringLiteral(" WHERE ") + nameColumn + QStringLiteral(" IN ");
+    ForEachRowIn(sql, names, QString(), [&](const Recordset& rs) {
         const int i = indexOf({kind, RowText(rs, 0)});
-        if (i < 0)
-            return;
-        Record& r = m_records[size_t(i)];
-        r.found = true;
-        r.name = RowText(rs, 0); // as the record spells it
-        r.level = int(RowNumber(rs, 1));
-        r.price = RowNumber(rs, 2);
-        r.checked = RowNumber(rs, 3) != 0;
-        if (kind == Kind::Equipment)
-            r.fee = RowNumber(rs, 4);
+        if (i >= 0)
+            setRecord(i, rs, 0);
     });
+}
+
+void RecipeBook::readRecipes(Kind kind, const QStringList& names, bool owned) {
     for (const RecipeTable& t : kRecipes) {
         if (t.kind != kind)
             continue;
-        const QString made = QLatin1String(t.madeColumn), ingredient = QLatin1String(t.ingredientColumn);
-        ForEachRowIn("SELECT " + made + ", " + ingredient + ", AMOUNT FROM " + QLatin1String(t.table) +
-                         " WHERE " + made + " IN ",
-                     names, " ORDER BY " + ingredient, [&](const Recordset& rs) {
-                         const int maker = indexOf({kind, RowText(rs, 0)});
-                         const QString child = RowText(rs, 1);
-                         if (maker < 0 || child.isEmpty())
-                             return;
-                         const int c = add(t.child, child);
-                         const qint64 amount =
-                             rs.storageClass(2) == SQLITE_NULL ? 1 : qMax<qint64>(1, RowNumber(rs, 2));
-                         m_records[size_t(maker)].ingredients.append({c, amount, t.link});
-                     });
+        const QString made = QStringLiteral("R.") + QLatin1String(t.madeColumn);
+        const QString ingredient = QStringLiteral("R.") + QLatin1String(t.ingredientColumn);
+        const QString sql = QStringLiteral("SELECT %1, %2, R.AMOUNT, %3 FROM %4 WHERE %1 IN ")
+                                .arg(made, ingredient, recordColumns(t.child, owned),
+                                     joinRecords(QLatin1String(t.table) + QStringLiteral(" AS R"), t.child,
+                                                 ingredient, owned));
+        ForEachRowIn(sql, names, QStringLiteral(" ORDER BY ") + ingredient, [&](const Recordset& rs) {
+            const int maker = indexOf({kind, RowText(rs, 0)});
+            const QString child = RowText(rs, 1);
+            if (maker < 0 || child.isEmpty())
+                return;
+            const int before = size();
+            const int c = add(t.child, child);
+            if (c == before) // new: its row came with it
+                setRecord(c, rs, 3);
+            const qint64 amount = rs.storageClass(2) == SQLITE_NULL ? 1 : qMax<qint64>(1, RowNumber(rs, 2));
+            m_records[size_t(maker)].ingredients.append({c, amount, t.link});
+        });
     }
 }
 

@@ -18,6 +18,8 @@
 
 #include <vector>
 
+class Recordset;
+
 namespace bom {
 
 enum class Kind : quint8 { Equipment, Component, RawMaterial, Item };
@@ -87,9 +89,11 @@ public:
 
 private:
     int add(Kind kind, const QString& name);
-    void readBatch(Kind kind, const QStringList& names);
+    void readRecords(Kind kind, const QStringList& names, bool owned);
+    void readRecipes(Kind kind, const QStringList& names, bool owned);
+    void setRecord(int i, const Recordset& rs, int firstColumn);
     std::vector<Record> m_records;
-    QHash<QString, int> m_index; // kind digit + NameKey(name)
+    QHash<Ref, int> m_index;
     QStringList m_pending[KindCount];
 };
 

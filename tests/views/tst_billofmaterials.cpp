@@ -4,6 +4,7 @@
 // expansion tree adding up to the same totals.
 #include "data/database.h"
 #include "data/synthetic.h"
+#include "recipeworld.h"
 #include "views/billofmaterials.h"
 #include "viewsfixture.h"
 
@@ -15,34 +16,6 @@ Q_DECLARE_METATYPE(QList<bom::Target>)
 Q_DECLARE_METATYPE(bom::Options)
 
 namespace {
-// 1 Pulse Cannon = 2 Barrel + 1 Core + 5 Iron + 1 Manual; Barrel = 3 Steel, upgraded from 1 Tube;
-// Tube = 4 Iron; Core = 2 Steel + 1 Iron + 1 Spark Drill; Spark Drill = 7 Iron; Steel = 3 Iron + 1 Coal.
-// Iron per cannon: 5 direct + 2*4 (tubes) + 2*3*3 (barrel steel) + 2*3 (core steel) + 1 (core) + 7
-// (drill) = 45.
-QStringList world() {
-    return {
-        "INSERT INTO EQUIPMENTS (EQUIPMENT_NAME, TYPE, LVL, PRICE, COST_TO_MANUFACTURE) VALUES "
-        "('Pulse Cannon', 'Beam', 20, 9000, 450), ('Spark Drill', 'Device', 4, 300, 20)",
-        "INSERT INTO COMPONENTS (COMPONENT_NAME, LVL, PRICE) VALUES ('Barrel', 8, 120), ('Tube', 3, 40), "
-        "('Core', 9, -1)",
-        "INSERT INTO RAW_MATERIALS (RAW_MATERIAL_NAME, LVL, PRICE) VALUES ('Iron', 1, 2), ('Steel', 4, 15), "
-        "('Coal', 1, 0)",
-        "INSERT INTO ITEMS (ITEM_NAME, LVL, PRICE) VALUES ('Smith''s Manual', 2, -2)",
-        "INSERT INTO EQUIPMENTS_COMPONENTS (EQUIPMENTS_EQUIPMENT, COMPONENTS_COMPONENT, AMOUNT) VALUES "
-        "('Pulse Cannon', 'Barrel', 2), ('Pulse Cannon', 'core', 1)",
-        "INSERT INTO EQUIPMENTS_RAW_MATERIALS (EQUIPMENTS_EQUIPMENT, RAW_MATERIAL_NAME, AMOUNT) VALUES "
-        "('Pulse Cannon', 'Iron', 5), ('Spark Drill', 'Iron', 7)",
-        "INSERT INTO EQUIPMENTS_ITEMS (EQUIPMENTS_EQUIPMENT, ITEM_NAME, AMOUNT) VALUES "
-        "('Pulse Cannon', 'Smith''s Manual', NULL)",
-        "INSERT INTO COMPONENTS_RAW_MATERIALS (COMPONENTS_COMPONENT, RAW_MATERIAL, AMOUNT) VALUES "
-        "('Barrel', 'Steel', 3), ('Tube', 'Iron', 4), ('Core', 'Steel', 2), ('Core', 'Iron', 1)",
-        "INSERT INTO COMPONENTS_UPGRADE_FROM (COMPONENT_NAME, UPGRADE_FROM, AMOUNT) VALUES ('Barrel', 'Tube', 0)",
-        "INSERT INTO COMPONENTS_EQUIPMENTS (COMPONENT_NAME, EQUIPMENT_NAME, AMOUNT) VALUES ('Core', 'Spark Drill', 1)",
-        "INSERT INTO RAW_MATERIALS_REFINES_FROM (RAW_MATERIAL_NAME, REFINES_FROM, AMOUNT) VALUES "
-        "('Steel', 'Iron', 3), ('Steel', 'Coal', 1)",
-    };
-}
-
 // "Name: ordered+needed-have" for every line, sorted by name; built lines marked with "*".
 QStringList dumpTotals(const RecipeBook& book, const Plan& plan) {
     QStringList out;
@@ -73,7 +46,7 @@ private Q_SLOTS:
     void init() {
         QString error;
         QVERIFY2(f.setUp(false, &error), qPrintable(error));
-        QVERIFY2(f.exec(world(), &error), qPrintable(error));
+        QVERIFY2(f.exec(RecipeWorld(), &error), qPrintable(error));
     }
     void cleanup() { f.tearDown(); }
 
