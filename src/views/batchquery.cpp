@@ -109,3 +109,15 @@ size_t NameHash(const QString& name, size_t seed) {
     h ^= h >> 33;
     return size_t(h);
 }
+
+DataStamp CurrentDataStamp() {
+    DataStamp stamp;
+    sqlite3* h = db().handle();
+    if (!h)
+        return stamp;
+    stamp.connection = h;
+    stamp.file = db().fileName();
+    stamp.changes = sqlite3_total_changes64(h);
+    sqlite3_file_control(h, "main", SQLITE_FCNTL_DATA_VERSION, &stamp.version);
+    return stamp;
+}

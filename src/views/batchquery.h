@@ -37,3 +37,14 @@ private:
 QString NameKey(const QString& name);
 bool SameName(const QString& a, const QString& b);
 size_t NameHash(const QString& name, size_t seed = 0);
+
+// What the database holds, as a stamp that changes whenever this connection writes, another writes
+// the file, or another file is opened: equal stamps, the same data. For keeping what was read.
+struct DataStamp {
+    const void* connection = nullptr;
+    QString file;
+    qint64 changes = 0;
+    unsigned version = 0;
+    friend bool operator==(const DataStamp&, const DataStamp&) = default;
+};
+DataStamp CurrentDataStamp();
