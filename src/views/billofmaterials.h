@@ -86,6 +86,9 @@ public:
     int indexOf(const Ref& ref) const; // -1 when it was not read
     int size() const { return int(m_records.size()); }
     const Record& at(int i) const { return m_records.at(size_t(i)); }
+    // What the player has, changed by this program after reading: kept without reading again.
+    void setChecked(int i, bool checked) { m_records.at(size_t(i)).checked = checked; }
+    void setOwned(int i, qint64 owned) { m_records.at(size_t(i)).owned = owned; }
 
 private:
     int add(Kind kind, const QString& name);

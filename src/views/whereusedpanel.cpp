@@ -51,6 +51,7 @@ WhereUsedPanel::WhereUsedPanel(bom::Kind kind, const QString& name, QWidget* par
     treWhereUsed->setHeaderLabels({tr("Used In"), tr("Kind"), tr("Per One"), tr("Steps")});
     treWhereUsed->setRootIsDecorated(true);
     treWhereUsed->setUniformRowHeights(true);
+    treWhereUsed->header()->setStretchLastSection(false);
     treWhereUsed->header()->setSectionResizeMode(0, QHeaderView::Stretch);
     for (int c = 1; c < 4; ++c)
         treWhereUsed->header()->setSectionResizeMode(c, QHeaderView::ResizeToContents);
@@ -139,7 +140,8 @@ void WhereUsedPanel::load() {
             item->setToolTip(0, tr("A recipe names it, but it is not in the database."));
     }
     for (QTreeWidgetItem* group : {directly, chains}) {
-        group->setText(1, QString::number(group->childCount()));
+        group->setText(0, group->text(0) + QStringLiteral(" (%1)").arg(group->childCount()));
+        group->setFirstColumnSpanned(true);
         group->setExpanded(true);
         group->setHidden(group->childCount() == 0);
     }

@@ -29,3 +29,25 @@ inline QStringList RecipeWorld() {
         "('Steel', 'Iron', 3), ('Steel', 'Coal', 1)",
     };
 }
+
+// Where the records of the recipe world are had: Iron sold at Far Post and mined in two sectors, Coal
+// mined, the manual dropped by a MOB that spawns in two sectors, one sector without a system.
+inline QStringList RecipeWorldSources() {
+    return {
+        "INSERT INTO SYSTEMS (SYSTEM_NAME) VALUES ('Aldra')",
+        "INSERT INTO SECTORS (SECTOR_NAME, SYSTEM_SYSTEM_NAME) VALUES ('Aldra Drift', 'Aldra'), ('Lone Reach', NULL)",
+        "INSERT INTO STATIONS (STATION_NAME, SECTORS_SECTOR) VALUES ('Far Post', 'Lone Reach'), "
+        "('Kell''s Anchorage', 'Aldra Drift')",
+        "INSERT INTO BUY_RAW_MATERIAL_LOCATIONS (RAW_MATERIAL, STATIONS_STATION) VALUES ('Iron', 'Far Post')",
+        "INSERT INTO BUY_EQUIPMENT_LOCATION (EQUIPMENTS_EQUIPMENT, STATIONS_STATION) VALUES "
+        "('Spark Drill', 'Kell''s Anchorage')",
+        "INSERT INTO MINE_LOCATIONS (RAW_MATERIAL, SECTORS_SECTOR) VALUES ('Iron', 'Lone Reach'), "
+        "('Iron', 'Aldra Drift'), ('Coal', 'Aldra Drift')",
+        "INSERT INTO MOBS (MOB_NAME) VALUES ('Grey Wraith')",
+        "INSERT INTO MOB_ITEM_DROP (MOB_NAME, ITEM_NAME, DROP_FREQUENCY) VALUES ('Grey Wraith', 'Smith''s Manual', "
+        "'Rare')",
+        "INSERT INTO MOBS_LOCATION (MOB_NAME, SECTOR_NAME, NAV_POINT, SPAWN_RATE) VALUES "
+        "('Grey Wraith', 'Lone Reach', 'Nav 2', 'Fast'), ('Grey Wraith', 'Aldra Drift', 'Nav 1', 'Slow'), "
+        "('Grey Wraith', 'Aldra Drift', 'Nav 3', 'Slow')",
+    };
+}
