@@ -61,8 +61,11 @@ void AttachListSearch(QLineEdit* box, QAbstractItemView* list, ListModel* model,
     box->installEventFilter(new SearchKeys(box, list));
     QObject::connect(box, &QLineEdit::textChanged, model, [model, list, shown](const QString& text) {
         model->setNameFilter(text);
+        // The chosen row stays in sight while it is shown; otherwise the narrowed list starts at its top.
         if (list->currentIndex().isValid())
             list->scrollTo(list->currentIndex());
+        else
+            list->scrollToTop();
         if (shown)
             shown(model->rowCount());
     });

@@ -15,11 +15,12 @@ std::vector<uint32_t> ListModel::Impl::matching(const std::vector<uint32_t>& fro
     const Column& names = cols.front();
     out.reserve(from.size() / 4);
     QString scratch;
+    const bool ascii = names.asciiOnly;
     for (const uint32_t src : from) {
         const Cell c = names.cellClass(src);
         bool hit;
         if (c == Cell::Text) {
-            hit = filter.matchesUtf8(names.textAt(src));
+            hit = ascii ? filter.matchesAscii(names.textAt(src)) : filter.matchesUtf8(names.textAt(src));
         } else {
             cellText(src, 0, scratch);
             hit = filter.matches(scratch);

@@ -42,6 +42,12 @@ bool NameMatcher::matchesUtf8(std::string_view name) const {
         return true;
     if (!isAscii(name)) // folding may turn a non-ASCII letter into an ASCII one (K, the Kelvin sign)
         return FoldCase(QString::fromUtf8(name.data(), qsizetype(name.size()))).contains(m_folded);
+    return matchesAscii(name);
+}
+
+bool NameMatcher::matchesAscii(std::string_view name) const {
+    if (m_folded.isEmpty())
+        return true;
     if (!m_asciiNeedle)
         return false; // ASCII folds to ASCII: a needle with other letters cannot be in it
     const size_t n = size_t(m_ascii.size());

@@ -22,6 +22,8 @@ public:
 
     bool matches(const QString& name) const;
     bool matchesUtf8(std::string_view name) const;
+    // The same for a name known to be ASCII (a column of ASCII names need not be checked row by row).
+    bool matchesAscii(std::string_view name) const;
 
 private:
     QString m_folded;

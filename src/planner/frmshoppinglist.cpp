@@ -67,7 +67,7 @@ QWidget* frmShoppingList::targetsBox() {
     auto* box = new QGroupBox(tr("Targets"), this);
     auto* col = new QVBoxLayout(box);
     auto* find = new QHBoxLayout;
-    auto* label = new QLabel(tr("&Find:"), box);
+    auto* label = new QLabel(tr("Fin&d:"), box);
     txtAddTarget = new QLineEdit(box);
     txtAddTarget->setObjectName(QStringLiteral("txtAddTarget"));
     txtAddTarget->setPlaceholderText(tr("type part of a name: equipment, component, raw material or item"));
@@ -141,7 +141,7 @@ void frmShoppingList::buildLayout() {
     lstShopping->setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed);
     lstShopping->setContextMenuPolicy(Qt::CustomContextMenu);
     lstShopping->header()->setStretchLastSection(false);
-    tabShopping->addTab(lstShopping, tr("Shopping &List"));
+    tabShopping->addTab(lstShopping, tr("Shopping L&ist"));
     treExpansion = new QTreeView(tabShopping);
     treExpansion->setObjectName(QStringLiteral("treExpansion"));
     treExpansion->setModel(m_tree);

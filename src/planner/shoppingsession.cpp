@@ -92,7 +92,13 @@ void ShoppingSession::refresh() {
 
 void ShoppingSession::rework() {
     m_list = BuildShoppingList(*m_book, m_totals, m_sources, m_plan.targets);
-    m_tree = std::make_shared<const bom::ExpansionTree>(bom::ExpandTree(*m_book, m_plan.targets, options()));
+    m_tree = std::make_shared<const bom::ExpansionTree>(
+        bom::ExpandTree(*m_book, m_plan.targets, options(), MaxTreeNodes));
+    if (m_tree->truncated)
+        m_list.warnings << QStringLiteral(
+                               "The build tree has more than %1 branches: only the first are shown. "
+                               "The list itself is whole.")
+                               .arg(QuantityText(MaxTreeNodes));
 }
 
 bom::RecipeBook& ShoppingSession::ownBook() {

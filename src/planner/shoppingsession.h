@@ -15,6 +15,9 @@ namespace planner {
 
 class ShoppingSession {
 public:
+    // The tree shows this many uses at most; the totals have no such limit.
+    static constexpr int MaxTreeNodes = 250000;
+
     const QList<bom::Target>& targets() const { return m_plan.targets; }
     // Adds the quantity to the target's, or a new target at the end. Returns its index.
     int addTarget(const bom::Ref& ref, qint64 quantity = 1);
