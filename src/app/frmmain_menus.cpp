@@ -227,7 +227,7 @@ void frmMain::copyOrRename(const QString& entry, const QString& verb) {
     }
     MsgBox(QStringLiteral("Sorry Support for ") + verb + u' ' + cat +
                QStringLiteral(" has not been implemented."),
-           vb::OKOnly, QStringLiteral("Can Not Rename"));
+           vb::Critical, QStringLiteral("Can Not Rename"));
 }
 
 void frmMain::mnuEditCopy_Click() {

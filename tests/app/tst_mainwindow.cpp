@@ -164,7 +164,7 @@ private Q_SLOTS:
         QCOMPARE(m_prompt.count(), 1);
         QCOMPARE(m_prompt.last().text, QString(text).replace("%1", m.model()->name(0)));
         QCOMPARE(m_prompt.last().title, category == "Items" ? "Delete?" : "Can Not Rename");
-        QCOMPARE(m_prompt.last().style, category == "Items" ? 36 : 0);
+        QCOMPARE(m_prompt.last().style, category == "Items" ? 36 : 16);
         QCOMPARE(handled, 0); // Stations are not copied or renamed; No deletes nothing
         m.menuEntry(category == "Items" ? "mnuPopupDelete" : entry)
             ->trigger(); // Yes hands over to the delete
