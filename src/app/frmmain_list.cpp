@@ -106,7 +106,7 @@ void frmMain::lstItems_ItemCheck(int row, const QString& name, bool checked) {
 void frmMain::lstItems_DblClick() {
     // Option 1 asks for the editor; while no editor is installed the view opens instead, so a
     // double click always shows the record.
-    openRecord(opt::number(opt::DoubleClickEvent) == 1 && editorOpener() != nullptr);
+    openRecord(opt::number(opt::DoubleClickEvent) == 1 && CanEdit(category()));
 }
 
 void frmMain::mnuPopupView_Click() {
@@ -114,7 +114,7 @@ void frmMain::mnuPopupView_Click() {
 }
 
 void frmMain::mnuEditEditItem_Click() {
-    openRecord(editorOpener() != nullptr);
+    openRecord(CanEdit(category()));
 }
 
 void frmMain::openRecord(bool editor) {

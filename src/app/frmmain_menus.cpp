@@ -187,7 +187,7 @@ void frmMain::updateMenuState() {
          {"mnuFileBackupDB", "mnuFileRestoreDB", "mnuFileOptions", "mnuAddEquip", "mnuAddComps",
           "mnuAddRawMaterial", "mnuAddItem", "mnuViewMaps", "mnuPrintPrintFilteredList", "mnuHelpSubmitBug"})
         set(name, has(name));
-    const bool edits = editorOpener() != nullptr && cat != listcat::Stations;
+    const bool edits = CanEdit(cat);
     set("mnuEditEditItem", row && edits);
     set("mnuPopupEditItem", row && edits);
     set("mnuPopupView", row);
