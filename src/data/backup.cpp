@@ -2,6 +2,7 @@
 
 #include "core/clock.h"
 #include "core/programfolder.h"
+#include "core/progress.h"
 #include "core/prompt.h"
 #include "data/database.h"
 #include "data/errorreport.h"
@@ -126,9 +127,22 @@ void onlineBackup(sqlite3* source, const QString& to) {
     if (rc == SQLITE_OK) {
         sqlite3_backup* b = sqlite3_backup_init(dest, "main", source, "main");
         if (b) {
-            // Pages are copied as one snapshot; a writer on another connection restarts it.
-            while ((rc = sqlite3_backup_step(b, -1)) == SQLITE_BUSY || rc == SQLITE_LOCKED)
-                sqlite3_sleep(20);
+            // Copied in steps so that the progress window can follow a large database; the copy is
+            // still one snapshot, as a write on another connection between steps restarts it.
+            std::unique_ptr<Progress> progress =
+                StartProgress(QStringLiteral("Backing Up Database"), false, 300);
+            for (;;) {
+                rc = sqlite3_backup_step(b, 4096);
+                if (rc == SQLITE_BUSY || rc == SQLITE_LOCKED) {
+                    sqlite3_sleep(20);
+                    continue;
+                }
+                if (rc != SQLITE_OK)
+                    break;
+                const int pages = sqlite3_backup_pagecount(b);
+                progress->setRange(pages);
+                progress->setValue(pages - sqlite3_backup_remaining(b));
+            }
             sqlite3_backup_finish(b);
         }
         rc = sqlite3_errcode(dest);
@@ -203,9 +217,12 @@ bool CopyFileAtomically(const QString& from, const QString& to, QString* error) 
     }
     QByteArray chunk;
     bool ok = true;
+    std::unique_ptr<Progress> progress = StartProgress(QStringLiteral("Copying the Database"), false, 300);
+    progress->setRange(in.size() >> 20);
     while (ok && !in.atEnd()) {
         chunk = in.read(1 << 20);
         ok = !chunk.isEmpty() && out.write(chunk) == chunk.size();
+        progress->advance();
     }
     ok = ok && in.error() == QFileDevice::NoError && out.flush();
     if (!ok)

@@ -3,6 +3,7 @@
 #include "lists/listmodel_p.h"
 #include "lists/namematch.h"
 
+#include "core/progress.h"
 #include "core/vberror.h"
 #include "data/recordset.h"
 
@@ -97,7 +98,7 @@ void ListModel::clear() {
     endResetModel();
 }
 
-void ListModel::load(Recordset& rs, const ListColors& colors) {
+void ListModel::load(Recordset& rs, const ListColors& colors, Progress* progress) {
     auto next = d->emptyKeepingSort();
     next->colors = colors;
 
@@ -167,6 +168,8 @@ void ListModel::load(Recordset& rs, const ListColors& colors) {
                 }
             }
             ++next->rows;
+            if (progress && (next->rows & 4095) == 0)
+                progress->setValue(qint64(next->rows));
         }
     } catch (...) {
         d = d->emptyKeepingSort();

@@ -1,5 +1,6 @@
 #include "maps/ctlmap.h"
 
+#include "core/tooltip.h"
 #include "data/errorreport.h"
 #include "maps/clsdc.h"
 
@@ -68,7 +69,7 @@ ctlMap::ctlMap(QWidget* parent) : QAbstractScrollArea(parent) {
     for (int i = 0; i < 3; ++i) {
         auto* b = new QToolButton(viewport());
         b->setObjectName(QLatin1String(names[i]));
-        b->setToolTip(QLatin1String(tips[i]));
+        SetTip(b, QLatin1String(tips[i]));
         b->setIcon(buttonIcon(i));
         b->setIconSize(QSize(16, 16));
         b->setFixedSize(30, 30);

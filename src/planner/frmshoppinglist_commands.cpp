@@ -2,6 +2,7 @@
 // line, and the exports (clipboard, CSV file, printer or PDF).
 #include "planner/frmshoppinglist.h"
 
+#include "core/printjob.h"
 #include "core/prompt.h"
 #include "data/errorreport.h"
 #include "planner/shoppingexport.h"
@@ -174,10 +175,14 @@ void frmShoppingList::mnuCopyText_Click() {
 }
 
 void frmShoppingList::mnuSaveCsv_Click() {
-    const QString file = prompts().saveFile(tr("Save Shopping List"), tr("CSV Files (*.csv)"),
-                                            QStringLiteral("Shopping List.csv"));
+    QString proposed = printjob::proposedPdfName(windowTitle());
+    proposed.chop(4); // ".pdf"
+    QString file = prompts().saveFile(tr("Save Shopping List"), QStringLiteral("CSV Files (*.csv)|*.csv"),
+                                      proposed + QStringLiteral(".csv"));
     if (file.isEmpty())
         return;
+    if (QFileInfo(file).suffix().isEmpty())
+        file += QStringLiteral(".csv");
     // A spreadsheet reads the names right only when the file says it is UTF-8.
     QSaveFile out(file);
     const QByteArray bytes = QByteArray("\xEF\xBB\xBF") + listCsv().toUtf8();
@@ -195,17 +200,21 @@ void PrintShoppingList(const QString& title, const QString& html, QWidget* paren
         PrintHtml(title, html, parent);
         return;
     }
-    const QString file =
-        prompts().saveFile(QObject::tr("Save Shopping List as PDF"), QObject::tr("PDF Files (*.pdf)"),
-                           QStringLiteral("Shopping List.pdf"));
+    // The shared print path writes a PDF only where no printer is installed; this one is asked for.
+    QString file =
+        prompts().saveFile(QObject::tr("Save Shopping List as PDF"),
+                           QStringLiteral("PDF Files (*.pdf)|*.pdf"), printjob::proposedPdfName(title));
     if (file.isEmpty())
         return;
+    if (QFileInfo(file).suffix().isEmpty())
+        file += QStringLiteral(".pdf");
     QTextDocument doc;
     doc.setHtml(html);
     QPrinter printer(QPrinter::HighResolution);
     printer.setOutputFormat(QPrinter::PdfFormat);
     printer.setOutputFileName(file);
     printer.setDocName(title);
+    printer.setCreator(appTitle());
     doc.print(&printer);
     if (!QFileInfo::exists(file))
         MsgBox(QObject::tr("The shopping list could not be saved to '%1'.").arg(file),

@@ -3,6 +3,7 @@
 #include "core/programfolder.h"
 #include "core/scriptedprompt.h"
 #include "core/settings.h"
+#include "core/tooltip.h"
 #include "data/database.h"
 #include "data/recordset.h"
 #include "data/sampledata.h"
@@ -61,7 +62,7 @@ private Q_SLOTS:
                                       .arg(VOSK_VERSION_REVISION));
         QCOMPARE(m.panelText("ItemCount"), "Items: " + QString::number(count("SELECT * FROM EQUIPMENTS")));
         QCOMPARE(m.panelText("Interaction"), "Game Interaction: Disabled");
-        QCOMPARE(m.cmbData->toolTip(), "Pick a category");
+        QCOMPARE(TipText(m.cmbData), "Pick a category");
         const QStringList flags = {"CHECK", "PERSONAL_DB", "UPDATED", "SUBMITTED", "UNIQUE_FLAG", "PIC_ID"};
         for (int c = 0; c < m.model()->columnCount(); ++c)
             QVERIFY2(!flags.contains(m.model()->columnName(c)), qPrintable(m.model()->columnName(c)));
