@@ -22,6 +22,7 @@
 #include <QPainter>
 #include <QStatusBar>
 #include <QVBoxLayout>
+#include <QtMath>
 
 namespace {
 frmMain*& currentMain() {
@@ -41,19 +42,33 @@ frmMain* mainWindow() {
 
 void ItemListView::setBackgroundPicture(const QImage& picture) {
     m_picture = picture;
+    m_scaled = QImage();
     viewport()->update();
 }
 
 void ItemListView::paintEvent(QPaintEvent* event) {
     if (!m_picture.isNull()) {
-        // Painted first, below the rows: the picture sits in the lower right corner so that it
-        // stays clear of the names in the first columns.
-        QPainter p(viewport());
+        // Painted first, below the rows, anchored in the lower right corner so that its bright
+        // part stays clear of the names in the first columns. A viewport larger than the picture
+        // gets it enlarged to cover it all: no edge and no bare strip beside it.
         const QRect area = viewport()->rect();
+        const double scale = qMax(
+            1.0, qMax(double(area.width()) / m_picture.width(), double(area.height()) / m_picture.height()));
+        const QSize size(qCeil(m_picture.width() * scale), qCeil(m_picture.height() * scale));
+        if (m_scaled.size() != size)
+            m_scaled = scale == 1.0 ? m_picture
+                                    : m_picture.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+        QPainter p(viewport());
         p.setOpacity(0.35);
-        p.drawImage(area.right() - m_picture.width() + 1, area.bottom() - m_picture.height() + 1, m_picture);
+        p.drawImage(area.right() - size.width() + 1, area.bottom() - size.height() + 1, m_scaled);
     }
     QTreeView::paintEvent(event);
+}
+
+void ItemListView::scrollContentsBy(int dx, int dy) {
+    QTreeView::scrollContentsBy(dx, dy);
+    if (!m_picture.isNull())
+        viewport()->update();
 }
 
 frmMain::frmMain(QWidget* parent) : QMainWindow(parent), d(new Impl(this)) {
@@ -77,7 +92,10 @@ frmMain::frmMain(QWidget* parent) : QMainWindow(parent), d(new Impl(this)) {
         setBackgroundShown(opt::flag(opt::Background));
         LoadSettings();
     }
+    const bool firstStart = LoadWindowPlace().geometry.isEmpty();
     cmbData_Click();
+    if (firstStart)
+        fitWindowToColumns();
     WireMainWindow(*this);
 }
 
@@ -118,8 +136,9 @@ void frmMain::buildWidgets() {
     addFilter(cmbSubType, "cmbSubType", tr("S&ubtype:"), 100);
     addFilter(cmbCL, "cmbCL", tr("Combat &Level:"), 70);
     addFilter(cmbLevel, "cmbLevel", tr("&Level:"), 60);
-    addFilter(cmbRace, "cmbRace", tr("Cl&ass:"), 100);
-    addFilter(cmbChecked, "cmbChecked", tr("S&how:"), 100);
+    // Mnemonics are unique among the captions shown together and the menu bar's titles.
+    addFilter(cmbRace, "cmbRace", tr("Cla&ss:"), 100);
+    addFilter(cmbChecked, "cmbChecked", tr("Sh&ow:"), 100);
     filters->addStretch(1);
     txtSearch = NewListSearchBox(central, filters);
     column->addLayout(filters);
@@ -153,6 +172,12 @@ void frmMain::buildWidgets() {
         statBar->addPermanentWidget(panel, QByteArray(key) == "Status" ? 1 : 0);
         d->panels.insert(QLatin1String(key), panel);
     }
+    // What the row colours mean, in the colours themselves (filled in with the list's colours).
+    auto* legend = new QLabel(statBar);
+    legend->setObjectName(QStringLiteral("Legend"));
+    legend->setTextFormat(Qt::RichText);
+    statBar->insertPermanentWidget(1, legend);
+    d->panels.insert(QStringLiteral("Legend"), legend);
     setPanelText(QStringLiteral("Status"), QStringLiteral("Ready"));
     resize(960, 600);
 
@@ -186,6 +211,30 @@ QString frmMain::panelText(const QString& key) const {
 void frmMain::setPanelText(const QString& key, const QString& text) {
     if (QLabel* panel = d->panels.value(key))
         panel->setText(text);
+}
+
+void frmMain::showStatus(const QString& text) {
+    setPanelText(QStringLiteral("Status"), text);
+    // Long work follows without a return to the event loop: the panel is painted now or never.
+    if (QLabel* panel = d->panels.value(QStringLiteral("Status")); panel && panel->isVisible())
+        panel->repaint();
+}
+
+void frmMain::showLegend(const QColor& updated, const QColor& personal) {
+    QLabel* legend = d->panels.value(QStringLiteral("Legend"));
+    if (!legend)
+        return;
+    QStringList parts;
+    auto entry = [&parts](const QColor& colour, const QString& text) {
+        if (colour.isValid())
+            parts << QStringLiteral("<span style=\"color:%1\">&#9632; %2</span>").arg(colour.name(), text);
+    };
+    entry(updated, tr("Changed by you"));
+    entry(personal, tr("Added by you"));
+    legend->setText(parts.join(QStringLiteral("&nbsp;&nbsp;")));
+    legend->setToolTip(tr("Row colours: records you have changed, and records you have added, in your "
+                          "own copy of the data. A record you added keeps its colour when you change it."));
+    legend->setVisible(!parts.isEmpty());
 }
 
 void frmMain::setInteractionPanel(bool on) {

@@ -7,6 +7,7 @@
 #include <functional>
 
 class QAction;
+class QColor;
 class QComboBox;
 class QLineEdit;
 class QMenu;
@@ -44,6 +45,8 @@ public:
     // The status bar's keyed panels: "Status", "ItemCount", "LoadTime", "Interaction".
     QString panelText(const QString& key) const;
     void setPanelText(const QString& key, const QString& text);
+    // Sets the "Status" panel and paints it at once, before the long work that follows.
+    void showStatus(const QString& text);
     // The "Interaction" panel after the game-interaction option.
     void setInteractionPanel(bool on);
     // Shows or removes the list's background picture (the option "Background").
@@ -110,6 +113,8 @@ private:
     void showFiltersFor(const QString& category);
     void setToolTips();
     void SetRStoList(Recordset& rs, Progress* progress = nullptr);
+    void showLegend(const QColor& updated, const QColor& personal);
+    void fitWindowToColumns();
     void openRecord(bool editor);
     void openUrlOf(const QString& section);
     void runHandler(const QString& objectName);

@@ -14,6 +14,7 @@
 #include "views/modmain.h"
 #include "views/openviews.h"
 
+#include <QApplication>
 #include <QElapsedTimer>
 #include <QHeaderView>
 #include <QItemSelectionModel>
@@ -24,24 +25,28 @@ const QString Container = QStringLiteral("Form frmMain");
 
 void frmMain::RefreshGrid() {
     const QString cat = category();
+    const QString layoutKey = ColumnLayoutKey(cat, currentFilters().equipType);
     QElapsedTimer timer;
+    QApplication::setOverrideCursor(Qt::WaitCursor);
     try {
         const QModelIndex current = lstItems->currentIndex();
         if (current.isValid())
             d->rememberedRow = current.row();
-        setPanelText(QStringLiteral("Status"), QStringLiteral("Refreshing Grid"));
+        showStatus(QStringLiteral("Refreshing Grid"));
         timer.start();
-        // The layout of the list as the user left it belongs to the category it was made for.
-        if (!d->listCategory.isEmpty() && d->model->columnCount() > 0)
+        // The layout of the list as the user left it belongs to the list it was made for.
+        if (!d->listLayout.isEmpty() && d->model->columnCount() > 0)
             SaveColumnInfo();
 
         const QString sql = ListStatement(cat, currentFilters());
         Recordset rs;
-        // Another category's rows must not be sorted by this one's column first.
-        if (cat != d->listCategory)
+        // Another list's rows must not be sorted by this one's column first; its own saved sort
+        // is applied once the rows are in.
+        if (layoutKey != d->listLayout)
             d->model->setSort(-1, ListModel::Ascending);
         d->model->clear();
         d->listCategory.clear();
+        d->listLayout.clear();
         // A large list takes a while to read: the progress window shows if it lasts.
         std::unique_ptr<Progress> progress = StartProgress(QStringLiteral("Refreshing Grid"), false, 500);
         progress->setText(cat);
@@ -49,6 +54,7 @@ void frmMain::RefreshGrid() {
         SetRStoList(rs, progress.get());
         rs.close();
         d->listCategory = cat;
+        d->listLayout = layoutKey;
 
         setPanelText(QStringLiteral("ItemCount"),
                      QStringLiteral("Items: ") + QString::number(d->model->rowCount()));
@@ -63,14 +69,21 @@ void frmMain::RefreshGrid() {
         setPanelText(QStringLiteral("LoadTime"),
                      QString::number(timer.nsecsElapsed() / 1e9, 'f', 2) + QStringLiteral(" Seconds"));
     } catch (const VbError& e) {
+        QApplication::restoreOverrideCursor();
         setPanelText(QStringLiteral("Status"), QStringLiteral("Ready"));
         setPanelText(QStringLiteral("ItemCount"),
                      QStringLiteral("Items: ") + QString::number(d->model->rowCount()));
         ReportDBError(e, QStringLiteral("RefreshGrid"), Container);
+        updateMenuState();
+        return;
     } catch (const std::exception& e) {
+        QApplication::restoreOverrideCursor();
         setPanelText(QStringLiteral("Status"), QStringLiteral("Ready"));
         ReportDBError(e, QStringLiteral("RefreshGrid"), Container);
+        updateMenuState();
+        return;
     }
+    QApplication::restoreOverrideCursor();
     updateMenuState();
 }
 
@@ -79,6 +92,9 @@ void frmMain::SetRStoList(Recordset& rs, Progress* progress) {
     colors.updated = colorFromVbColorText(ReadVoskIni(QStringLiteral("COLORS"), QStringLiteral("UPDATED")));
     colors.personal = colorFromVbColorText(ReadVoskIni(QStringLiteral("COLORS"), QStringLiteral("PERSONAL")));
     d->model->load(rs, colors, progress);
+    // A list whose rows carry no change flags has no coloured rows to explain.
+    showLegend(d->model->hasColourFlags() ? colors.updated : QColor(),
+               d->model->hasColourFlags() ? colors.personal : QColor());
     // A custom field without a caption is not in use: its column stays out of sight.
     const CustomFields& custom = customFields();
     for (int c = 0; c < d->model->columnCount(); ++c) {
@@ -108,8 +124,8 @@ void frmMain::lstItems_ItemCheck(int row, const QString& name, bool checked) {
 }
 
 void frmMain::lstItems_DblClick() {
-    // Option 1 asks for the editor; while no editor is installed the view opens instead, so a
-    // double click always shows the record.
+    // Option 1 asks for the editor; while no editor is installed the view opens instead, so that a
+    // double click shows the record either way.
     openRecord(opt::number(opt::DoubleClickEvent) == 1 && CanEdit(category()));
 }
 

@@ -145,8 +145,7 @@ void frmMain::runHandler(const QString& objectName) {
     const auto h = d->handlers.value(objectName);
     if (!h)
         return;
-    // The copy and rename handlers have always named their container without "Form "; their
-    // error texts keep it so.
+    // The copy and rename handlers name their container plain "frmMain" in their error texts.
     const bool bare =
         objectName == QLatin1String("mnuEditCopy") || objectName == QLatin1String("mnuEditRename");
     const QString container = bare ? QStringLiteral("frmMain") : QStringLiteral("Form frmMain");

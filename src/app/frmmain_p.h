@@ -21,14 +21,18 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+    // The picture stays put while the rows scroll over it, so a scroll repaints the whole viewport
+    // instead of moving the pixels already shown.
+    void scrollContentsBy(int dx, int dy) override;
 
 private:
     QImage m_picture;
+    QImage m_scaled; // the picture at the size the viewport last needed
 };
 
 struct frmMain::Impl : FindStatus {
     explicit Impl(frmMain* w) : window(w) {}
-    void setStatus(const QString& text) override { window->setPanelText(QStringLiteral("Status"), text); }
+    void setStatus(const QString& text) override { window->showStatus(text); }
     void setLoadTime(const QString& text) override { window->setPanelText(QStringLiteral("LoadTime"), text); }
 
     frmMain* window;
@@ -42,6 +46,7 @@ struct frmMain::Impl : FindStatus {
     bool background = false;
     int suspend = 0;      // >0 while the window itself sets the filters: no refresh on each change
     QString listCategory; // the category whose columns the list shows now
+    QString listLayout;   // the name its column layout is kept under (ColumnLayoutKey)
     int rememberedRow = -1;
 };
 

@@ -6,22 +6,12 @@
 
 #include <QComboBox>
 #include <QHeaderView>
+#include <QLayout>
+#include <QScreen>
+#include <QStyle>
 
 namespace {
 constexpr int WidestDefaultColumn = 320;
-
-// True when the saved order is a reordering of exactly n columns.
-bool isPermutation(const QList<int>& order, int n) {
-    if (order.size() != n)
-        return false;
-    QList<bool> seen(n, false);
-    for (int v : order) {
-        if (v < 0 || v >= n || seen[v])
-            return false;
-        seen[v] = true;
-    }
-    return true;
-}
 } // namespace
 
 void frmMain::SaveSettings() {
@@ -65,28 +55,40 @@ void frmMain::LoadSettings() {
 
 void frmMain::SaveColumnInfo() {
     const int n = d->model->columnCount();
-    if (d->listCategory.isEmpty() || n == 0)
+    if (d->listLayout.isEmpty() || n == 0)
         return;
     QHeaderView* header = lstItems->header();
     ColumnLayout layout;
-    for (int c = 0; c < n; ++c) {
-        layout.order << header->visualIndex(c);
+    for (int visual = 0; visual < n; ++visual) {
+        const int c = header->logicalIndex(visual);
+        if (header->isSectionHidden(c))
+            continue;
+        layout.order << d->model->columnName(c);
         layout.widths << header->sectionSize(c);
     }
-    layout.sortKey = d->model->isSorted() && d->model->sortKey() >= 0 ? d->model->sortKey() : -1;
+    if (d->model->isSorted() && d->model->sortKey() >= 0) {
+        layout.sortKey = d->model->sortKey();
+        layout.sortColumn = d->model->columnName(layout.sortKey);
+    }
     layout.sortOrder = d->model->sortOrder();
-    SaveColumnLayout(d->listCategory, layout);
+    SaveColumnLayout(d->listLayout, layout);
 }
 
 void frmMain::LoadColumnInfo() {
     const int n = d->model->columnCount();
-    if (d->listCategory.isEmpty() || n == 0)
+    if (d->listLayout.isEmpty() || n == 0)
         return;
-    const ColumnLayout layout = LoadColumnLayout(d->listCategory);
-    if (layout.sortKey >= 0 && layout.sortKey < n) {
-        if (!d->model->isSorted() || d->model->sortKey() != layout.sortKey ||
-            d->model->sortOrder() != layout.sortOrder)
-            d->model->setSort(layout.sortKey, layout.sortOrder);
+    // A type chosen for the first time starts from the layout of its category's whole list.
+    ColumnLayout layout = LoadColumnLayout(d->listLayout);
+    if (layout.isEmpty() && d->listLayout != d->listCategory)
+        layout = LoadColumnLayout(d->listCategory);
+
+    int key = layout.sortColumn.isEmpty() ? layout.sortKey : d->model->columnIndex(layout.sortColumn);
+    if (key >= n)
+        key = -1;
+    if (key >= 0) {
+        if (!d->model->isSorted() || d->model->sortKey() != key || d->model->sortOrder() != layout.sortOrder)
+            d->model->setSort(key, layout.sortOrder);
     } else if (d->model->isSorted() && d->model->sortKey() >= 0) {
         d->model->setSort(-1, ListModel::Ascending);
     }
@@ -98,22 +100,54 @@ void frmMain::LoadColumnInfo() {
                                                           : Qt::DescendingOrder);
     header->setSortIndicatorShown(sorted);
 
-    // The MOB and station lists always open with columns fitted to their contents.
+    // The MOB and station lists open with their columns fitted to their contents.
     const bool restore = d->listCategory != listcat::MOBs && d->listCategory != listcat::Stations;
-    if (restore && isPermutation(layout.order, n)) {
-        for (int visual = 0; visual < n; ++visual) {
-            const int logical = int(layout.order.indexOf(visual));
-            header->moveSection(header->visualIndex(logical), visual);
-        }
+    if (restore) {
+        QStringList columns;
+        for (int c = 0; c < n; ++c)
+            columns << d->model->columnName(c);
+        const QList<int> order = VisualOrder(columns, layout.order);
+        for (int visual = 0; visual < n; ++visual)
+            header->moveSection(header->visualIndex(order.at(visual)), visual);
     }
-    const bool widths = restore && layout.widths.size() == n;
     for (int c = 0; c < n; ++c) {
-        if (widths && layout.widths.at(c) > 0) {
-            header->resizeSection(c, layout.widths.at(c));
+        const int width = restore ? layout.width(d->model->columnName(c)) : 0;
+        if (width > 0) {
+            header->resizeSection(c, width);
         } else {
             lstItems->resizeColumnToContents(c);
             if (header->sectionSize(c) > WidestDefaultColumn)
                 header->resizeSection(c, WidestDefaultColumn);
         }
     }
+}
+
+// The first start: the window as wide as its columns need, within the screen; when the screen is
+// narrower, the widest columns give way until every column is in sight.
+void frmMain::fitWindowToColumns() {
+    QHeaderView* header = lstItems->header();
+    QList<int> widths;
+    for (int c = 0; c < header->count(); ++c)
+        if (!header->isSectionHidden(c))
+            widths << header->sectionSize(c);
+    if (widths.isEmpty())
+        return;
+    const QRect screenArea = screen() ? screen()->availableGeometry() : QRect(0, 0, 1280, 1024);
+    // Everything around the columns: the layout's margins, the list's frame and its scroll bar.
+    const QMargins margins = centralWidget()->layout()->contentsMargins();
+    const int chrome = margins.left() + margins.right() + 2 * lstItems->frameWidth() +
+                       style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, lstItems) + 2;
+    // A little room is left for the window's own frame.
+    const int budget = qMax(200, screenArea.width() - 24 - chrome);
+    const QList<int> fitted = FitWidths(widths, budget);
+    for (int c = 0, i = 0; c < header->count(); ++c)
+        if (!header->isSectionHidden(c))
+            header->resizeSection(c, fitted.at(i++));
+    int total = chrome;
+    for (int w : fitted)
+        total += w;
+    const int wide = qMin(qMax(total, minimumSizeHint().width()), screenArea.width() - 24);
+    const int high = qMin(height(), screenArea.height() - 48);
+    resize(wide, high);
+    move(screenArea.center() - QPoint(wide / 2, high / 2));
 }

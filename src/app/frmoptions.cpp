@@ -135,11 +135,11 @@ void frmOptions::buildWidgets() {
         generalForm->addRow(box);
     };
     check(chkToolTips, "chkToolTips", tr("Show &tooltips"));
-    check(chkBackground, "chkBackground", tr("Show the &background picture in the list"));
+    check(chkBackground, "chkBackground", tr("Show the back&ground picture in the list"));
     check(chkUseVLNCursor, "chkUseVLNCursor", tr("Use the game's mouse &cursor"));
     check(chkPreloadImages, "chkPreloadImages", tr("&Preload item pictures at start"));
     check(chkPrintPreview, "chkPrintPreview", tr("Pre&view before printing"));
-    check(chkReportErrorMsgs, "chkReportErrorMsgs", tr("Offer a bug &report after an error"));
+    check(chkReportErrorMsgs, "chkReportErrorMsgs", tr("Offer a bug report after an &error"));
     column->addWidget(general);
 
     auto* buttons = new QHBoxLayout;

@@ -5,6 +5,8 @@
 
 #include <QDir>
 
+#include <algorithm>
+
 namespace {
 const QString& S() {
     return mainkey::Section;
@@ -14,8 +16,8 @@ QString load(const QString& key) {
     return GetSetting(S(), key, allEntry());
 }
 
-QString layoutSection(const QString& category) {
-    return QStringLiteral("Columns/") + category;
+QString layoutSection(const QString& key) {
+    return QStringLiteral("Columns/") + key;
 }
 } // namespace
 
@@ -63,25 +65,88 @@ MainWindowPlace LoadWindowPlace() {
     return p;
 }
 
-void SaveColumnLayout(const QString& category, const ColumnLayout& layout) {
-    const QString sec = layoutSection(category);
-    SaveSetting(sec, QStringLiteral("ColumnOrder"), joinNumbers(layout.order));
+int ColumnLayout::width(const QString& column) const {
+    const qsizetype i = order.indexOf(column);
+    return i >= 0 && i < widths.size() ? widths.at(i) : 0;
+}
+
+QString ColumnLayoutKey(const QString& category, const QString& equipType) {
+    if (category == listcat::Equipment && !equipType.isEmpty() && equipType != allEntry())
+        return category + QLatin1Char('/') + equipType;
+    return category;
+}
+
+void SaveColumnLayout(const QString& key, const ColumnLayout& layout) {
+    const QString sec = layoutSection(key);
+    SaveSetting(sec, QStringLiteral("ColumnOrder"), layout.order.join(QLatin1Char(',')));
     SaveSetting(sec, QStringLiteral("ColumnWidths"), joinNumbers(layout.widths));
+    SaveSetting(sec, QStringLiteral("SortColumn"), layout.sortColumn);
     SaveSetting(sec, QStringLiteral("SortKey"), QString::number(layout.sortKey));
     SaveSetting(sec, QStringLiteral("SortOrder"), QString::number(layout.sortOrder));
 }
 
-ColumnLayout LoadColumnLayout(const QString& category) {
-    const QString sec = layoutSection(category);
+ColumnLayout LoadColumnLayout(const QString& key) {
+    const QString sec = layoutSection(key);
     ColumnLayout l;
-    l.order = splitNumbers(GetSetting(sec, QStringLiteral("ColumnOrder")));
+    const QString order = GetSetting(sec, QStringLiteral("ColumnOrder")).trimmed();
+    if (!order.isEmpty())
+        l.order = order.split(QLatin1Char(','));
     l.widths = splitNumbers(GetSetting(sec, QStringLiteral("ColumnWidths")));
+    if (l.widths.size() != l.order.size())
+        l.widths.clear();
+    l.sortColumn = GetSetting(sec, QStringLiteral("SortColumn")).trimmed();
     bool ok = false;
     l.sortKey = GetSetting(sec, QStringLiteral("SortKey"), QStringLiteral("-1")).toInt(&ok);
     if (!ok || l.sortKey < -1)
         l.sortKey = -1;
     l.sortOrder = GetSetting(sec, QStringLiteral("SortOrder"), QStringLiteral("0")).toInt() == 1 ? 1 : 0;
     return l;
+}
+
+QList<int> VisualOrder(const QStringList& columns, const QStringList& savedOrder) {
+    QList<int> order;
+    for (const QString& name : savedOrder) {
+        const int c = int(columns.indexOf(name));
+        if (c >= 0 && !order.contains(c))
+            order << c;
+    }
+    for (int c = 0; c < int(columns.size()); ++c) {
+        if (order.contains(c))
+            continue;
+        qsizetype at = 0;
+        for (qsizetype i = 0; i < order.size(); ++i)
+            if (order.at(i) < c)
+                at = i + 1;
+        order.insert(at, c);
+    }
+    return order;
+}
+
+QList<int> FitWidths(const QList<int>& widths, int budget, int minimum) {
+    int total = 0;
+    for (int w : widths)
+        total += w;
+    if (total <= budget)
+        return widths;
+    // The largest cap under which the capped widths fit: walk up the widths from the narrowest,
+    // each one either fits under an even share of what is left, or the share is the cap.
+    QList<int> sorted = widths;
+    std::sort(sorted.begin(), sorted.end());
+    int below = 0;
+    int cap = minimum;
+    for (qsizetype i = 0; i < sorted.size(); ++i) {
+        const int share = (budget - below) / int(sorted.size() - i);
+        if (share <= sorted.at(i)) {
+            cap = qMax(minimum, share);
+            break;
+        }
+        below += sorted.at(i);
+    }
+    QList<int> out;
+    out.reserve(widths.size());
+    for (int w : widths)
+        out << qMin(w, cap);
+    return out;
 }
 
 void SaveProgramPath() {

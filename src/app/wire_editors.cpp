@@ -23,6 +23,7 @@ void showSaved(frmMain& w, const QString& kind, const QString& name) {
         if (model->name(r).compare(name, Qt::CaseInsensitive) != 0)
             continue;
         const QModelIndex at = model->index(r, 0);
+        model->markChanged(r); // a sort that follows keeps the saved record in sight
         w.lstItems->setCurrentIndex(at);
         w.lstItems->selectionModel()->select(at,
                                              QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);

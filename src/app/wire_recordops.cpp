@@ -18,6 +18,7 @@ void refreshAndSelect(frmMain& w, const QString& name) {
     for (int row = 0; row < model->rowCount(); ++row)
         if (model->name(row) == name) {
             const QModelIndex at = model->index(row, 0);
+            model->markChanged(row); // a sort that follows keeps the new record in sight
             w.lstItems->setCurrentIndex(at);
             w.lstItems->scrollTo(at);
             return;

@@ -33,8 +33,8 @@ namespace {
 const QString Container = QStringLiteral("Form frmAddRawMaterials");
 const QString Kind = QStringLiteral("Raw Materials");
 
-QPushButton* changeButton(QWidget* parent, const QString& name) {
-    auto* b = new QPushButton(QStringLiteral("C&hange..."), parent);
+QPushButton* changeButton(QWidget* parent, const QString& name, const QString& caption) {
+    auto* b = new QPushButton(caption, parent);
     b->setObjectName(name);
     return b;
 }
@@ -150,19 +150,22 @@ QWidget* frmAddRawMaterials::buildGeneral() {
 QWidget* frmAddRawMaterials::buildLocations() {
     auto* page = new QWidget;
     auto* row = new QHBoxLayout(page);
-    auto addList = [&](const QString& title, const QString& listName, const QString& buttonName) {
+    // The two buttons share a page, so each has an Alt key of its own.
+    auto addList = [&](const QString& title, const QString& listName, const QString& buttonName,
+                       const QString& caption) {
         auto* box = new QGroupBox(title, page);
         auto* col = new QVBoxLayout(box);
         QListWidget* list = NewList(box, listName);
-        QPushButton* change = changeButton(box, buttonName);
+        QPushButton* change = changeButton(box, buttonName, caption);
         col->addWidget(list, 1);
         col->addWidget(change, 0, Qt::AlignRight);
         row->addWidget(box, 1);
         return std::make_pair(list, change);
     };
-    auto buy = addList(tr("Bought At"), QStringLiteral("lstBuyLocations"), QStringLiteral("cmdBuyLocations"));
-    auto mine =
-        addList(tr("Mined In"), QStringLiteral("lstMineLocations"), QStringLiteral("cmdMineLocations"));
+    auto buy = addList(tr("Bought At"), QStringLiteral("lstBuyLocations"), QStringLiteral("cmdBuyLocations"),
+                       tr("C&hange..."));
+    auto mine = addList(tr("Mined In"), QStringLiteral("lstMineLocations"),
+                        QStringLiteral("cmdMineLocations"), tr("Chan&ge..."));
     lstBuyLocations = buy.first;
     lstMineLocations = mine.first;
     connect(buy.second, &QPushButton::clicked, this, &frmAddRawMaterials::cmdBuyLocations_Click);

@@ -43,7 +43,7 @@ QString FormatWholeNumber(qint64 value) {
 }
 
 double RoundTo2(double value) {
-    // nearbyint rounds halves to even under the default rounding mode, which is what Round did.
+    // nearbyint rounds halves to even under the default rounding mode.
     const double r = std::nearbyint(value * 100.0) / 100.0;
     return r == 0.0 ? 0.0 : r; // no "-0"
 }
@@ -90,4 +90,20 @@ QString FormatFractionNumber(double value) {
     QString s;
     FormatFractionNumberInto(value, s);
     return s;
+}
+
+QString PriceWord(double value, bool manufactureFee) {
+    if (manufactureFee) {
+        if (value < 0)
+            return QStringLiteral("Not Manufacturable");
+        return value == 0 ? QStringLiteral("Unknown") : QString();
+    }
+    const double whole = std::round(value);
+    if (whole == -2)
+        return QStringLiteral("Mission Reward");
+    if (whole == -1)
+        return QStringLiteral("Loot Only");
+    if (whole == 0)
+        return QStringLiteral("Unknown");
+    return QString();
 }

@@ -12,12 +12,39 @@
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
+#include <QHeaderView>
 #include <QItemSelectionModel>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QTableView>
+#include <QTreeView>
 #include <QVBoxLayout>
+
+namespace {
+// A search never widens a column past this, so that a long comment keeps the other columns in sight.
+constexpr int WidestFittedColumn = 320;
+
+// Bold text is wider than plain: the columns grow to fit their marked cells, never shrink.
+void widenToFit(QAbstractItemView* list) {
+    QHeaderView* header = nullptr;
+    if (auto* tree = qobject_cast<QTreeView*>(list))
+        header = tree->header();
+    else if (auto* table = qobject_cast<QTableView*>(list))
+        header = table->horizontalHeader();
+    if (!header)
+        return;
+    for (int c = 0; c < header->count(); ++c) {
+        if (header->isSectionHidden(c))
+            continue;
+        const int now = header->sectionSize(c);
+        const int wanted = qMin(list->sizeHintForColumn(c), qMax(now, WidestFittedColumn));
+        if (wanted > now)
+            header->resizeSection(c, wanted);
+    }
+}
+} // namespace
 
 frmFind::frmFind(QAbstractItemView* list, ListModel* model, FindStatus* status, QWidget* parent)
     : QDialog(parent), m_list(list), m_model(model), m_status(status) {
@@ -100,6 +127,7 @@ int frmFind::FindItem() {
     timer.start();
     if (m_status)
         m_status->setStatus(QStringLiteral("Finding..."));
+    const bool markAll = chkMarkAll->isChecked();
 
     // The selected row's position (1-based); with nothing selected the search starts at the top.
     int selected = 0;
@@ -109,9 +137,8 @@ int frmFind::FindItem() {
             selected = rows.first().row() + 1;
     }
     const bool down = optDown->isChecked() || !optUp->isChecked();
-    const int found =
-        UberFindItem(txtSearchText->text(), selected + 1, *m_model, down, chkNamesOnly->isChecked(),
-                     chkMatchCase->isChecked(), chkMarkAll->isChecked());
+    const int found = UberFindItem(txtSearchText->text(), selected + 1, *m_model, down,
+                                   chkNamesOnly->isChecked(), chkMatchCase->isChecked(), markAll);
     if (found == 0) {
         MsgBox(QStringLiteral("The search critiria was not found"), vb::Information,
                QStringLiteral("Not Found"));
@@ -120,6 +147,8 @@ int frmFind::FindItem() {
         m_list->scrollTo(index);
         if (QItemSelectionModel* sel = m_list->selectionModel())
             sel->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+        if (markAll)
+            widenToFit(m_list);
     }
     if (m_status) {
         m_status->setStatus(QStringLiteral("Ready"));

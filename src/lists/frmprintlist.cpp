@@ -79,7 +79,7 @@ frmPrintList::frmPrintList(const ListModel& model, const QHeaderView* header, co
 
     auto* orientation = new QGroupBox(tr("Paper"), this);
     auto* orientationRow = new QHBoxLayout(orientation);
-    optPortrait = new QRadioButton(tr("&Portrait"), orientation);
+    optPortrait = new QRadioButton(tr("Po&rtrait"), orientation);
     optPortrait->setObjectName(QStringLiteral("optPortrait"));
     optLandscape = new QRadioButton(tr("&Landscape"), orientation);
     optLandscape->setObjectName(QStringLiteral("optLandscape"));

@@ -15,6 +15,7 @@
 using liststore::Cell;
 using liststore::Column;
 using liststore::Display;
+using liststore::PriceKind;
 
 QColor colorFromVbColor(qint64 vbColor) {
     if (vbColor < 0 || vbColor > 0xFFFFFF)
@@ -70,6 +71,17 @@ void appendTextCell(const Recordset& rs, int i, Column& col, const QString& unkn
         col.appendText(unknown);
     else
         col.appendUtf8(t.data(), size_t(t.size()));
+}
+
+// Price columns by their names: the purchase prices of every category and the equipment's fee.
+liststore::PriceKind priceKind(const QString& field, FieldKind kind) {
+    if (!isNumeric(kind))
+        return liststore::PriceKind::None;
+    if (field == QLatin1String("PRICE") || field == QLatin1String("PURCHASE_PRICE"))
+        return liststore::PriceKind::Purchase;
+    if (field == QLatin1String("MANUFACTURING_FEE") || field == QLatin1String("COST_TO_MANUFACTURE"))
+        return liststore::PriceKind::ManufactureFee;
+    return liststore::PriceKind::None;
 }
 
 // The field name without a table prefix, upper-cased, as the flag and special columns are known.
@@ -130,10 +142,12 @@ void ListModel::load(Recordset& rs, const ListColors& colors, Progress* progress
                                                                     : Display::Numbers;
         c.naForMinusOne = field == QLatin1String("MANEUVERABILITY") || field == QLatin1String("AMMO_RANGE");
         c.unknownIfEmpty = field == QLatin1String("TYPE") || field == QLatin1String("SUBTYPE");
+        c.price = priceKind(field, c.kind);
         next->cols.push_back(std::move(c));
         source.push_back(i);
     }
 
+    next->colourFlags = updatedField >= 0 || personalField >= 0;
     beginResetModel();
     try {
         static const QString unknown = QStringLiteral("Unknown");
@@ -199,6 +213,16 @@ void ListModel::load(Recordset& rs, const ListColors& colors, Progress* progress
     endResetModel();
 }
 
+namespace {
+bool priceWordInto(const Column& c, double v, QString& out) {
+    const QString word = PriceWord(v, c.price == PriceKind::ManufactureFee);
+    if (word.isEmpty())
+        return false;
+    out = word;
+    return true;
+}
+} // namespace
+
 void ListModel::Impl::cellText(size_t src, int col, QString& out) const {
     const Column& c = cols[size_t(col)];
     switch (c.cellClass(src)) {
@@ -210,6 +234,8 @@ void ListModel::Impl::cellText(size_t src, int col, QString& out) const {
         return;
     case Cell::Int: {
         const qint64 v = c.intAt(src);
+        if (c.price != PriceKind::None && v <= 0 && priceWordInto(c, double(v), out))
+            return;
         if (c.display == Display::YesNo)
             out = v ? QStringLiteral("True") : QStringLiteral("False");
         else if (c.naForMinusOne && v == -1)
@@ -222,6 +248,8 @@ void ListModel::Impl::cellText(size_t src, int col, QString& out) const {
     }
     case Cell::Real: {
         const double v = c.realAt(src);
+        if (c.price != PriceKind::None && v < 0.5 && priceWordInto(c, v, out))
+            return;
         if (c.display == Display::YesNo)
             out = v != 0.0 ? QStringLiteral("True") : QStringLiteral("False");
         else if (c.naForMinusOne && v == -1.0)
@@ -236,6 +264,15 @@ void ListModel::Impl::cellText(size_t src, int col, QString& out) const {
     }
     }
 }
+
+namespace {
+// Figures line up on their last digit; texts, dates and Yes/No read from the left.
+QVariant alignment(const Column& c) {
+    const bool number = c.tag == ListModel::NumberTag && c.display != Display::YesNo;
+    return QVariant::fromValue(
+        Qt::Alignment(number ? Qt::AlignRight | Qt::AlignVCenter : Qt::AlignLeft | Qt::AlignVCenter));
+}
+} // namespace
 
 uint32_t ListModel::Impl::viewOf(uint32_t src) const {
     if (inverse.size() != rows) { // cleared whenever the order changes
@@ -276,6 +313,8 @@ QVariant ListModel::data(const QModelIndex& index, int role) const {
             return d->colors.updated;
         return QVariant();
     }
+    case Qt::TextAlignmentRole:
+        return alignment(d->cols[size_t(index.column())]);
     case Qt::FontRole: {
         if (!isBold(index.row(), index.column()))
             return QVariant();
@@ -293,6 +332,8 @@ QVariant ListModel::headerData(int section, Qt::Orientation orientation, int rol
         return QVariant();
     if (role == Qt::DisplayRole)
         return d->cols[size_t(section)].header;
+    if (role == Qt::TextAlignmentRole)
+        return alignment(d->cols[size_t(section)]);
     return QVariant();
 }
 
@@ -313,6 +354,7 @@ bool ListModel::setData(const QModelIndex& index, const QVariant& value, int rol
     if (checked == isChecked(index.row()))
         return true;
     setChecked(index.row(), checked);
+    markChanged(index.row());
     Q_EMIT checkToggled(index.row(), name(index.row()), checked);
     return true;
 }
@@ -373,6 +415,18 @@ void ListModel::setChecked(int row, bool checked) {
     f = checked ? (f | listflags::Checked) : (f & ~listflags::Checked);
     const QModelIndex i = index(row, 0);
     Q_EMIT dataChanged(i, i, {Qt::CheckStateRole});
+}
+
+void ListModel::markChanged(int row) {
+    d->changed = row >= 0 && size_t(row) < d->rows ? qint64(d->order[size_t(row)]) : -1;
+}
+
+int ListModel::changedRow() const {
+    return d->changed >= 0 && size_t(d->changed) < d->rows ? int(d->viewOf(uint32_t(d->changed))) : -1;
+}
+
+bool ListModel::hasColourFlags() const {
+    return d->colourFlags;
 }
 
 bool ListModel::isUpdated(int row) const {

@@ -63,16 +63,24 @@ public:
     void setHeaderText(int col, const QString& text); // the caption shown (default: the column name)
     int columnIndex(const QString& name) const;       // -1 when not shown
 
-    // Cells, as shown.
+    // Cells, as shown. Price columns (PRICE, PURCHASE_PRICE, MANUFACTURING_FEE) show the price words
+    // for their coded values and still sort by value; numeric columns are right-aligned.
     QString name(int row) const; // the first column's text
     QString text(int row, int col) const;
     // The same text written into out (its buffer is reused: for loops over many cells).
     void cellText(int row, int col, QString& out) const;
 
-    // Ticks. setChecked does not emit checkToggled (it is how a failed write is undone).
+    // Ticks. setChecked does not emit checkToggled (it is how a failed write is undone); a tick by the
+    // user (setData) marks its row as changed.
     bool isChecked(int row) const;
     void setChecked(int row, bool checked);
+    // The record the user changed last (a tick, or a row the window marks after an edit), followed
+    // through sorting: its view row, or -1. A reload forgets it.
+    void markChanged(int row);
+    int changedRow() const;
     bool isUpdated(int row) const;
+    // True when the rows carry the UPDATED or PERSONAL_DB flag (and may take their colours).
+    bool hasColourFlags() const;
     bool isPersonal(int row) const;
 
     // Bold marks. A bold row shows all its cells bold; a bold cell only itself. Marking many cells at

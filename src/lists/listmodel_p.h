@@ -22,6 +22,8 @@ struct ListModel::Impl {
     int sortKey = -1;
     int sortOrder = ListModel::Ascending;
     bool sorted = false;
+    bool colourFlags = false; // the rows carry UPDATED or PERSONAL_DB
+    qint64 changed = -1;      // stored row of the record the user changed last, -1 for none
 
     // The cell's text as shown, and its value as the numeric sort reads that text.
     void cellText(size_t src, int col, QString& out) const;

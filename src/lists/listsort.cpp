@@ -1,7 +1,6 @@
-// The list's column-click sort. The old list rewrote numeric and date cells into fixed-width key
-// texts, sorted texts, and put the cells back; here the keys are computed as numbers, which gives the
-// same order (the key texts' order is the numbers' order over the range the texts could express; the
-// rare values beyond it are sorted by the key texts themselves).
+// The list's column-click sort. Numeric and date cells are ordered as their fixed-width key texts
+// (sortkeys.h) would order them; the keys are computed as numbers, which gives that order over the
+// range the texts can express, and the rare values beyond it are sorted by the key texts themselves.
 #include "lists/cellformat.h"
 #include "lists/listmodel_p.h"
 #include "lists/sortkeys.h"

@@ -59,6 +59,9 @@ enum class Cell : uint8_t { Null, Int, Real, Text };
 // How the cells of a column are written.
 enum class Display : uint8_t { Numbers, Plain, YesNo };
 
+// Price columns show the price words (PriceWord) in place of their coded values.
+enum class PriceKind : uint8_t { None, Purchase, ManufactureFee };
+
 class Column {
 public:
     QString name;
@@ -68,6 +71,7 @@ public:
     Display display = Display::Numbers;
     bool naForMinusOne = false;  // MANEUVERABILITY, AMMO_RANGE
     bool unknownIfEmpty = false; // TYPE, SUBTYPE
+    PriceKind price = PriceKind::None;
     bool asciiOnly = true;
 
     void appendNull();

@@ -36,12 +36,19 @@ void ListViewSort::columnClick(int column) {
     QApplication::setOverrideCursor(Qt::WaitCursor);
     m_view->setUpdatesEnabled(false);
     list->sortByColumn(column);
-    if (m_header)
+    if (m_header) {
+        // The first click on a column may sort it descending, so the arrow is what tells the order.
         m_header->setSortIndicator(list->sortKey(), list->sortOrder() == ListModel::Ascending
                                                         ? Qt::AscendingOrder
                                                         : Qt::DescendingOrder);
+        m_header->setSortIndicatorShown(true);
+    }
     m_view->setUpdatesEnabled(true);
-    if (m_view->currentIndex().isValid())
-        m_view->scrollTo(m_view->currentIndex());
+    // A new order is read from its top; only a row the user has just changed keeps the view on it.
+    const QModelIndex current = m_view->currentIndex();
+    if (current.isValid() && current.row() == list->changedRow())
+        m_view->scrollTo(current);
+    else
+        m_view->scrollToTop();
     QApplication::restoreOverrideCursor();
 }

@@ -16,7 +16,8 @@ public:
     void setListView(QAbstractItemView* view);
     QAbstractItemView* listView() const { return m_view; }
 
-    // The column-click: sorts, shows the sort indicator, keeps the current row in view.
+    // The column-click: sorts, shows the sort indicator, and shows the top of the new order, or the
+    // current row when it is the one the user changed last (ListModel::changedRow).
     void columnClick(int column);
 
 private:

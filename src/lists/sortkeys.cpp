@@ -222,7 +222,7 @@ template <typename View> qint64 dateKey(View text) {
         const qsizetype ys = i;
         if (!readInt(s, i, 2, 4, &y) || i - ys == 3)
             return -1;
-        if (i - ys == 2) // two-digit years as the old date rules read them
+        if (i - ys == 2) // two-digit years: 00-29 are 2000-2029, 30-99 are 1930-1999
             y += y < 30 ? 2000 : 1900;
     } else {
         return -1;

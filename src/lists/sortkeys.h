@@ -1,6 +1,7 @@
 #pragma once
 // The sort keys of the list's column-click: numeric columns sort by value and date columns by time,
-// in exactly the order the list produced when it sorted texts rewritten as fixed-width keys.
+// in the order of the fixed-width key texts below (the texts define the order; the sort computes
+// numeric keys that agree with them).
 #include <QLatin1StringView>
 #include <QString>
 #include <QStringView>
@@ -8,11 +9,11 @@
 // "0"<->"9", "1"<->"8", "2"<->"7", "3"<->"6", "4"<->"5", "-" becomes a blank; anything else is kept.
 QString InvertDigits(const QString& text);
 
-// The key text the list sorted a numeric cell by: 30 integer digits "." 30 decimals for v >= 0,
+// The key text of a numeric cell: 30 integer digits "." 30 decimals for v >= 0,
 // "&" + InvertDigits of that for -v when v < 0, and empty when the text is not a number.
 QString NumberSortText(const QString& cellText);
 
-// Reads a cell text as a number the way the list did (blanks around, a sign, digit grouping commas,
+// Reads a cell text as a number (blanks around, a sign, digit grouping commas,
 // a decimal point, an exponent). False for anything else ("N/A", "-", empty).
 bool ParseListNumber(QStringView text, double* value);
 

@@ -65,7 +65,7 @@ frmMap::frmMap(QWidget* parent) : QWidget(parent) {
     cmbSector->setMinimumContentsLength(20);
     auto* systemLabel = new QLabel(QStringLiteral("S&ystem:"), this);
     systemLabel->setBuddy(cmbSystem);
-    auto* sectorLabel = new QLabel(QStringLiteral("Se&ctor:"), this);
+    auto* sectorLabel = new QLabel(QStringLiteral("Sec&tor:"), this);
     sectorLabel->setBuddy(cmbSector);
     choosers->addWidget(systemLabel);
     choosers->addWidget(cmbSystem);

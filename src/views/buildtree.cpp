@@ -211,7 +211,7 @@ void BuildCompTree(const QString& parentKey, const QString& name, TreeNodeSink& 
         true);
     addEquipRows(parentKey, equips, false, nodes, recurse);
 
-    // The level here is the built component's own, not the source's; that is how it has always read.
+    // The level here is the built component's own, not the source's: every upgrade source shows it.
     const QList<Row> upgrades = readRows(
         "SELECT COMPONENTS_UPGRADE_FROM.UPGRADE_FROM, COMPONENTS.LVL, IIF(COMPONENTS_UPGRADE_FROM.AMOUNT > 1, ' x' & "
         "COMPONENTS_UPGRADE_FROM.AMOUNT,'') FROM COMPONENTS_UPGRADE_FROM, COMPONENTS WHERE "
@@ -233,7 +233,7 @@ void BuildCompTree(const QString& parentKey, const QString& name, TreeNodeSink& 
 }
 
 namespace {
-// Level and amount of one source row, fetched on its own as the raw material builder always did.
+// Level and amount of one source row, fetched by a statement of its own for each source.
 Row sourceRow(const QString& name, const QString& sql) {
     Recordset rs;
     rs.open(sql);
@@ -281,7 +281,13 @@ void TreeNodeList::addNode(const QString& parentKey, const QString& key, const Q
     if (m_index.contains(key))
         throw VbError(35602, QStringLiteral("Key is not unique in collection"));
     m_index.insert(key, int(m_nodes.size()));
-    m_nodes.append({parentKey, key, text, image});
+    m_nodes.append({parentKey, key, text, image, QString()});
+}
+
+void TreeNodeList::setNote(const QString& key, const QString& note) {
+    const int i = indexOf(key);
+    if (i >= 0)
+        m_nodes[i].note = note;
 }
 
 QString TreeNodeList::fullPath(int i) const {

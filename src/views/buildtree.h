@@ -10,6 +10,12 @@
 struct TreeNodeSink {
     virtual ~TreeNodeSink() = default;
     virtual void addNode(const QString& parentKey, const QString& key, const QString& text, int image) = 0;
+    // A word for what a node's picture stands for ("Drop Rate: Rare"); kept apart from the node's
+    // text, which the navigation reads back as a name. Sinks without a place for it ignore it.
+    virtual void setNote(const QString& key, const QString& note) {
+        (void)key;
+        (void)note;
+    }
 };
 
 // Pictures of the build trees.
@@ -40,8 +46,10 @@ public:
     struct Node {
         QString parentKey, key, text;
         int image = 0;
+        QString note;
     };
     void addNode(const QString& parentKey, const QString& key, const QString& text, int image) override;
+    void setNote(const QString& key, const QString& note) override;
     const QList<Node>& nodes() const { return m_nodes; }
     int size() const { return int(m_nodes.size()); }
     const Node& at(int i) const { return m_nodes.at(i); }
@@ -56,6 +64,6 @@ private:
 };
 
 // One line per full path, in the order given: as many tabs as the path has "\" separators, then the
-// node's text, each line ended by CR LF. A text that itself holds "\" is indented deeper; so it was.
+// node's text, each line ended by CR LF. A text that itself holds "\" is indented deeper.
 QString TreeClipboardText(const QList<QPair<QString, QString>>& pathsAndTexts);
 QString TreeClipboardText(const TreeNodeList& nodes);

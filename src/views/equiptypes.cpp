@@ -25,7 +25,7 @@ int Enumerate(const QString& typeText, bool noRecurse) {
         if (blank >= 0)
             return Enumerate(typeText.mid(blank + 1).trimmed(), true);
     }
-    // An unknown type reads as a beam; the lists and views have always relied on that.
+    // An unknown type reads as a beam; the lists and views rely on that.
     return equip::Beam;
 }
 
@@ -60,7 +60,7 @@ int FindType(const QString& equipmentName) {
         rs.close();
         return Enumerate(type);
     } catch (const VbError& e) {
-        // Reported here; the caller goes on with a beam, as an unknown type always read.
+        // Reported here; the caller goes on with a beam, as for any unknown type.
         ReportDBError(e, QStringLiteral("FindType"), QStringLiteral("Module modMain"));
     }
     return equip::Beam;

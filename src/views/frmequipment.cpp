@@ -9,7 +9,6 @@
 #include "views/viewwidgets.h"
 
 #include <QFormLayout>
-#include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -17,6 +16,7 @@
 #include <QListWidget>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QSplitter>
 #include <QTabWidget>
 #include <QToolButton>
 #include <QTreeWidget>
@@ -57,7 +57,7 @@ frmEquipment::frmEquipment(QWidget* parent) : QWidget(parent) {
     setObjectName(QStringLiteral("frmEquipment"));
     PrepareViewWindow(this);
     buildLayout();
-    resize(620, 470);
+    resize(680, 500);
 }
 
 frmEquipment::~frmEquipment() {
@@ -75,8 +75,13 @@ void frmEquipment::buildLayout() {
     tabEquipment->addTab(pricesPage(), QStringLiteral("Prices"));
     tabEquipment->addTab(commentsPage(), QStringLiteral("Comments"));
     tabEquipment->addTab(otherPage(), QStringLiteral("Other"));
+    // Pages added only when the record has them; until then the window owns them, out of sight.
     m_ammoPage = ammoPage();
     m_specialsPage = specialsPage();
+    for (QWidget* page : {m_ammoPage, m_specialsPage}) {
+        page->setParent(this);
+        page->hide();
+    }
     top->addWidget(tabEquipment, 1);
 
     QHBoxLayout* buttons = NewButtonRow();
@@ -108,10 +113,8 @@ QWidget* frmEquipment::attributesPage() {
     stats->setObjectName(QStringLiteral("fraStats"));
     m_statsPanel = stats;
     auto* grid = new QFormLayout(stats);
-    for (int k = 0; k < StatSlots; ++k) {
+    for (int k = 0; k < StatSlots; ++k)
         txtSpecData[k] = hiddenRow(grid, stats, QStringLiteral("SpecData"), k, lblSpecData[k]);
-        txtSpecData[k]->setAlignment(Qt::AlignRight);
-    }
     row->addWidget(stats, 1);
     return page;
 }
@@ -126,8 +129,6 @@ QWidget* frmEquipment::pricesPage() {
     txtManufFee = labelled(form, page, QStringLiteral("Manufacturing Fee:"), QStringLiteral("txtManufFee"));
     txtPMPrice = labelled(form, page, QStringLiteral("Player Made Price:"), QStringLiteral("txtPMPrice"));
     txtSRP = labelled(form, page, QStringLiteral("Suggested Retail Price:"), QStringLiteral("txtSRP"));
-    for (QLineEdit* box : {txtPurchasePrice, txtManufFee, txtPMPrice, txtSRP})
-        box->setAlignment(Qt::AlignRight);
     row->addLayout(form, 1);
 
     auto* buy = new QGroupBox(QStringLiteral("Buy Locations"), page);
@@ -145,7 +146,8 @@ QWidget* frmEquipment::pricesPage() {
     AttachListOpener(lstBuyLocations, QStringLiteral("Station"), QStringLiteral("lstBuyLocations_DblClick"),
                      kForm);
     connect(view, &QToolButton::clicked, this, [this] {
-        if (QListWidgetItem* item = lstBuyLocations->currentItem())
+        QListWidgetItem* item = lstBuyLocations->currentItem();
+        if (item && !IsPlaceholder(item))
             Q_EMIT lstBuyLocations->itemDoubleClicked(item);
     });
     return page;
@@ -160,19 +162,24 @@ QWidget* frmEquipment::commentsPage() {
 QWidget* frmEquipment::otherPage() {
     auto* page = new QWidget;
     page->setObjectName(QStringLiteral("fraPanels_3"));
-    auto* grid = new QGridLayout(page);
+    auto* layout = new QHBoxLayout(page);
+    // The blueprint, often deep and wide, takes most of the page; the user can move the divides.
+    auto* split = new QSplitter(Qt::Horizontal, page);
+    split->setObjectName(QStringLiteral("splOther"));
+    split->setChildrenCollapsible(false);
+    layout->addWidget(split);
+    auto* lists = new QSplitter(Qt::Vertical, split);
+    lists->setChildrenCollapsible(false);
 
-    auto* allowed = new QGroupBox(QStringLiteral("Allowed Classes"), page);
+    auto* allowed = new QGroupBox(QStringLiteral("Allowed Classes"), lists);
     auto* a = new QVBoxLayout(allowed);
     lstAllowed = NewList(allowed, QStringLiteral("lstAllowed"));
     a->addWidget(lstAllowed);
-    grid->addWidget(allowed, 0, 0);
 
-    auto* mobs = new QGroupBox(QStringLiteral("Dropped By"), page);
+    auto* mobs = new QGroupBox(QStringLiteral("Dropped By"), lists);
     auto* m = new QVBoxLayout(mobs);
     treMOBs = NewTree(mobs, QStringLiteral("treMOBs"));
     m->addWidget(treMOBs);
-    grid->addWidget(mobs, 1, 0);
     m_mobs = new TreeWidgetSink(treMOBs, true);
     connect(treMOBs, &QTreeWidget::itemDoubleClicked, this, [](QTreeWidgetItem* item, int) {
         QTreeWidgetItem* top = item->parent() ? item->parent() : item;
@@ -180,7 +187,7 @@ QWidget* frmEquipment::otherPage() {
             ViewMOBInfo(top->text(0));
     });
 
-    auto* blueprint = new QGroupBox(QStringLiteral("Blueprint"), page);
+    auto* blueprint = new QGroupBox(QStringLiteral("Blueprint"), split);
     auto* b = new QVBoxLayout(blueprint);
     auto* bar = new QHBoxLayout;
     bar->setObjectName(QStringLiteral("tbComps"));
@@ -194,9 +201,8 @@ QWidget* frmEquipment::otherPage() {
     b->addLayout(bar);
     treBlueprint = NewTree(blueprint, QStringLiteral("treBlueprint"));
     b->addWidget(treBlueprint);
-    grid->addWidget(blueprint, 0, 1, 2, 1);
-    grid->setColumnStretch(1, 2);
-    grid->setColumnStretch(0, 1);
+    split->setStretchFactor(0, 1);
+    split->setStretchFactor(1, 3);
     m_blueprint = new TreeWidgetSink(treBlueprint, false);
     AttachBuildTreeCommands(treBlueprint, QStringLiteral("treBlueprint"), kForm);
     connect(details, &QToolButton::clicked, this, [this] {
@@ -246,7 +252,7 @@ QWidget* frmEquipment::ammoPage() {
     row->addLayout(form, 1);
 
     auto openAmmo = [](QListWidgetItem* item) {
-        if (item)
+        if (item && !IsPlaceholder(item))
             ViewEquipDetails(item->text(), equip::Ammunition, DeEnumerate(equip::Ammunition));
     };
     connect(lstAmmo, &QListWidget::itemDoubleClicked, this, openAmmo);

@@ -26,7 +26,6 @@ const QString kTrees = QStringLiteral("Module frmMOBs");
 
 QLineEdit* row(QFormLayout* form, QWidget* parent, const QString& caption, const QString& objectName) {
     QLineEdit* box = NewBox(parent, objectName);
-    box->setAlignment(Qt::AlignRight);
     form->addRow(caption, box);
     return box;
 }
@@ -50,7 +49,6 @@ frmMOBs::frmMOBs(QWidget* parent) : QWidget(parent) {
     auto* combat = new QGroupBox(QStringLiteral("Combat"), attributes);
     auto* cf = new QFormLayout(combat);
     txtFaction = row(cf, combat, QStringLiteral("Faction:"), QStringLiteral("txtFaction"));
-    txtFaction->setAlignment(Qt::AlignLeft);
     txtLevel = row(cf, combat, QStringLiteral("Combat Level:"), QStringLiteral("txtLevel"));
     txtShield = row(cf, combat, QStringLiteral("Shield:"), QStringLiteral("txtShield"));
     txtHull = row(cf, combat, QStringLiteral("Hull:"), QStringLiteral("txtHull"));
@@ -67,7 +65,6 @@ frmMOBs::frmMOBs(QWidget* parent) : QWidget(parent) {
     txtAltruism = row(tf, temper, QStringLiteral("Altruism:"), QStringLiteral("txtAltruism"));
     txtInteligence = row(tf, temper, QStringLiteral("Intelligence:"), QStringLiteral("txtInteligence"));
     txtLastUpdated = row(tf, temper, QStringLiteral("Last Updated:"), QStringLiteral("txtLastUpdated"));
-    txtLastUpdated->setAlignment(Qt::AlignLeft);
     txtLastUpdated->setMinimumWidth(
         txtLastUpdated->fontMetrics().horizontalAdvance(QStringLiteral("0000-00-00 00:00:00 ")) + 12);
     cols->addWidget(temper, 1);
@@ -126,8 +123,10 @@ void frmMOBs::loadFields(const QString& name) {
     lblType->setText(MobTypeLine(NzString(rs.value(QStringLiteral("COMBAT_LEVEL"))),
                                  NzString(rs.value(QStringLiteral("TYPE"))),
                                  NzBool(rs.value(QStringLiteral("BOSS")))));
-    txtFaction->setText(NzString(rs.value(QStringLiteral("FACTION")), QStringLiteral("Unknown")));
-    txtLevel->setText(NzString(rs.value(QStringLiteral("COMBAT_LEVEL"))));
+    SetBoxText(txtFaction, NzString(rs.value(QStringLiteral("FACTION")), QStringLiteral("Unknown")));
+    WidenBoxToText(txtFaction, 260);
+    txtFaction->setToolTip(txtFaction->text());
+    SetBoxText(txtLevel, NzString(rs.value(QStringLiteral("COMBAT_LEVEL"))));
     const std::pair<QLineEdit*, const char*> figures[] = {{txtShield, "SHIELD"},
                                                           {txtHull, "HULL"},
                                                           {txtMass, "MASS"},
@@ -135,15 +134,15 @@ void frmMOBs::loadFields(const QString& name) {
                                                           {txtScanRange, "SCAN_RANGE"},
                                                           {txtAggroRange, "AGGRO_RANGE"}};
     for (const auto& [box, column] : figures)
-        box->setText(NzString(rs.value(QLatin1String(column))));
+        SetBoxText(box, NzString(rs.value(QLatin1String(column))));
     const std::pair<QLineEdit*, const char*> temperament[] = {{txtBravery, "BRAVERY"},
                                                               {txtAggressiveness, "AGGRESSIVENESS"},
                                                               {txtAltruism, "ALTRUISM"},
                                                               {txtInteligence, "INTELIGENCE"}};
     for (const auto& [box, column] : temperament)
-        box->setText(NzString(rs.value(QLatin1String(column)), QStringLiteral("No Entry")));
+        SetBoxText(box, NzString(rs.value(QLatin1String(column)), QStringLiteral("No Entry")));
     txtComments->setPlainText(NzString(rs.value(QStringLiteral("COMMENTS"))));
-    txtLastUpdated->setText(NzString(rs.value(QStringLiteral("LAST_UPDATED"))));
+    SetBoxText(txtLastUpdated, NzString(rs.value(QStringLiteral("LAST_UPDATED"))));
 }
 
 void frmMOBs::PopulateTacticalTree(const QString& name) {

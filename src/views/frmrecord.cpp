@@ -144,8 +144,7 @@ QList<QPair<QString, QString>> frmRecordView::fields() const {
 
 void frmRecordView::addField(const QString& caption, const QString& value) {
     QLineEdit* box = NewBox(this, QStringLiteral("txtField_%1").arg(m_fields.size()));
-    box->setText(value);
-    box->setCursorPosition(0);
+    SetBoxText(box, value);
     m_form->addRow(caption + ":", box);
     m_fields.append({caption, value});
 }
@@ -213,20 +212,20 @@ void frmRecordView::load(const QString& name) {
     bool recurse = true;
     switch (m_kind) {
     case Component:
-        FillList(lstBuyLocations,
-                 "SELECT STATIONS_STATION FROM BUY_COMPONENT_LOCATIONS WHERE COMPONENTS_COMPONENT = '" + q +
-                     "' ORDER BY STATIONS_STATION");
+        FillRecordList(lstBuyLocations,
+                       "SELECT STATIONS_STATION FROM BUY_COMPONENT_LOCATIONS WHERE COMPONENTS_COMPONENT = '" +
+                           q + "' ORDER BY STATIONS_STATION");
         m_blueprint->addNode(QString(), name, name, buildimg::Component);
         BuildCompTree(name, name, *m_blueprint, recurse);
         PopulateUsedIn(RecordKind::Component, name, *m_usedIn);
         PopulateMOBs(name);
         break;
     case RawMaterial:
-        FillList(lstBuyLocations,
-                 "SELECT STATIONS_STATION FROM BUY_RAW_MATERIAL_LOCATIONS WHERE RAW_MATERIAL = '" + q +
-                     "' ORDER BY STATIONS_STATION");
-        FillList(lstMineLocations, "SELECT SECTORS_SECTOR FROM MINE_LOCATIONS WHERE RAW_MATERIAL = '" + q +
-                                       "' ORDER BY SECTORS_SECTOR");
+        FillRecordList(lstBuyLocations,
+                       "SELECT STATIONS_STATION FROM BUY_RAW_MATERIAL_LOCATIONS WHERE RAW_MATERIAL = '" + q +
+                           "' ORDER BY STATIONS_STATION");
+        FillRecordList(lstMineLocations, "SELECT SECTORS_SECTOR FROM MINE_LOCATIONS WHERE RAW_MATERIAL = '" +
+                                             q + "' ORDER BY SECTORS_SECTOR");
         m_blueprint->addNode(QString(), name, name,
                              IsRefined(name) ? buildimg::RefinedRawMaterial : buildimg::RawMaterial);
         BuildRawMatTree(name, name, *m_blueprint, recurse);
@@ -234,14 +233,15 @@ void frmRecordView::load(const QString& name) {
         PopulateMOBs(name);
         break;
     case Item:
-        FillList(lstBuyLocations, "SELECT STATIONS_STATION FROM BUY_ITEM_LOCATIONS WHERE ITEM_NAME = '" + q +
-                                      "' ORDER BY STATIONS_STATION");
+        FillRecordList(lstBuyLocations,
+                       "SELECT STATIONS_STATION FROM BUY_ITEM_LOCATIONS WHERE ITEM_NAME = '" + q +
+                           "' ORDER BY STATIONS_STATION");
         PopulateUsedIn(RecordKind::Item, name, *m_usedIn);
         PopulateMOBs(name);
         break;
     case Station:
-        FillList(lstTerminals, "SELECT TERMINAL_TYPE FROM STATION_TERMINALS WHERE STATION_NAME = '" + q +
-                                   "' ORDER BY TERMINAL_TYPE");
+        FillRecordList(lstTerminals, "SELECT TERMINAL_TYPE FROM STATION_TERMINALS WHERE STATION_NAME = '" +
+                                         q + "' ORDER BY TERMINAL_TYPE");
         PopulateStationSells(name, *m_usedIn);
         break;
     }

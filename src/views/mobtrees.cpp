@@ -79,8 +79,12 @@ void PopulateSpawnTree(const QString& mobName, TreeNodeSink& nodes) {
             first = false;
         }
         const QString nav = NzString(rs.value(1));
-        // An unknown rate still shows the place, only without a picture.
-        nodes.addNode(sectorKey, sectorKey + "|Nav:" + nav, nav, SpawnRateImage(NzString(rs.value(2))));
+        // An unknown rate still shows the place, only without a picture; the word is shown either way.
+        const QString rate = NzString(rs.value(2));
+        const QString key = sectorKey + "|Nav:" + nav;
+        nodes.addNode(sectorKey, key, nav, SpawnRateImage(rate));
+        if (!rate.isEmpty())
+            nodes.setNote(key, "Spawn Rate: " + rate);
     }
 }
 
@@ -114,7 +118,9 @@ void PopulateLootTree(const QString& mobName, TreeNodeSink& nodes) {
             if (image == mobimg::None)
                 continue;
             const QString what = NzString(rs.value(0));
-            nodes.addNode(group, group + QLatin1String(g.marker) + what, what, image);
+            const QString key = group + QLatin1String(g.marker) + what;
+            nodes.addNode(group, key, what, image);
+            nodes.setNote(key, "Drop Rate: " + NzString(rs.value(1)));
         }
         rs.close();
         if (!any)

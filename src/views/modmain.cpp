@@ -5,19 +5,20 @@
 #include "data/errorreport.h"
 #include "data/quotes.h"
 #include "data/recordset.h"
+#include "lists/cellformat.h"
 
 #include <QLocale>
 #include <cmath>
 
 namespace {
-// Numbers as the program has always printed them: shortest form, no exponent for ordinary values.
+// Numbers in their shortest form, without an exponent for ordinary values.
 QString numberText(double v) {
     if (v == std::floor(v) && std::fabs(v) < 1e15)
         return QString::number(qint64(v));
     return QString::number(v, 'g', 15);
 }
 
-// A value read as a number; texts that are no number are a type mismatch, as they always were.
+// A value read as a number; a text that is no number is a type mismatch.
 double toNumber(const QVariant& v) {
     bool ok = false;
     double d = 0;
@@ -99,21 +100,8 @@ QString PriceText(const QString& value, bool manufactureFee) {
     const double number = plain.toDouble(&ok);
     if (!ok)
         return value;
-    if (!manufactureFee) {
-        const qint64 whole = qint64(std::llround(number));
-        if (whole == -2)
-            return QStringLiteral("Mission Reward");
-        if (whole == -1)
-            return QStringLiteral("Loot Only");
-        if (whole == 0)
-            return QStringLiteral("Unknown");
-        return value;
-    }
-    if (number < 0)
-        return QStringLiteral("Not Manufacturable");
-    if (number == 0)
-        return QStringLiteral("Unknown");
-    return value;
+    const QString word = PriceWord(number, manufactureFee);
+    return word.isEmpty() ? value : word;
 }
 
 QString RemoveExtra(const QString& nodeText) {

@@ -81,17 +81,17 @@ void frmEquipment::load(const QString& name, int typeIndex, const QString& typeN
     if (typeIndex == equip::Missile || typeIndex == equip::Projectile)
         fillAmmoList();
 
-    FillList(lstBuyLocations,
-             "SELECT STATIONS_STATION FROM BUY_EQUIPMENT_LOCATION WHERE EQUIPMENTS_EQUIPMENT = '" + q +
-                 "' ORDER BY STATIONS_STATION");
+    FillRecordList(lstBuyLocations,
+                   "SELECT STATIONS_STATION FROM BUY_EQUIPMENT_LOCATION WHERE EQUIPMENTS_EQUIPMENT = '" + q +
+                       "' ORDER BY STATIONS_STATION");
 
     m_blueprint->clear();
     m_blueprint->addNode(QString(), name, name, buildimg::Equipment);
     bool recurse = true;
     BuildEquipTree(name, name, *m_blueprint, recurse);
 
-    FillList(lstAllowed, "SELECT CLASS_NAME FROM EQUIPMENT_CLASS WHERE EQUIPMENTS_EQUIPMENT = '" + q +
-                             "' ORDER BY CLASS_NAME");
+    FillRecordList(lstAllowed, "SELECT CLASS_NAME FROM EQUIPMENT_CLASS WHERE EQUIPMENTS_EQUIPMENT = '" + q +
+                                   "' ORDER BY CLASS_NAME");
     PopulateMOBs(name);
     fillSpecials();
     setTooltips();
@@ -99,18 +99,18 @@ void frmEquipment::load(const QString& name, int typeIndex, const QString& typeN
 }
 
 void frmEquipment::fillHeader(Recordset& rs) {
-    txtManufacturer->setText(NzString(rs.value(2)));
+    SetBoxText(txtManufacturer, NzString(rs.value(2)));
     lblType->setText("Level " + NzString(rs.value(3)) + " " + NzString(rs.value(1)));
-    txtQuality->setText(NzString(rs.value(6)) + "%");
+    SetBoxText(txtQuality, NzString(rs.value(6)) + "%");
     txtComments->setPlainText(NzString(rs.value(4)));
-    txtLastUpdated->setText(NzString(rs.value(9)));
+    SetBoxText(txtLastUpdated, NzString(rs.value(9)));
     if (NzBool(rs.value(7)))
         lblType->setText("Unique " + lblType->text());
 
-    txtPurchasePrice->setText(PriceText(FormatWhole(NzLong(rs.value(5))), false));
-    txtManufFee->setText(PriceText(FormatWhole(NzLong(rs.value(8))), true));
-    txtPMPrice->setText(QStringLiteral("TBA"));
-    txtSRP->setText(QStringLiteral("TBA"));
+    SetBoxText(txtPurchasePrice, PriceText(FormatWhole(NzLong(rs.value(5))), false));
+    SetBoxText(txtManufFee, PriceText(FormatWhole(NzLong(rs.value(8))), true));
+    SetBoxText(txtPMPrice, QStringLiteral("TBA"));
+    SetBoxText(txtSRP, QStringLiteral("TBA"));
 
     const CustomFields& cf = customFields();
     if (cf.on) {
@@ -119,7 +119,7 @@ void frmEquipment::fillHeader(Recordset& rs) {
             if (i > 0 && cf.caption[i].isEmpty())
                 continue;
             lblCustom[i]->setText(cf.caption[i] + ":");
-            txtCustom[i]->setText(NzString(rs.value(11 + i)));
+            SetBoxText(txtCustom[i], NzString(rs.value(11 + i)));
             lblCustom[i]->setVisible(true);
             txtCustom[i]->setVisible(true);
         }
@@ -153,7 +153,7 @@ void frmEquipment::fillStatistics(Recordset& rs) {
             value = RoundText(NzDouble(rs.value(i)));
         else
             value = NzString(rs.value(i));
-        txtSpecData[k]->setText(value);
+        SetBoxText(txtSpecData[k], value);
         lblSpecData[k]->setVisible(true);
         txtSpecData[k]->setVisible(true);
     }
@@ -163,20 +163,19 @@ void frmEquipment::fillAmmoList() {
     tabEquipment->addTab(m_ammoPage, QStringLiteral("Ammo"));
     const int k = m_type == equip::Missile ? 3 : 4;
     const QString ammoType = txtSpecData[k]->text();
-    FillList(lstAmmo, "SELECT EQUIPMENT_NAME FROM AMO_STATS WHERE AMO_TYPE = '" + FixQuotes(ammoType) +
-                          "' ORDER BY EQUIPMENT_NAME");
-    if (lstAmmo->count() > 0) {
+    FillRecordList(lstAmmo, "SELECT EQUIPMENT_NAME FROM AMO_STATS WHERE AMO_TYPE = '" + FixQuotes(ammoType) +
+                                "' ORDER BY EQUIPMENT_NAME");
+    connect(lstAmmo, &QListWidget::currentItemChanged, this, [this] { lstAmmo_Click(); });
+    // The first round is picked, and its figures shown, as the page opens.
+    if (RecordCount(lstAmmo) > 0) {
         lstAmmo->setCurrentRow(0);
         tbAmmoView->setEnabled(true);
     }
-    // Connected after the first entry is selected: the figures appear when the user picks one.
-    connect(lstAmmo, &QListWidget::currentItemChanged, this, [this] { lstAmmo_Click(); });
-    connect(lstAmmo, &QListWidget::itemClicked, this, [this] { lstAmmo_Click(); });
 }
 
 void frmEquipment::lstAmmo_Click() {
     QListWidgetItem* item = lstAmmo->currentItem();
-    if (!item)
+    if (!item || IsPlaceholder(item))
         return;
     try {
         const bool missile = lblType->text().endsWith(QLatin1String("Missile"));
@@ -190,8 +189,8 @@ void frmEquipment::lstAmmo_Click() {
         if (rs.eof())
             throw NoCurrentRecord();
         const double damage = NzDouble(rs.value(0));
-        txtAmmoName->setText(item->text());
-        txtAmmoDamage->setText(NzString(rs.value(0)));
+        SetBoxText(txtAmmoName, item->text());
+        SetBoxText(txtAmmoDamage, NzString(rs.value(0)));
         txtDamagePerSecond->clear();
         txtAmmoEfficiency->clear();
         if (missile) {
@@ -200,11 +199,11 @@ void frmEquipment::lstAmmo_Click() {
                                static_cast<QWidget*>(txtAmmoManeuverability)})
                 w->setVisible(true);
             if (rs.isNull(1) || rs.isNull(2)) {
-                txtAmmoRange->setText(QStringLiteral("Undefined"));
-                txtAmmoManeuverability->setText(QStringLiteral("Undefined"));
+                SetBoxText(txtAmmoRange, QStringLiteral("Undefined"));
+                SetBoxText(txtAmmoManeuverability, QStringLiteral("Undefined"));
             } else {
-                txtAmmoRange->setText(NzString(rs.value(2)));
-                txtAmmoManeuverability->setText(NzString(rs.value(1)));
+                SetBoxText(txtAmmoRange, NzString(rs.value(2)));
+                SetBoxText(txtAmmoManeuverability, NzString(rs.value(1)));
             }
         } else if (projectile) {
             for (QWidget* w : {static_cast<QWidget*>(lblAmmoRange), static_cast<QWidget*>(txtAmmoRange),
@@ -214,9 +213,9 @@ void frmEquipment::lstAmmo_Click() {
         }
         if (damage != 0) {
             if (d != 0 && r != 0)
-                txtDamagePerSecond->setText(RoundText(damage * r / d));
+                SetBoxText(txtDamagePerSecond, RoundText(damage * r / d));
             if (e != 0 && r != 0)
-                txtAmmoEfficiency->setText(RoundText(damage * r / e));
+                SetBoxText(txtAmmoEfficiency, RoundText(damage * r / e));
         }
     } catch (const VbError& err) {
         ReportDBError(err, QStringLiteral("lstAmmo_Click"), QStringLiteral("Form frmEquipment"));

@@ -175,6 +175,8 @@ void AttachMarkerTreeCommands(QTreeWidget* tree, const QString& procedurePrefix,
 void AttachListOpener(QListWidget* list, const QString& kind, const QString& procedure,
                       const QString& container) {
     QObject::connect(list, &QListWidget::itemDoubleClicked, list, [=](QListWidgetItem* item) {
+        if (!item || IsPlaceholder(item))
+            return;
         guarded(procedure, container, [&] { OpenRecord(kind, item->text()); });
     });
 }

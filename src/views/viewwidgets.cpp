@@ -17,6 +17,7 @@
 namespace {
 constexpr int KeyRole = Qt::UserRole;
 constexpr int ImageRole = Qt::UserRole + 1;
+constexpr int PlaceholderRole = Qt::UserRole + 2;
 } // namespace
 
 TreeWidgetSink::TreeWidgetSink(QTreeWidget* tree, bool mobTree) : m_tree(tree), m_mobTree(mobTree) {}
@@ -38,6 +39,20 @@ void TreeWidgetSink::addNode(const QString& parentKey, const QString& key, const
         parent->setExpanded(true);
     m_items.insert(key, item);
     m_order.append(item);
+}
+
+void TreeWidgetSink::setNote(const QString& key, const QString& note) {
+    QTreeWidgetItem* item = m_items.value(key);
+    if (!item)
+        return;
+    if (m_tree->columnCount() < 2) {
+        m_tree->setColumnCount(2);
+        m_tree->header()->setSectionResizeMode(1, QHeaderView::ResizeToContents);
+    }
+    item->setText(1, note);
+    item->setForeground(1, m_tree->palette().brush(QPalette::Disabled, QPalette::Text));
+    item->setToolTip(0, note);
+    item->setToolTip(1, note);
 }
 
 QTreeWidgetItem* TreeWidgetSink::item(const QString& key) const {
@@ -88,6 +103,30 @@ void FillList(QListWidget* list, const QString& sql) {
     rs.close();
 }
 
+void FillRecordList(QListWidget* list, const QString& sql) {
+    FillList(list, sql);
+    ShowEmptyList(list);
+}
+
+void ShowEmptyList(QListWidget* list) {
+    if (list->count() > 0)
+        return;
+    auto* item = new QListWidgetItem(QStringLiteral("No Records Found"), list);
+    item->setFlags(Qt::ItemIsEnabled); // shown like the trees' own, but never selected
+    item->setData(PlaceholderRole, true);
+}
+
+bool IsPlaceholder(const QListWidgetItem* item) {
+    return item && item->data(PlaceholderRole).toBool();
+}
+
+int RecordCount(const QListWidget* list) {
+    int n = 0;
+    for (int i = 0; i < list->count(); ++i)
+        n += !IsPlaceholder(list->item(i));
+    return n;
+}
+
 QTreeWidget* NewTree(QWidget* parent, const QString& objectName) {
     auto* tree = new QTreeWidget(parent);
     tree->setObjectName(objectName);
@@ -113,6 +152,27 @@ QLineEdit* NewBox(QWidget* parent, const QString& objectName) {
     box->setObjectName(objectName);
     box->setReadOnly(true);
     return box;
+}
+
+bool LooksNumeric(const QString& text) {
+    QString t = text.trimmed();
+    if (t.endsWith(QLatin1Char('%')))
+        t.chop(1);
+    t.remove(QLatin1Char(','));
+    bool ok = false;
+    t.toDouble(&ok);
+    return ok && !t.isEmpty();
+}
+
+void SetBoxText(QLineEdit* box, const QString& text) {
+    box->setText(text);
+    box->setAlignment((LooksNumeric(text) ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
+    box->setCursorPosition(0);
+}
+
+void WidenBoxToText(QLineEdit* box, int widest) {
+    const int wanted = box->fontMetrics().horizontalAdvance(box->text()) + 16;
+    box->setMinimumWidth(qMin(widest, qMax(box->minimumWidth(), wanted)));
 }
 
 QHBoxLayout* NewButtonRow() {

@@ -12,6 +12,7 @@ class QHBoxLayout;
 class QLabel;
 class QLineEdit;
 class QListWidget;
+class QListWidgetItem;
 class QPlainTextEdit;
 class QPushButton;
 class QTreeWidget;
@@ -19,11 +20,13 @@ class QTreeWidgetItem;
 class QWidget;
 
 // Adds nodes to a tree widget: every node expanded, the key and picture number kept on the item.
-// A key given twice is refused as the tree control always refused it (run-time error 35602).
+// A key given twice is refused with run-time error 35602. A node's note (a frequency word the
+// picture stands for) shows beside its text, greyed, and as its tooltip.
 class TreeWidgetSink : public TreeNodeSink {
 public:
     TreeWidgetSink(QTreeWidget* tree, bool mobTree);
     void addNode(const QString& parentKey, const QString& key, const QString& text, int image) override;
+    void setNote(const QString& key, const QString& note) override;
     QTreeWidgetItem* item(const QString& key) const;
     const QList<QTreeWidgetItem*>& itemsInOrder() const { return m_order; }
     void clear();
@@ -54,10 +57,25 @@ private:
 void PopulateList(QListWidget* list, Recordset& rs);
 // Runs the statement and fills the list; throws on a failed statement.
 void FillList(QListWidget* list, const QString& sql);
+// The same for a record view's read-only list: a statement without rows leaves the list saying so
+// (ShowEmptyList). Not for lists that are edited and written back.
+void FillRecordList(QListWidget* list, const QString& sql);
+// An empty list says "No Records Found", as the empty trees do, in one greyed entry that cannot be
+// selected or opened. Lists that already hold entries are left alone.
+void ShowEmptyList(QListWidget* list);
+bool IsPlaceholder(const QListWidgetItem* item);
+// The list's records: its entries without that placeholder.
+int RecordCount(const QListWidget* list);
 
 QTreeWidget* NewTree(QWidget* parent, const QString& objectName);
 QListWidget* NewList(QWidget* parent, const QString& objectName);
 QLineEdit* NewBox(QWidget* parent, const QString& objectName);
+// Shows a value in a read-only box: figures (digits with grouping commas, a decimal point, a sign or
+// a percent sign) right-aligned, texts left-aligned, and a long text from its start.
+void SetBoxText(QLineEdit* box, const QString& text);
+bool LooksNumeric(const QString& text);
+// Makes a box wide enough for its whole text, up to widest pixels (a longer text shows its start).
+void WidenBoxToText(QLineEdit* box, int widest);
 // The row of command buttons at the foot of a record window, and one named button added to it.
 QHBoxLayout* NewButtonRow();
 QPushButton* AddButton(QHBoxLayout* row, QWidget* parent, const QString& caption, const QString& objectName);

@@ -211,6 +211,32 @@ private Q_SLOTS:
         QTRY_VERIFY(!s->find); // dismissed after a Find All
     }
 
+    // Bold text is wider: the marked columns grow to show it whole, and no column shrinks.
+    void findAllWidensColumnsToTheBoldText() {
+        QTreeView& view = s->view;
+        view.resize(700, 300);
+        view.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&view));
+        QHeaderView* header = view.header();
+        header->setStretchLastSection(false); // as the main list
+        for (int c = 0; c < s->m.columnCount(); ++c)
+            view.resizeColumnToContents(c);
+        header->resizeSection(2, 300); // widened by the user
+        QList<int> before;
+        for (int c = 0; c < s->m.columnCount(); ++c)
+            before << header->sectionSize(c);
+        s->find->chkMarkAll->setChecked(true);
+        s->find->txtSearchText->setText(QStringLiteral("e")); // every name holds one: all rows bold
+        s->find->cmdFindNext->click();
+        QVERIFY(s->m.isRowBold(3) && s->m.isRowBold(4));
+        QVERIFY2(header->sectionSize(0) > before[0], "the name column grows to the bold name");
+        for (int c = 0; c < s->m.columnCount(); ++c)
+            QVERIFY2(header->sectionSize(c) >=
+                         qMax(before[c], static_cast<QAbstractItemView&>(view).sizeHintForColumn(c)),
+                     qPrintable(QString::number(c)));
+        QCOMPARE(header->sectionSize(2), 300);
+    }
+
     void cancelCloses() {
         s->find->cmdCancel->click();
         QTRY_VERIFY(!s->find);

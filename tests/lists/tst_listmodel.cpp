@@ -8,6 +8,8 @@
 #include <QSignalSpy>
 #include <QTest>
 
+#include <array>
+
 class TestListModel : public QObject {
     Q_OBJECT
 private Q_SLOTS:
@@ -82,6 +84,22 @@ private Q_SLOTS:
         QTest::newRow("fraction in a whole column") << "VAL INTEGER"
                                                     << "2.75"
                                                     << "2.75";
+        // Price columns show the words the record views show for the coded prices.
+        const QList<std::array<const char*, 3>> prices{
+            {"PRICE INTEGER", "-2", "Mission Reward"},
+            {"PRICE INTEGER", "-1", "Loot Only"},
+            {"PURCHASE_PRICE INTEGER", "0", "Unknown"},
+            {"PRICE INTEGER", "-3", "-3"},
+            {"PRICE INTEGER", "1234", "1,234"},
+            {"PRICE DOUBLE", "-1.2", "Loot Only"},
+            {"MANUFACTURING_FEE INTEGER", "-5", "Not Manufacturable"},
+            {"MANUFACTURING_FEE DOUBLE", "-0.25", "Not Manufacturable"},
+            {"COST_TO_MANUFACTURE INTEGER", "0", "Unknown"},
+            {"MANUFACTURING_FEE INTEGER", "-1", "Not Manufacturable"},
+            {"PRICE VARCHAR(50)", "'-1'", "-1"}, // a text column is no price column
+            {"PRICE INTEGER", "NULL", ""}};
+        for (const auto& [column, literal, shown] : prices)
+            QTest::addRow("%s %s", column, literal) << column << literal << shown;
     }
 
     void cellTexts() {
@@ -131,6 +149,14 @@ private Q_SLOTS:
             QCOMPARE(m.columnTag(c), expected[c]);
         // A computed column whose first value is NULL (division by zero) is still numeric.
         QCOMPARE(column(m, 10), (QStringList{"", "3.33"}));
+        // Figures line up on the right, in the cells and the headers; texts, dates and Yes/No on the left.
+        for (int c = 0; c < m.columnCount(); ++c) {
+            const bool right = expected[c] == n;
+            for (const QVariant& v : {m.data(m.index(0, c), Qt::TextAlignmentRole),
+                                      m.headerData(c, Qt::Horizontal, Qt::TextAlignmentRole)})
+                QVERIFY2(bool(v.value<Qt::Alignment>() & Qt::AlignRight) == right,
+                         qPrintable(m.columnName(c)));
+        }
     }
 
     void tickingEmitsAndSetCheckedDoesNot() {
@@ -143,6 +169,14 @@ private Q_SLOTS:
         QVERIFY(!m.setData(m.index(1, 1), Qt::Checked, Qt::CheckStateRole));
         QVERIFY(!m.setData(m.index(1, 0), QStringLiteral("x"), Qt::EditRole));
         QCOMPARE(toggled, (QList<QVariantList>{{1, QStringLiteral("r1"), true}}));
+        // The ticked record is the one the user changed last, wherever a sort puts it.
+        QCOMPARE(m.changedRow(), 1);
+        m.setSort(1, ListModel::Descending);
+        QCOMPARE(m.name(m.changedRow()), QStringLiteral("r1"));
+        m.setChecked(0, true);
+        QCOMPARE(m.name(m.changedRow()), QStringLiteral("r1"));
+        m_db.load(m, QStringLiteral("SELECT * FROM T"));
+        QCOMPARE(m.changedRow(), -1);
     }
 
     void boldMarksFollowTheRecords() {

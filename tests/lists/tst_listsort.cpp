@@ -2,8 +2,43 @@
 #include "lists/listviewsort.h"
 #include "lists/sortkeys.h"
 
+#include <QRandomGenerator>
 #include <QTest>
 #include <QtWidgets>
+
+namespace {
+// n rows of table T(NAME, N, F, D, S) from a seeded generator: numbers with NULLs and dashes, fractions,
+// dates with invalid ones and many ties, texts differing in case, accents and common prefixes.
+QStringList mixedRows(int n, quint32 seed) {
+    QRandomGenerator rng(seed);
+    QStringList s{"CREATE TABLE T (NAME VARCHAR(50), N INTEGER, F DOUBLE, D DATETIME, S VARCHAR(80))",
+                  "BEGIN"};
+    static const char* const stems[] = {
+        "Synthetic Beam ", "synthetic BEAM ", "Synthetic Beam Mk", "Ärger ", "", "x"};
+    for (int i = 0; i < n; ++i) {
+        const QString number = i % 97 == 0   ? QStringLiteral("NULL")
+                               : i % 89 == 0 ? QStringLiteral("'-'")
+                                             : QString::number(rng.bounded(2001) - 1000);
+        const QString fraction = i % 83 == 0 ? QStringLiteral("NULL")
+                                             : QString::number((rng.bounded(200001) - 100000) / 7.0, 'g', 17);
+        const QString date = i % 79 == 0 ? QStringLiteral("'later'")
+                                         : QStringLiteral("'%1-%2-%3 %4:%5:%6'")
+                                               .arg(2000 + rng.bounded(3))
+                                               .arg(1 + rng.bounded(12), 2, 10, QLatin1Char('0'))
+                                               .arg(1 + rng.bounded(28), 2, 10, QLatin1Char('0'))
+                                               .arg(rng.bounded(24), 2, 10, QLatin1Char('0'))
+                                               .arg(rng.bounded(2), 2, 10, QLatin1Char('0'))
+                                               .arg(rng.bounded(2), 2, 10, QLatin1Char('0'));
+        const QString text = QString::fromUtf8(stems[rng.bounded(6)]) +
+                             (i % 5 == 0 ? QString() : QString::number(rng.bounded(300)));
+        s << QStringLiteral("INSERT INTO T VALUES ('r%1', %2, %3, %4, '%5')")
+                 .arg(i)
+                 .arg(number, fraction, date, text);
+    }
+    s << "COMMIT";
+    return s;
+}
+} // namespace
 
 class TestListSort : public QObject {
     Q_OBJECT
@@ -98,6 +133,9 @@ private Q_SLOTS:
                                    << "1234.5|999|-0.004|0.5|-1000000|12" << asc << "423510";
         QTest::newRow("N/A among the empty cells") << "MANEUVERABILITY INTEGER"
                                                    << "4|-1|-2|NULL" << asc << "1320";
+        // Price words sort as the prices they stand for.
+        QTest::newRow("prices by value") << "PRICE INTEGER"
+                                         << "5|-1|0|-2|12" << asc << "31204";
         // More than 30 integer digits overflow the fixed-width key: 1E+31 sorts by its first 30 digits.
         QTest::newRow("huge numbers") << "VAL DOUBLE"
                                       << "1e31|2e30|5|'x'|-7" << asc << "34201";
@@ -162,6 +200,7 @@ private Q_SLOTS:
         view.show();
         QVERIFY(QTest::qWaitForWindowExposed(&view));
         QHeaderView* header = view.header();
+        header->setSortIndicatorShown(false); // as an unsorted list starts
         auto click = [&](int col) {
             QTest::mouseClick(header->viewport(), Qt::LeftButton, {},
                               QPoint(header->sectionViewportPosition(col) + 5, header->height() / 2));
@@ -176,6 +215,7 @@ private Q_SLOTS:
             QCOMPARE(names(m).join(QString()), step.mid(1));
             QCOMPARE(m.sortKey(), col);
             QCOMPARE(m.sortOrder(), expectedOrder);
+            QVERIFY(header->isSortIndicatorShown());
             QCOMPARE(header->sortIndicatorSection(), col);
             QCOMPARE(header->sortIndicatorOrder(), expectedOrder ? Qt::DescendingOrder : Qt::AscendingOrder);
         }
@@ -187,6 +227,38 @@ private Q_SLOTS:
         QCOMPARE(m.sortKey(), 0); // detached: clicks no longer sort
     }
 
+    // After a sort the list shows the top of the new order, unless the selected row is the one the user
+    // has just changed (ticked): then that row stays in sight.
+    void sortShowsTheTopOrTheChangedRow() {
+        QStringList values;
+        for (int i = 0; i < 300; ++i)
+            values << QString::number((i * 37) % 300);
+        LOAD_LIST(m, QStringLiteral("SELECT * FROM T"), valueTable(QStringLiteral("VAL INTEGER"), values));
+        QTreeView view;
+        view.setModel(&m);
+        view.resize(300, 200);
+        ListViewSort sorter;
+        sorter.setListView(&view);
+        view.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&view));
+        auto inSight = [&](const QModelIndex& i) {
+            return view.viewport()->rect().intersects(view.visualRect(i));
+        };
+        view.setCurrentIndex(m.index(250, 0));
+        view.scrollTo(view.currentIndex());
+        QVERIFY(view.verticalScrollBar()->value() > 0);
+        sorter.columnClick(1);
+        QCOMPARE(view.verticalScrollBar()->value(), 0);
+        QVERIFY(!inSight(view.currentIndex())); // selected, but no longer where the user looks
+
+        view.setCurrentIndex(m.index(200, 0));
+        QVERIFY(m.setData(view.currentIndex(), Qt::Checked, Qt::CheckStateRole));
+        const QString ticked = m.name(view.currentIndex().row());
+        sorter.columnClick(1);
+        QCOMPARE(m.name(view.currentIndex().row()), ticked);
+        QVERIFY(view.currentIndex().row() != 200 && inSight(view.currentIndex()));
+    }
+
     void largeListMatchesTheKeyTexts_data() {
         QTest::addColumn<int>("col");
         QTest::addColumn<int>("order");
@@ -195,24 +267,12 @@ private Q_SLOTS:
                 QTest::addRow("column %d order %d", col, order) << col << order;
     }
 
-    // Thousands of rows with many equal keys: the order must be the one the old list gave by sorting the
-    // key texts (number and date keys, texts without case), stably against the order before the sort.
+    // Thousands of rows with many equal keys: the order must be the order of the key texts (number and
+    // date keys, texts without case), stable against the order before the sort.
     void largeListMatchesTheKeyTexts() {
         QFETCH(int, col);
         QFETCH(int, order);
-        LOAD_LIST(
-            m, QStringLiteral("SELECT * FROM T"),
-            "CREATE TABLE T (NAME VARCHAR(50), N INTEGER, F DOUBLE, D DATETIME, S VARCHAR(80))",
-            "WITH RECURSIVE k(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM k WHERE i < 2999) "
-            "INSERT INTO T SELECT 'r' || i, "
-            "CASE WHEN i % 97 = 0 THEN NULL WHEN i % 89 = 0 THEN '-' ELSE abs(random()) % 2001 - 1000 END, "
-            "CASE WHEN i % 83 = 0 THEN NULL ELSE (abs(random()) % 200001 - 100000) / 7.0 END, "
-            "CASE WHEN i % 79 = 0 THEN 'later' ELSE printf('%04d-%02d-%02d %02d:%02d:%02d', "
-            "2000 + abs(random()) % 3, 1 + abs(random()) % 12, 1 + abs(random()) % 28, abs(random()) % 24, "
-            "abs(random()) % 2, abs(random()) % 2) END, "
-            "CASE abs(random()) % 6 WHEN 0 THEN 'Synthetic Beam ' WHEN 1 THEN 'synthetic BEAM ' "
-            "WHEN 2 THEN 'Synthetic Beam Mk' WHEN 3 THEN 'Ärger ' WHEN 4 THEN '' ELSE 'x' END "
-            "|| CASE WHEN i % 5 = 0 THEN '' ELSE abs(random()) % 300 END FROM k");
+        LOAD_LIST(m, QStringLiteral("SELECT * FROM T"), mixedRows(3000, 20240315));
         QCOMPARE(m.rowCount(), 3000);
         m.setSort(col == 4 ? 1 : 4, ListModel::Descending); // some other order to start from
         QHash<int, int> before;                             // stored row -> view position before the sort

@@ -28,6 +28,9 @@ private Q_SLOTS:
                     "AGGRESSIVENESS, ALTRUISM, INTELIGENCE, BOSS) VALUES ('Iron Maw', 14, 900, 1200, 300, 45, 4000, 1500, 'High', "
                     "'Very High', 'Low', 'Average', TRUE)",
                     "INSERT INTO MOBS (MOB_NAME, TYPE) VALUES ('Pale Leech', 'Organic')",
+                    "INSERT INTO MOBS (MOB_NAME, TYPE, FACTION) VALUES ('Gray Herald', 'Crystalline', "
+                    "'The Hollowmere Salvage Covenant of the Outer Drift')",
+                    "INSERT INTO MOB_STATS (MOB_NAME, COMBAT_LEVEL, HULL, BRAVERY) VALUES ('Gray Herald', 40, 25000, 'High')",
                     "INSERT INTO MOB_STATS (MOB_NAME, COMBAT_LEVEL, BOSS) VALUES ('Pale Leech', 3, FALSE)",
                     "INSERT INTO MOB_RESISTANCE (MOB_NAME, RESISTANCE, AMOUNT) VALUES ('Iron Maw', 'Kinetic', 30)",
                     "INSERT INTO MOBS_LOCATION (MOB_NAME, SECTOR_NAME, NAV_POINT, SPAWN_RATE) VALUES ('Iron Maw', 'Kell Reach', "
@@ -58,6 +61,16 @@ private Q_SLOTS:
         QTest::newRow("nulls") << "Pale Leech"
                                << QStringList{"Level 3 Organic", "Unknown",  "3",        "", "No Entry",
                                               "No Entry",        "No Entry", "No Entry", ""};
+        QTest::newRow("long faction") << "Gray Herald"
+                                      << QStringList{"Level 40 Crystalline",
+                                                     "The Hollowmere Salvage Covenant of the Outer Drift",
+                                                     "40",
+                                                     "25000",
+                                                     "High",
+                                                     "No Entry",
+                                                     "No Entry",
+                                                     "No Entry",
+                                                     ""};
     }
     void fields() {
         QFETCH(QString, name);
@@ -72,6 +85,13 @@ private Q_SLOTS:
                                w->txtAltruism, w->txtInteligence})
             texts << box->text();
         QCOMPARE(texts << w->txtComments->toPlainText(), shown);
+        // Every box shows its text from the start; figures sit on the right, words on the left.
+        for (QLineEdit* box : w->findChildren<QLineEdit*>()) {
+            QCOMPARE(box->cursorPosition(), 0);
+            const bool figure = box == w->txtLevel || box == w->txtHull;
+            if ((figure || box == w->txtFaction || box == w->txtBravery) && !box->text().isEmpty())
+                QVERIFY2(bool(box->alignment() & Qt::AlignRight) == figure, qPrintable(box->objectName()));
+        }
         QVERIFY(name != "Iron Maw" || w->txtLastUpdated->text().startsWith("2024-03-01"));
         QStringList tabs;
         for (int i = 0; i < w->tabMOBData->count(); ++i)
@@ -93,11 +113,21 @@ private Q_SLOTS:
         QCOMPARE(w->treTactical->topLevelItem(1)->child(0)->text(0), QString("Kinetic 30%"));
         QTreeWidgetItem* sector = w->treSpawn->topLevelItem(0);
         QCOMPARE(sector->text(0) + " " + QString::number(sector->childCount()), QString("Kell Reach 2"));
-        for (int i = 0; i < 2; ++i) // the unknown rate "Sporadic" shows no picture
-            QCOMPARE(sector->child(i)->icon(0).isNull(), sector->child(i)->text(0) != "Old Gate");
+        // The unknown rate "Sporadic" shows no picture; each rate is spelled out beside its place.
+        for (int i = 0; i < 2; ++i) {
+            QTreeWidgetItem* place = sector->child(i);
+            const bool known = place->text(0) == "Old Gate";
+            QCOMPARE(place->icon(0).isNull(), !known);
+            QCOMPARE(place->text(1),
+                     known ? QString("Spawn Rate: Average") : QString("Spawn Rate: Sporadic"));
+        }
         QTreeWidgetItem* items = w->treLoot->topLevelItem(3);
         QCOMPARE(items->childCount(), 1); // "very rare" in lower case is left out
-        QCOMPARE(NodeKey(items->child(0)), QString("Items|Item:Gear Box"));
+        QTreeWidgetItem* gearBox = items->child(0);
+        QCOMPARE(NodeKey(gearBox), QString("Items|Item:Gear Box"));
+        QCOMPARE(gearBox->text(0), QString("Gear Box")); // the name alone: it is what the navigation reads
+        QCOMPARE(gearBox->text(1), QString("Drop Rate: Very Rare"));
+        QCOMPARE(gearBox->toolTip(0), QString("Drop Rate: Very Rare"));
     }
     void missing() {
         ViewMOBInfo("Nobody");

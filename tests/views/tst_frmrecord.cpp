@@ -8,6 +8,7 @@
 #include "viewswindows.h"
 
 #include <QLabel>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
 #include <QTabWidget>
@@ -72,6 +73,10 @@ private Q_SLOTS:
         QCOMPARE(f.prompt().count(), 0);
         QVERIFY2(w && w->isVisible(), qPrintable(kind + ": " + name));
         QVERIFY(!w->fields().isEmpty());
+        // The first field is a level (right-aligned figure) but for a station, whose sector is a text.
+        auto* first = w->findChild<QLineEdit*>("txtField_0");
+        QVERIFY(first);
+        QCOMPARE(bool(first->alignment() & Qt::AlignRight), kind != "Station");
         QVERIFY(w->treUsedIn->topLevelItemCount() > 0);
         QCOMPARE(w->cmdEdit->isHidden(), kind == "Station");
         QVERIFY(!w->cmdEdit->isEnabled()); // no editor yet
@@ -111,10 +116,28 @@ private Q_SLOTS:
 
         // From a blueprint node to its record by the node's picture.
         QTreeWidgetItem* root = c->treBlueprint->topLevelItem(0);
-        if (root->childCount() > 0) {
-            Q_EMIT c->treBlueprint->itemDoubleClicked(root->child(0), 0);
-            QCOMPARE(f.prompt().count(), 0);
-        }
+        QVERIFY(root->childCount() > 0);
+        Q_EMIT c->treBlueprint->itemDoubleClicked(root->child(0), 0);
+        QCOMPARE(f.prompt().count(), 0);
+    }
+    // A list without records says so, like the trees, and its placeholder opens nothing.
+    void emptyListSaysSo() {
+        const QString item =
+            f.scalar(
+                 "SELECT ITEM_NAME FROM ITEMS WHERE ITEM_NAME NOT IN (SELECT ITEM_NAME FROM BUY_ITEM_LOCATIONS) "
+                 "ORDER BY ITEM_NAME")
+                .toString();
+        QVERIFY(!item.isEmpty());
+        auto* w = view("Item", item);
+        QVERIFY(w);
+        QCOMPARE(w->lstBuyLocations->count(), 1);
+        QListWidgetItem* none = w->lstBuyLocations->item(0);
+        QCOMPARE(none->text(), QString("No Records Found"));
+        QVERIFY(IsPlaceholder(none) && !(none->flags() & Qt::ItemIsSelectable));
+        QCOMPARE(RecordCount(w->lstBuyLocations), 0);
+        Q_EMIT w->lstBuyLocations->itemDoubleClicked(none);
+        QVERIFY(!FindChildWindow("Station: No Records Found"));
+        QCOMPARE(f.prompt().count(), 0);
     }
 
 private:

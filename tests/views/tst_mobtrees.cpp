@@ -10,7 +10,8 @@ namespace {
 QStringList dump(const TreeNodeList& nodes) {
     QStringList out;
     for (const TreeNodeList::Node& n : nodes.nodes())
-        out << n.parentKey + " > " + n.key + " | " + n.text + " | " + QString::number(n.image);
+        out << n.parentKey + " > " + n.key + " | " + n.text + " | " + QString::number(n.image) +
+                   (n.note.isEmpty() ? QString() : " | " + n.note);
     return out;
 }
 
@@ -104,14 +105,14 @@ private Q_SLOTS:
             << "Raider"
             << QStringList{
                    " > Equipment | Equipment | 10",
-                   "Equipment > Equipment|Equip:Ion Beam | Ion Beam | 6", // "rare" in lower case is left out
+                   "Equipment > Equipment|Equip:Ion Beam | Ion Beam | 6 | Drop Rate: Rare", // "rare" is left
+                                                                                            // out
                    " > Components | Components | 10",
                    "Components > Components|No Records Found | No Records Found | 0",
                    " > Raw Materials | Raw Materials | 10",
-                   "Raw Materials > Raw Materials|RawMat:Alloy | Alloy | 8",
-                   "Raw Materials > Raw Materials|RawMat:Ore | Ore | 7",
-                   " > Items | Items | 10",
-                   "Items > Items|+No Records Found | No Records Found | 0"};
+                   "Raw Materials > Raw Materials|RawMat:Alloy | Alloy | 8 | Drop Rate: Frequent",
+                   "Raw Materials > Raw Materials|RawMat:Ore | Ore | 7 | Drop Rate: Normal",
+                   " > Items | Items | 10", "Items > Items|+No Records Found | No Records Found | 0"};
         QTest::newRow("equipment drops")
             << "equipment drops"
             << "Ion Beam"
@@ -174,10 +175,11 @@ private Q_SLOTS:
         // Two nav points of one sector hang under one sector node; an unknown rate keeps its node.
         QCOMPARE(lines.size(), 5);
         QCOMPARE(lines.at(0), QString(" > Sector A | Sector A | 11"));
-        QVERIFY(lines.mid(1, 2).contains("Sector A > Sector A|Nav:Rock | Rock | 8"));
-        QVERIFY(lines.mid(1, 2).contains("Sector A > Sector A|Nav:Belt | Belt | 0"));
+        QVERIFY(lines.mid(1, 2).contains("Sector A > Sector A|Nav:Rock | Rock | 8 | Spawn Rate: Fast"));
+        QVERIFY(lines.mid(1, 2).contains("Sector A > Sector A|Nav:Belt | Belt | 0 | Spawn Rate: Sometimes"));
         QCOMPARE(lines.mid(3),
-                 (QStringList{" > Sector B | Sector B | 11", "Sector B > Sector B|Nav:Gate | Gate | 5"}));
+                 (QStringList{" > Sector B | Sector B | 11",
+                              "Sector B > Sector B|Nav:Gate | Gate | 5 | Spawn Rate: Very Slow"}));
     }
 
 private:

@@ -5,6 +5,7 @@
 #include "core/settings.h"
 #include "core/vberror.h"
 #include "views/modmain.h"
+#include "viewsfixture.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -29,7 +30,7 @@ class TestModMain : public QObject {
 private Q_SLOTS:
     void initTestCase() {
         QVERIFY(m_dir.isValid());
-        qputenv("XDG_CONFIG_HOME", QFile::encodeName(m_dir.filePath("config"))); // not the user's settings
+        IsolateSettings(m_dir.path());
         setProgramFolder(m_dir.path());
         QFile ini(m_dir.filePath("VOSK.ini"));
         QVERIFY(ini.open(QIODevice::WriteOnly));

@@ -12,6 +12,12 @@
 #include <QFile>
 #include <QSettings>
 
+void IsolateSettings(const QString& folder) {
+    for (auto format : {QSettings::NativeFormat, QSettings::IniFormat})
+        QSettings::setPath(format, QSettings::UserScope, folder + QStringLiteral("/settings"));
+    DeleteAllSettings();
+}
+
 bool ViewsFixture::setUp(bool withSample, QString* error) {
     m_dir = std::make_unique<QTemporaryDir>();
     if (!m_dir->isValid()) {
@@ -19,10 +25,8 @@ bool ViewsFixture::setUp(bool withSample, QString* error) {
         return false;
     }
     const QString dir = m_dir->path();
-    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, dir + QStringLiteral("/settings"));
-    QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, dir + QStringLiteral("/settings"));
+    IsolateSettings(dir);
     setProgramFolder(dir);
-    DeleteAllSettings();
     QFile::copy(QStringLiteral(VOSK_VIEWS_INI), dir + QStringLiteral("/VOSK.ini"));
 #ifdef VOSK_IMAGES_DIR
     QFile::link(QStringLiteral(VOSK_IMAGES_DIR), dir + QStringLiteral("/images"));

@@ -10,6 +10,10 @@
 #include <QVariant>
 #include <memory>
 
+// The one way a test keeps the settings store away from the user's own: from now on the store lives
+// in folder/settings, and it starts empty.
+void IsolateSettings(const QString& folder);
+
 class ViewsFixture {
 public:
     // withSample: fill the sample world; otherwise the tables are empty and the test adds its rows.

@@ -4,11 +4,18 @@
 #include "core/childwindows.h"
 
 #include <QApplication>
+#include <QEvent>
 #include <QWidget>
 
+// Closes the record windows and deletes them at once (they delete themselves on close, later), so
+// that nothing of a test is left alive for the next one, or at exit.
 inline void closeViews() {
     CloseChildWindows();
+    for (QWidget* w : QApplication::topLevelWidgets())
+        if (w->isVisible())
+            w->close();
     QApplication::processEvents();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
 inline int visibleWindows(const QString& title, const QString& objectName = QString()) {
