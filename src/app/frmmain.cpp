@@ -2,6 +2,7 @@
 // picture and closing.
 #include "app/frmmain_p.h"
 
+#include "app/listsearch.h"
 #include "app/mainsettings.h"
 #include "app/modmain_app.h"
 #include "app/wiring.h"
@@ -18,6 +19,7 @@
 #include <QComboBox>
 #include <QHBoxLayout>
 #include <QHeaderView>
+#include <QLineEdit>
 #include <QPainter>
 #include <QStatusBar>
 #include <QVBoxLayout>
@@ -140,6 +142,12 @@ void frmMain::buildWidgets() {
     addFilter(cmbChecked, "cmbChecked", tr("Sh&ow:"), 100);
     filters->addStretch(1);
     column->addLayout(filters);
+    // The name search has a row of its own: beside the filters the window would not fit a small screen.
+    auto* searchRow = new QHBoxLayout;
+    txtSearch = NewListSearchBox(central, searchRow);
+    txtSearch->setMaximumWidth(txtSearch->minimumWidth() * 3);
+    searchRow->addStretch(1);
+    column->addLayout(searchRow);
 
     d->model = new ListModel(this);
     auto* list = new ItemListView(central);
@@ -180,6 +188,9 @@ void frmMain::buildWidgets() {
     resize(960, 600);
 
     connect(d->model, &ListModel::checkToggled, this, &frmMain::lstItems_ItemCheck);
+    AttachListSearch(txtSearch, lstItems, d->model, [this](int shown) {
+        setPanelText(QStringLiteral("ItemCount"), QStringLiteral("Items: ") + QString::number(shown));
+    });
     connect(lstItems, &QAbstractItemView::doubleClicked, this, [this] { lstItems_DblClick(); });
     for (QComboBox* box : {cmbEquipType, cmbLevel, cmbChecked, cmbSubType, cmbCL, cmbRace})
         connect(box, &QComboBox::currentIndexChanged, this, [this] { filter_Click(); });

@@ -9,6 +9,7 @@
 class QAction;
 class QColor;
 class QComboBox;
+class QLineEdit;
 class QMenu;
 class QStatusBar;
 class QTreeView;
@@ -76,6 +77,7 @@ public:
     QComboBox* cmbCL = nullptr;
     QComboBox* cmbRace = nullptr;
     QTreeView* lstItems = nullptr;
+    QLineEdit* txtSearch = nullptr; // narrows the list to the names that contain its text
     QStatusBar* statBar = nullptr;
     QMenu* mnuPopup = nullptr;
 

@@ -80,6 +80,10 @@ void frmMain::buildMenus() {
     QMenu* view = menuBar()->addMenu(tr("&View"));
     entry(view, "mnuViewBuidView", tr("&Build View"), [this] { mnuViewBuidView_Click(); });
     entry(view, "mnuViewMaps", tr("Sector &Maps"), handed("mnuViewMaps"));
+    entry(view, "mnuViewShoppingList", tr("&Shopping List"), handed("mnuViewShoppingList"),
+          QKeySequence(Qt::CTRL | Qt::Key_L));
+    entry(view, "mnuViewAddToList", tr("&Add to Shopping List"), handed("mnuPopupAddToList"),
+          QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_L));
     view->addSeparator();
     entry(
         view, "mnuViewRefresh", tr("&Refresh"), [this] { RefreshGrid(); }, QKeySequence::Refresh);
@@ -103,6 +107,7 @@ void frmMain::buildMenus() {
     entry(mnuPopup, "mnuPopupView", tr("&View"), [this] { mnuPopupView_Click(); });
     entry(mnuPopup, "mnuPopupEditItem", tr("&Edit Item..."), [this] { mnuEditEditItem_Click(); });
     entry(mnuPopup, "mnuPopupBuildview", tr("&Build View"), [this] { mnuViewBuidView_Click(); });
+    entry(mnuPopup, "mnuPopupAddToList", tr("Add to &Shopping List"), handed("mnuPopupAddToList"));
     mnuPopup->addSeparator();
     entry(mnuPopup, "mnuPopupDelete", tr("&Delete"), [this] { mnuEditDelete_Click(); });
     entry(mnuPopup, "mnuPopupCopy", tr("&Copy..."), [this] { mnuEditCopy_Click(); });
@@ -199,6 +204,12 @@ void frmMain::updateMenuState() {
         row && (cat == listcat::Equipment || cat == listcat::Components || cat == listcat::RawMaterials);
     set("mnuViewBuidView", build);
     set("mnuPopupBuildview", build);
+    set("mnuViewShoppingList", has("mnuViewShoppingList"));
+    const bool listable = row && has("mnuPopupAddToList") &&
+                          (cat == listcat::Equipment || cat == listcat::Components ||
+                           cat == listcat::RawMaterials || cat == listcat::Items);
+    set("mnuViewAddToList", listable);
+    set("mnuPopupAddToList", listable);
     const bool rows = d->model->rowCount() > 0;
     set("mnuEditFind", rows);
     set("mnuPopupFind", rows);

@@ -78,6 +78,17 @@ const QList<AddedColumn>& addedColumns();
 // the table, is left alone). False with a message in *error when one cannot be added (a read-only
 // file, for instance). Runs no statement when nothing is missing.
 bool EnsureAddedColumns(sqlite3* db, QString* error = nullptr);
+// Tables added to the version-6 layout later, without a new version number: a database is given them
+// when they are missing (EnsureAddedTables), so that any version-6 file keeps working with any
+// program. They are not part of tables(), which is the version-6 layout itself.
+//   OWNED_QUANTITIES (RECORD_KIND, RECORD_NAME, QUANTITY): how many of a record the player has, for
+//   the shopping list. RECORD_KIND is the main list's category word ("Equipment", "Components",
+//   "Raw Materials", "Items"); one row per record, names unique within a kind without regard to case.
+const QList<Table>& addedTables();
+inline const QString OwnedTable = QStringLiteral("OWNED_QUANTITIES");
+// Creates the added tables that the database lacks (with the same constraint names as the others).
+// False with a message in *error when one cannot be made (a read-only file, for instance).
+bool EnsureAddedTables(sqlite3* db, QString* error = nullptr);
 
 } // namespace schema
 

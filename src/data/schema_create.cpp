@@ -164,6 +164,43 @@ bool EnsureAddedColumns(sqlite3* db, QString* error) {
     return true;
 }
 
+const QList<Table>& addedTables() {
+    static const QList<Table> added = {
+        Table{OwnedTable,
+              {Column{QStringLiteral("RECORD_KIND"), QStringLiteral("VARCHAR(50)"), true},
+               Column{QStringLiteral("RECORD_NAME"), QStringLiteral("VARCHAR(100)"), true},
+               Column{QStringLiteral("QUANTITY"), QStringLiteral("INTEGER")}},
+              {QStringLiteral("RECORD_KIND"), QStringLiteral("RECORD_NAME")}}};
+    return added;
+}
+
+bool EnsureAddedTables(sqlite3* db, QString* error) {
+    for (const Table& t : addedTables()) {
+        const QVariant present = firstValue(
+            db, QStringLiteral("SELECT COUNT(*) FROM sqlite_master WHERE type = 'table' AND name = '%1'")
+                    .arg(t.name));
+        if (!present.isValid()) {
+            if (error)
+                *error = QString::fromUtf8(sqlite3_errmsg(db));
+            return false;
+        }
+        if (present.toInt() > 0)
+            continue;
+        if (!exec(db, QStringLiteral("SAVEPOINT ADD_TABLES"), error))
+            return false;
+        for (const QString& s : tableDdl(t)) {
+            if (!exec(db, s, error)) {
+                exec(db, QStringLiteral("ROLLBACK TO ADD_TABLES"), nullptr);
+                exec(db, QStringLiteral("RELEASE ADD_TABLES"), nullptr);
+                return false;
+            }
+        }
+        if (!exec(db, QStringLiteral("RELEASE ADD_TABLES"), error))
+            return false;
+    }
+    return true;
+}
+
 bool CreateSchema(sqlite3* db, QString* error) {
     QStringList statements;
     for (const Table& t : tables())

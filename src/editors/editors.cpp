@@ -1,7 +1,7 @@
 #include "editors/editors.h"
 
-#include "editors/frmaddequip.h"
 #include "editors/frmaddcomponent.h"
+#include "editors/frmaddequip.h"
 #include "editors/frmadditem.h"
 #include "editors/frmaddmob.h"
 #include "editors/frmaddrawmaterials.h"

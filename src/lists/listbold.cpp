@@ -2,7 +2,7 @@
 #include "lists/listmodel_p.h"
 
 void ListModel::setBold(int row, int col, bool bold, bool notify) {
-    if (row < 0 || size_t(row) >= d->rows || col < 0 || size_t(col) >= d->cols.size())
+    if (row < 0 || size_t(row) >= d->shown() || col < 0 || size_t(col) >= d->cols.size())
         return;
     if (d->cellBold.size() < d->cols.size())
         d->cellBold.resize(d->cols.size());
@@ -22,7 +22,7 @@ void ListModel::setBold(int row, int col, bool bold, bool notify) {
 }
 
 void ListModel::setRowBold(int row, bool bold, bool notify) {
-    if (row < 0 || size_t(row) >= d->rows)
+    if (row < 0 || size_t(row) >= d->shown())
         return;
     uint8_t& f = d->flags[d->order[size_t(row)]];
     f = bold ? (f | listflags::RowBold) : (f & ~listflags::RowBold);
@@ -31,7 +31,7 @@ void ListModel::setRowBold(int row, bool bold, bool notify) {
 }
 
 bool ListModel::isCellBold(int row, int col) const {
-    if (row < 0 || size_t(row) >= d->rows || col < 0 || size_t(col) >= d->cellBold.size())
+    if (row < 0 || size_t(row) >= d->shown() || col < 0 || size_t(col) >= d->cellBold.size())
         return false;
     const auto& bits = d->cellBold[size_t(col)];
     const size_t src = d->order[size_t(row)];
@@ -39,7 +39,7 @@ bool ListModel::isCellBold(int row, int col) const {
 }
 
 bool ListModel::isRowBold(int row) const {
-    return row >= 0 && size_t(row) < d->rows && (d->flags[d->order[size_t(row)]] & listflags::RowBold);
+    return row >= 0 && size_t(row) < d->shown() && (d->flags[d->order[size_t(row)]] & listflags::RowBold);
 }
 
 bool ListModel::isBold(int row, int col) const {
@@ -54,6 +54,6 @@ void ListModel::clearBold() {
 }
 
 void ListModel::notifyBoldChanged() {
-    if (d->rows && !d->cols.empty())
-        Q_EMIT dataChanged(index(0, 0), index(int(d->rows) - 1, int(d->cols.size()) - 1), {Qt::FontRole});
+    if (d->shown() && !d->cols.empty())
+        Q_EMIT dataChanged(index(0, 0), index(int(d->shown()) - 1, int(d->cols.size()) - 1), {Qt::FontRole});
 }

@@ -1,6 +1,7 @@
 #include "lists/listmodel.h"
 #include "lists/cellformat.h"
 #include "lists/listmodel_p.h"
+#include "lists/namematch.h"
 
 #include "core/progress.h"
 #include "core/vberror.h"
@@ -99,6 +100,7 @@ std::unique_ptr<ListModel::Impl> ListModel::Impl::emptyKeepingSort() const {
     fresh->sortKey = sortKey;
     fresh->sortOrder = sortOrder;
     fresh->sorted = sorted;
+    fresh->nameFilter = nameFilter;
     return fresh;
 }
 
@@ -203,6 +205,10 @@ void ListModel::load(Recordset& rs, const ListColors& colors, Progress* progress
         next->order[r] = uint32_t(r);
     if (next->sorted && next->sortKey >= 0 && size_t(next->sortKey) < next->cols.size())
         next->order = next->sortedOrder(next->sortKey, next->sortOrder);
+    if (!next->nameFilter.isEmpty()) {
+        next->all = std::move(next->order);
+        next->order = next->matching(next->all, NameMatcher(next->nameFilter));
+    }
     d = std::move(next);
     endResetModel();
 }
@@ -269,8 +275,8 @@ QVariant alignment(const Column& c) {
 } // namespace
 
 uint32_t ListModel::Impl::viewOf(uint32_t src) const {
-    if (inverse.size() != order.size()) {
-        inverse.assign(order.size(), 0);
+    if (inverse.size() != rows) { // cleared whenever the order changes
+        inverse.assign(rows, Hidden);
         for (size_t i = 0; i < order.size(); ++i)
             inverse[order[i]] = uint32_t(i);
     }
@@ -278,7 +284,7 @@ uint32_t ListModel::Impl::viewOf(uint32_t src) const {
 }
 
 int ListModel::rowCount(const QModelIndex& parent) const {
-    return parent.isValid() ? 0 : int(d->rows);
+    return parent.isValid() ? 0 : int(d->shown());
 }
 
 int ListModel::columnCount(const QModelIndex& parent) const {
@@ -286,7 +292,7 @@ int ListModel::columnCount(const QModelIndex& parent) const {
 }
 
 QVariant ListModel::data(const QModelIndex& index, int role) const {
-    if (!index.isValid() || size_t(index.row()) >= d->rows || size_t(index.column()) >= d->cols.size())
+    if (!index.isValid() || size_t(index.row()) >= d->shown() || size_t(index.column()) >= d->cols.size())
         return QVariant();
     const size_t src = d->order[size_t(index.row())];
     switch (role) {
@@ -342,7 +348,7 @@ Qt::ItemFlags ListModel::flags(const QModelIndex& index) const {
 
 bool ListModel::setData(const QModelIndex& index, const QVariant& value, int role) {
     if (role != Qt::CheckStateRole || !index.isValid() || index.column() != 0 ||
-        size_t(index.row()) >= d->rows)
+        size_t(index.row()) >= d->shown())
         return false;
     const bool checked = value.toInt() == Qt::Checked;
     if (checked == isChecked(index.row()))
@@ -391,7 +397,7 @@ QString ListModel::text(int row, int col) const {
 }
 
 void ListModel::cellText(int row, int col, QString& out) const {
-    if (row < 0 || size_t(row) >= d->rows || col < 0 || size_t(col) >= d->cols.size()) {
+    if (row < 0 || size_t(row) >= d->shown() || col < 0 || size_t(col) >= d->cols.size()) {
         out.clear();
         return;
     }
@@ -399,11 +405,11 @@ void ListModel::cellText(int row, int col, QString& out) const {
 }
 
 bool ListModel::isChecked(int row) const {
-    return row >= 0 && size_t(row) < d->rows && (d->flags[d->order[size_t(row)]] & listflags::Checked);
+    return row >= 0 && size_t(row) < d->shown() && (d->flags[d->order[size_t(row)]] & listflags::Checked);
 }
 
 void ListModel::setChecked(int row, bool checked) {
-    if (row < 0 || size_t(row) >= d->rows)
+    if (row < 0 || size_t(row) >= d->shown())
         return;
     uint8_t& f = d->flags[d->order[size_t(row)]];
     f = checked ? (f | listflags::Checked) : (f & ~listflags::Checked);
@@ -424,15 +430,16 @@ bool ListModel::hasColourFlags() const {
 }
 
 bool ListModel::isUpdated(int row) const {
-    return row >= 0 && size_t(row) < d->rows && (d->flags[d->order[size_t(row)]] & listflags::Updated);
+    return row >= 0 && size_t(row) < d->shown() && (d->flags[d->order[size_t(row)]] & listflags::Updated);
 }
 
 bool ListModel::isPersonal(int row) const {
-    return row >= 0 && size_t(row) < d->rows && (d->flags[d->order[size_t(row)]] & listflags::Personal);
+    return row >= 0 && size_t(row) < d->shown() && (d->flags[d->order[size_t(row)]] & listflags::Personal);
 }
 
 qint64 ListModel::memoryUsed() const {
-    size_t bytes = d->flags.bytes() + d->order.capacity() * 4 + d->inverse.capacity() * 4;
+    size_t bytes =
+        d->flags.bytes() + (d->order.capacity() + d->all.capacity()) * 4 + d->inverse.capacity() * 4;
     for (const Column& c : d->cols)
         bytes += c.bytes();
     for (const auto& b : d->cellBold)

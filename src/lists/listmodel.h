@@ -104,7 +104,15 @@ public:
     // load keeps the result set's order.
     void setSort(int key, int order);
 
-    // The row-order index: the stored record behind a view row and back.
+    // The search box: shows only the rows whose name (the first column) contains the text, without
+    // regard to case (NameMatcher), in their current order. An empty text shows every row again. The
+    // filter stays for the next load and for sorting; rows that stay keep their selection.
+    void setNameFilter(const QString& text);
+    QString nameFilter() const;
+    // Every row loaded, shown or not (rowCount() counts the rows shown).
+    int loadedRowCount() const;
+
+    // The row-order index: the stored record behind a view row and back (-1 for a row the filter hides).
     int sourceRow(int row) const;
     int viewRow(int sourceRow) const;
 

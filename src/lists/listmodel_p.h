@@ -13,7 +13,9 @@ struct ListModel::Impl {
     std::vector<liststore::Column> cols;
     liststore::ChunkedVector<uint8_t> flags; // per stored row
     size_t rows = 0;
-    std::vector<uint32_t> order;                 // view row -> stored row
+    std::vector<uint32_t> order;                 // view row -> stored row (the rows shown)
+    std::vector<uint32_t> all;                   // while a name filter is on: every row, in sort order
+    QString nameFilter;                          // the search box's text
     mutable std::vector<uint32_t> inverse;       // stored row -> view row, made when asked for
     std::vector<std::vector<uint64_t>> cellBold; // per column, bits by stored row
     ListColors colors;
@@ -30,7 +32,16 @@ struct ListModel::Impl {
     // Reorders the rows by a column in the given order, stable against the current view order.
     // Returns the new view-to-stored index.
     std::vector<uint32_t> sortedOrder(int col, int direction) const;
+    // The view row of a stored row; Hidden when the name filter leaves it out.
+    static constexpr uint32_t Hidden = 0xFFFFFFFFu;
     uint32_t viewOf(uint32_t src) const;
-    // An empty list that keeps this one's sort column and order (for a clear or a reload).
+    // The rows shown, sorted by a column; with a name filter on, every row is sorted (into all), so
+    // that clearing the filter finds them in order.
+    std::vector<uint32_t> sortedWithFilter(int col, int direction);
+    size_t shown() const { return order.size(); }
+    // The rows of from, in their order, whose name contains the filter's text.
+    std::vector<uint32_t> matching(const std::vector<uint32_t>& from, const class NameMatcher& filter) const;
+    // An empty list that keeps this one's sort column and order and its name filter (for a clear or a
+    // reload).
     std::unique_ptr<Impl> emptyKeepingSort() const;
 };

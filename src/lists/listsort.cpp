@@ -281,7 +281,7 @@ void ListModel::setSort(int key, int order) {
     d->sorted = key >= 0;
     if (key < 0 || size_t(key) >= d->cols.size() || d->rows == 0)
         return;
-    std::vector<uint32_t> next = d->sortedOrder(key, d->sortOrder);
+    std::vector<uint32_t> next = d->sortedWithFilter(key, d->sortOrder);
 
     Q_EMIT layoutAboutToBeChanged({}, QAbstractItemModel::VerticalSortHint);
     const QModelIndexList before = persistentIndexList();
@@ -310,9 +310,12 @@ bool ListModel::isSorted() const {
 }
 
 int ListModel::sourceRow(int row) const {
-    return row >= 0 && size_t(row) < d->rows ? int(d->order[size_t(row)]) : -1;
+    return row >= 0 && size_t(row) < d->shown() ? int(d->order[size_t(row)]) : -1;
 }
 
 int ListModel::viewRow(int sourceRow) const {
-    return sourceRow >= 0 && size_t(sourceRow) < d->rows ? int(d->viewOf(uint32_t(sourceRow))) : -1;
+    if (sourceRow < 0 || size_t(sourceRow) >= d->rows)
+        return -1;
+    const uint32_t view = d->viewOf(uint32_t(sourceRow));
+    return view == Impl::Hidden ? -1 : int(view);
 }

@@ -4,6 +4,7 @@
 #include "data/errorreport.h"
 #include "views/openviews.h"
 #include "views/printsheet.h"
+#include "views/shoppinghook.h"
 #include "views/viewnav.h"
 #include "views/viewwidgets.h"
 
@@ -37,6 +38,13 @@ frmBuildView::frmBuildView(QWidget* parent) : QWidget(parent) {
     QAction* copy = edit->addAction(QStringLiteral("&Copy to Clipboard"));
     copy->setObjectName(QStringLiteral("mnuEditCopy"));
     copy->setShortcut(QKeySequence::Copy);
+    QAction* addToList = edit->addAction(QStringLiteral("Add to &Shopping List"));
+    addToList->setObjectName(QStringLiteral("mnuEditAddToList"));
+    addToList->setVisible(shoppingListAdder() != nullptr);
+    connect(addToList, &QAction::triggered, this, [this] {
+        if (ShoppingListAdder add = shoppingListAdder(); add && !m_root.isEmpty())
+            add(m_kind, m_root);
+    });
     col->setMenuBar(bar);
 
     treBuildView = NewTree(this, QStringLiteral("treBuildView"));
@@ -55,6 +63,8 @@ frmBuildView::~frmBuildView() {
 }
 
 void frmBuildView::build(const QString& name, const QString& kind) {
+    m_root = name;
+    m_kind = kind;
     m_nodes->clear();
     bool recurse = true;
     if (kind == QLatin1String("Raw Materials")) {

@@ -24,4 +24,5 @@ public:
 
 private:
     TreeWidgetSink* m_nodes = nullptr;
+    QString m_root, m_kind; // for "Add to Shopping List"
 };

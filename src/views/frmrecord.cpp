@@ -10,6 +10,7 @@
 #include "views/recordtrees.h"
 #include "views/viewnav.h"
 #include "views/viewwidgets.h"
+#include "views/whereusedpanel.h"
 
 #include <QFormLayout>
 #include <QGroupBox>
@@ -243,6 +244,12 @@ void frmRecordView::load(const QString& name) {
         PopulateStationSells(name, *m_usedIn);
         break;
     }
+    if (m_kind != Station)
+        AddWhereUsedTab(tabRecord,
+                        m_kind == Component     ? bom::Kind::Component
+                        : m_kind == RawMaterial ? bom::Kind::RawMaterial
+                                                : bom::Kind::Item,
+                        name);
 }
 
 void frmRecordView::loadComponent(Recordset& rs) {

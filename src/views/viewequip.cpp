@@ -9,6 +9,7 @@
 #include "views/mobtrees.h"
 #include "views/openviews.h"
 #include "views/viewwidgets.h"
+#include "views/whereusedpanel.h"
 
 #include <QLabel>
 #include <QLineEdit>
@@ -94,6 +95,7 @@ void frmEquipment::load(const QString& name, int typeIndex, const QString& typeN
     PopulateMOBs(name);
     fillSpecials();
     setTooltips();
+    AddWhereUsedTab(tabEquipment, bom::Kind::Equipment, name);
 }
 
 void frmEquipment::fillHeader(Recordset& rs) {

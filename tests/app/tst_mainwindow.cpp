@@ -332,7 +332,11 @@ private Q_SLOTS:
                 right = qMax(right, header()->sectionViewportPosition(c) + header()->sectionSize(c));
         QVERIFY2(right <= m.lstItems->viewport()->width(),
                  qPrintable(QString("%1 > %2").arg(right).arg(m.lstItems->viewport()->width())));
-        QVERIFY(m.width() <= m.screen()->availableGeometry().width());
+        QVERIFY2(m.width() <= m.screen()->availableGeometry().width(),
+                 qPrintable(QString("%1 > %2, minimum %3")
+                                .arg(m.width())
+                                .arg(m.screen()->availableGeometry().width())
+                                .arg(m.minimumSizeHint().width())));
         m.resize(m.width() - 50, m.height() - 40);
         const QSize left = m.size();
         m.SaveSettings();
