@@ -95,7 +95,12 @@ void frmMain::lstItems_ItemCheck(int row, const QString& name, bool checked) {
         return;
     }
     try {
-        db().execute(sql);
+        // A row that no longer matches its record (deleted or renamed elsewhere, or a name the
+        // database cannot compare) stores nothing: that is a failed tick, not a silent one.
+        if (db().execute(sql) == 0)
+            throw VbError(
+                vberr::NoCurrentRecord,
+                QStringLiteral("The tick was not stored: no record named \"%1\" was found.").arg(name));
     } catch (const VbError& e) {
         // The box goes back so that the list never shows a tick the database does not hold.
         d->model->setChecked(row, !checked);

@@ -20,5 +20,8 @@ constexpr long PermissionDenied = 70;
 constexpr long PathNotFound = 76;
 constexpr long InvalidUseOfNull = 94;
 constexpr long ObjectRequired = 424;
-constexpr long CancelError = 32755; // a common dialog cancelled where cancelling is an error
+constexpr long NoCurrentRecord = 3021; // reading where there is no current row
+constexpr long ItemNotFound = 3265;    // no field of that name or position
+constexpr long ObjectClosed = 3704;    // a result set used while closed
+constexpr long CancelError = 32755;    // a common dialog cancelled where cancelling is an error
 } // namespace vberr
