@@ -247,6 +247,14 @@ void TestSampleData::toolWritesEachKindAndRefusesBadArguments() {
     }
     QCOMPARE(run({"--create", file}, &err), 2);
     QVERIFY(err.contains("already exists; use --force"));
+    // The file has the current rules: names alike without regard to case under the one folding, and
+    // no name that would end its own literal.
+    QCOMPARE(run({"--force", "--sample", file}, &err), 0);
+    RawDb db(file);
+    QVERIFY(db.exec("INSERT INTO ITEMS (ITEM_NAME) VALUES ('Éclair')"));
+    QVERIFY(!db.exec("INSERT INTO ITEMS (ITEM_NAME) VALUES ('ÉCLAIR')"));
+    QVERIFY(!db.exec("INSERT INTO ITEMS (ITEM_NAME) VALUES ('x'' OR ''''=''')"));
+    QCOMPARE(db.error(), QStringLiteral("CHECK constraint failed: INVALID_ITEMS_ITEM_NAME"));
     QCOMPARE(run({"--tree", "10", "Hunter's Lance Mk I", m_dir.filePath("failed.vosk")}, &err),
              3); // root taken by the sample world
     QVERIFY(!QFile::exists(m_dir.filePath("failed.vosk")));
