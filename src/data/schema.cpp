@@ -232,25 +232,10 @@ const QList<LookupUse>& lookupUses() {
     return u;
 }
 
-const Table* findTable(const QString& name) {
-    for (const Table& t : tables())
-        if (t.name.compare(name, Qt::CaseInsensitive) == 0)
-            return &t;
-    return nullptr;
-}
-
 QStringList tableNames() {
     QStringList names;
     for (const Table& t : tables())
         names << t.name;
-    return names;
-}
-
-QStringList columnNames(const QString& table) {
-    QStringList names;
-    if (const Table* t = findTable(table))
-        for (const Column& c : t->columns)
-            names << c.name;
     return names;
 }
 

@@ -42,9 +42,7 @@ struct Table {
 
 // Every table, in creation order.
 const QList<Table>& tables();
-const Table* findTable(const QString& name); // case-insensitive; nullptr when there is none
 QStringList tableNames();
-QStringList columnNames(const QString& table); // empty when there is no such table
 
 // Text size of a VARCHAR(n) column; 0 for any other type.
 int textSize(const QString& declaredType);

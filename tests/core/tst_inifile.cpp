@@ -1,5 +1,4 @@
 #include "core/inifile.h"
-#include "core/scriptedprompt.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -11,7 +10,6 @@ private Q_SLOTS:
     void readsPrivateProfileLines_data();
     void readsPrivateProfileLines();
     void writeKeepsOtherKeysAndReplacesOne();
-    void scriptedPromptPlaysBackAndRecords();
 };
 
 void TestIniFile::readsPrivateProfileLines_data() {
@@ -65,24 +63,6 @@ void TestIniFile::writeKeepsOtherKeysAndReplacesOne() {
     QCOMPARE(ReadIni(file, "COLORS", "UPDATED"), QString("128"));
     QCOMPARE(ReadIni(file, "COLORS", "PERSONAL"), QString("65280"));
     QCOMPARE(ReadIni(file, "Main", "DATA"), QString("d"));
-}
-
-void TestIniFile::scriptedPromptPlaysBackAndRecords() {
-    ScriptedPrompt p;
-    p.queueButton(vb::No);
-    QCOMPARE(MsgBox("q?", vb::YesNo + vb::Question, "T"), int(vb::No));
-    QCOMPARE(MsgBox("again?", vb::YesNo), int(vb::Yes)); // nothing queued: the default answer
-    QCOMPARE(MsgBox("note"), int(vb::OK));
-    QCOMPARE(p.count(), 3);
-    QCOMPARE(p.calls().at(0).style, 36);
-    QCOMPARE(p.calls().at(0).title, QString("T"));
-    QCOMPARE(p.last().title, QString("VOSK"));
-    bool cancelled = false;
-    QCOMPARE(prompts().inputBox("name?", "Character Name", {}, &cancelled), QString());
-    QVERIFY(cancelled);
-    p.queueText("Zed");
-    QCOMPARE(prompts().inputBox("name?", "Character Name", {}, &cancelled), QString("Zed"));
-    QVERIFY(!cancelled);
 }
 
 QTEST_GUILESS_MAIN(TestIniFile)

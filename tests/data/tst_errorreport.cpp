@@ -8,6 +8,7 @@
 #include "enginedb.h"
 #include "isolatedsettings.h"
 
+#include <QScopeGuard>
 #include <QTest>
 #include <sqlite3.h>
 
@@ -222,6 +223,7 @@ void TestErrorReport::saveHandlerRollsBackThenReports() {
 void TestErrorReport::runTimeErrorsAndTheBugReport() {
     QString description, number;
     setBugReportOpener([&](const QString& d, const QString& n) { description = d, number = n; });
+    const auto forget = qScopeGuard([] { setBugReportOpener({}); }); // it refers to this function's texts
     ReportDBError(VbError(3021, "No current record."), "ViewEquipDetails", "Module modMain");
     QCOMPARE(m_prompt->last().text,
              QStringLiteral("Error 3021 (No current record.)  procedure ViewEquipDetails of Module modMain"));

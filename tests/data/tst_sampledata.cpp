@@ -26,13 +26,14 @@ private Q_SLOTS:
     void toolWritesEachKindAndRefusesBadArguments();
 
 private:
+    // The tool's exit code; -1 when it did not start or did not end by itself.
     int run(const QStringList& args, QString* err = nullptr) {
         QProcess p;
         p.start(QStringLiteral(VOSK_MAKEDB), args);
-        p.waitForFinished(120000);
+        const bool ran = p.waitForFinished(120000) && p.exitStatus() == QProcess::NormalExit;
         if (err)
             *err = QString::fromLocal8Bit(p.readAllStandardError());
-        return p.exitCode();
+        return ran ? p.exitCode() : -1;
     }
     QTemporaryDir m_dir;
     QString m_file;
