@@ -14,6 +14,7 @@ struct VbError : std::runtime_error {
 
 // Run-time error numbers the program raises itself.
 namespace vberr {
+constexpr long InvalidCall = 5; // invalid procedure call or argument
 constexpr long OutOfStackSpace = 28;
 constexpr long FileNotFound = 53;
 constexpr long PermissionDenied = 70;

@@ -14,6 +14,7 @@
 #include <QScopeGuard>
 #include <QTemporaryDir>
 #include <QTest>
+#include <sqlite3.h>
 
 class TestTickStored : public QObject {
     Q_OBJECT
@@ -58,7 +59,39 @@ private Q_SLOTS:
         QVERIFY(log.readAll().contains("in procedure lstItems_ItemCheck of Form frmMain"));
     }
 
+    // A name that would end its literal early (stored before the database refused such names, here
+    // with the check switched off) is not ticked: the statement would tick every row.
+    void tickOfANameHoldingTwoQuotesIsRefused() {
+        const QString name = "Zz x' OR ''='";
+        sqlite3_exec(db().handle(), "PRAGMA ignore_check_constraints = ON", nullptr, nullptr, nullptr);
+        db().execute("INSERT INTO ITEMS (ITEM_NAME, LVL, CHECK) VALUES ('Zz x'' OR ''''=''', 1, FALSE)");
+        sqlite3_exec(db().handle(), "PRAGMA ignore_check_constraints = OFF", nullptr, nullptr, nullptr);
+        auto remove = qScopeGuard([] { db().execute("DELETE FROM ITEMS WHERE ITEM_NAME LIKE 'Zz x%'"); });
+        const long ticked = count("SELECT COUNT(*) FROM ITEMS WHERE CHECK = TRUE");
+        frmMain w;
+        w.cmbData->setCurrentIndex(w.cmbData->findText("Items"));
+        ListModel& m = *w.model();
+        int row = -1;
+        for (int r = 0; r < m.rowCount(); ++r)
+            if (m.name(r) == name)
+                row = r;
+        QVERIFY(row >= 0);
+        m_prompt.clear();
+        m.setData(m.index(row, 0), Qt::Checked, Qt::CheckStateRole);
+        QVERIFY(!m.isChecked(row));
+        QCOMPARE(m_prompt.last().text,
+                 "Error 5 (The tick was not stored: the name \"" + name +
+                     "\" holds two single quotes in a row.)  procedure lstItems_ItemCheck "
+                     "of Form frmMain");
+        QCOMPARE(count("SELECT COUNT(*) FROM ITEMS WHERE CHECK = TRUE"), ticked);
+    }
+
 private:
+    static long count(const QString& sql) {
+        Recordset rs;
+        rs.open(sql);
+        return long(rs.intValue(0));
+    }
     IsolatedSettings m_settings;
     QTemporaryDir m_dir;
     ScriptedPrompt m_prompt;
