@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Installs the Debian 12 packages that building, running and testing VOSK need.
 set -euo pipefail
-packages=(build-essential cmake qt6-base-dev libgl-dev libsqlite3-dev libcurl4-openssl-dev
+packages=(build-essential cmake qt6-base-dev libgl-dev libsqlite3-dev libcurl4-openssl-dev python3-aiosmtpd
           clang-format xvfb xauth)
 missing=()
 for p in "${packages[@]}"; do

@@ -9,6 +9,7 @@
 #include "core/imagestore.h"
 #include "core/inifile.h"
 #include "core/settings.h"
+#include "core/tooltip.h"
 #include "lists/frmfind.h"
 #include "lists/listmodel.h"
 #include "lists/listviewsort.h"
@@ -169,8 +170,7 @@ void frmMain::setToolTips() {
         {cmbLevel, "EQUIP_LEVEL"},    {cmbChecked, "CHECKED"}, {cmbCompType, "COMP_TYPE"},
         {cmbSubType, "SUB_TYPE"},     {cmbRace, "RACE"}};
     for (const auto& [widget, key] : tips)
-        widget->setToolTip(ReadVoskIni(QStringLiteral("Main"), QLatin1String(key))
-                               .replace(QLatin1String("\\n"), QLatin1String("\n")));
+        SetTip(widget, ReadVoskIni(QStringLiteral("Main"), QLatin1String(key)));
 }
 
 QString frmMain::panelText(const QString& key) const {

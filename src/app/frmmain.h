@@ -13,6 +13,7 @@ class QStatusBar;
 class QTreeView;
 class QUrl;
 class ListModel;
+class Progress;
 class Recordset;
 class frmFind;
 
@@ -106,10 +107,9 @@ private:
     void fillSubTypes();
     void showFiltersFor(const QString& category);
     void setToolTips();
-    void SetRStoList(Recordset& rs);
+    void SetRStoList(Recordset& rs, Progress* progress = nullptr);
     void openRecord(bool editor);
     void openUrlOf(const QString& section);
-    void openProgramFile(const QString& fileName);
     void runHandler(const QString& objectName);
     void copyOrRename(const QString& entry, const QString& verb);
 };

@@ -3,6 +3,7 @@
 
 #include "app/mainsettings.h"
 #include "core/inifile.h"
+#include "core/progress.h"
 #include "core/prompt.h"
 #include "core/settings.h"
 #include "data/database.h"
@@ -42,8 +43,11 @@ void frmMain::RefreshGrid() {
             d->model->setSort(-1, ListModel::Ascending);
         d->model->clear();
         d->listCategory.clear();
+        // A large list takes a while to read: the progress window shows if it lasts.
+        std::unique_ptr<Progress> progress = StartProgress(QStringLiteral("Refreshing Grid"), false, 500);
+        progress->setText(cat);
         rs.open(sql);
-        SetRStoList(rs);
+        SetRStoList(rs, progress.get());
         rs.close();
         d->listCategory = cat;
 
@@ -71,11 +75,11 @@ void frmMain::RefreshGrid() {
     updateMenuState();
 }
 
-void frmMain::SetRStoList(Recordset& rs) {
+void frmMain::SetRStoList(Recordset& rs, Progress* progress) {
     ListColors colors;
     colors.updated = colorFromVbColorText(ReadVoskIni(QStringLiteral("COLORS"), QStringLiteral("UPDATED")));
     colors.personal = colorFromVbColorText(ReadVoskIni(QStringLiteral("COLORS"), QStringLiteral("PERSONAL")));
-    d->model->load(rs, colors);
+    d->model->load(rs, colors, progress);
     // A custom field without a caption is not in use: its column stays out of sight.
     const CustomFields& custom = customFields();
     for (int c = 0; c < d->model->columnCount(); ++c) {
@@ -119,7 +123,7 @@ void frmMain::lstItems_ItemCheck(int row, const QString& name, bool checked) {
 void frmMain::lstItems_DblClick() {
     // Option 1 asks for the editor; while no editor is installed the view opens instead, so a
     // double click always shows the record.
-    openRecord(opt::number(opt::DoubleClickEvent) == 1 && editorOpener() != nullptr);
+    openRecord(opt::number(opt::DoubleClickEvent) == 1 && CanEdit(category()));
 }
 
 void frmMain::mnuPopupView_Click() {
@@ -127,7 +131,7 @@ void frmMain::mnuPopupView_Click() {
 }
 
 void frmMain::mnuEditEditItem_Click() {
-    openRecord(editorOpener() != nullptr);
+    openRecord(CanEdit(category()));
 }
 
 void frmMain::openRecord(bool editor) {

@@ -11,7 +11,6 @@
 #include "views/openviews.h"
 
 #include <QDesktopServices>
-#include <QFileInfo>
 #include <QItemSelectionModel>
 #include <QKeySequence>
 #include <QMenuBar>
@@ -88,10 +87,8 @@ void frmMain::buildMenus() {
           handed("mnuPrintPrintFilteredList"));
 
     QMenu* help = menuBar()->addMenu(tr("&Help"));
-    entry(
-        help, "mnuHelpHelp", tr("&Help Topics"), [this] { openProgramFile(QStringLiteral("VOSK.chm")); },
-        QKeySequence::HelpContents);
-    entry(help, "mnuHelpReadMe", tr("&Read Me"), [this] { openProgramFile(QStringLiteral("ReadMe.rtf")); });
+    entry(help, "mnuHelpHelp", tr("&Help Topics"), handed("mnuHelpHelp"), QKeySequence::HelpContents);
+    entry(help, "mnuHelpReadMe", tr("&Read Me"), handed("mnuHelpReadMe"));
     help->addSeparator();
     entry(help, "mnuHelpForum", tr("VOSK &Forum"), [this] { mnuHelpForum_Click(); });
     entry(help, "mnuHelpWebsite", tr("VOSK &Website"), [this] { mnuHelpWebsite_Click(); });
@@ -178,11 +175,11 @@ void frmMain::updateMenuState() {
             a->setEnabled(on);
     };
     auto has = [this](const char* name) { return d->handlers.contains(QLatin1String(name)); };
-    for (const char* name :
-         {"mnuFileBackupDB", "mnuFileRestoreDB", "mnuFileOptions", "mnuAddEquip", "mnuAddComps",
-          "mnuAddRawMaterial", "mnuAddItem", "mnuViewMaps", "mnuPrintPrintFilteredList", "mnuHelpSubmitBug"})
+    for (const char* name : {"mnuFileBackupDB", "mnuFileRestoreDB", "mnuFileOptions", "mnuAddEquip",
+                             "mnuAddComps", "mnuAddRawMaterial", "mnuAddItem", "mnuViewMaps",
+                             "mnuPrintPrintFilteredList", "mnuHelpSubmitBug", "mnuHelpHelp", "mnuHelpReadMe"})
         set(name, has(name));
-    const bool edits = editorOpener() != nullptr && cat != listcat::Stations;
+    const bool edits = CanEdit(cat);
     set("mnuEditEditItem", row && edits);
     set("mnuPopupEditItem", row && edits);
     set("mnuPopupView", row);
@@ -203,8 +200,6 @@ void frmMain::updateMenuState() {
     const bool rows = d->model->rowCount() > 0;
     set("mnuEditFind", rows);
     set("mnuPopupFind", rows);
-    set("mnuHelpHelp", QFileInfo::exists(programFolder() + QStringLiteral("/VOSK.chm")));
-    set("mnuHelpReadMe", QFileInfo::exists(programFolder() + QStringLiteral("/ReadMe.rtf")));
 }
 
 // Copy and rename share one refusal box, under the rename title for both.
@@ -216,7 +211,7 @@ void frmMain::copyOrRename(const QString& entry, const QString& verb) {
     }
     MsgBox(QStringLiteral("Sorry Support for ") + verb + u' ' + cat +
                QStringLiteral(" has not been implemented."),
-           vb::OKOnly, QStringLiteral("Can Not Rename"));
+           vb::Critical, QStringLiteral("Can Not Rename"));
 }
 
 void frmMain::mnuEditCopy_Click() {
@@ -259,14 +254,11 @@ void frmMain::mnuHelpWebsite_Click() {
     openUrlOf(QStringLiteral("ZEL"));
 }
 
-void frmMain::openProgramFile(const QString& fileName) {
-    const QString path = programFolder() + QLatin1Char('/') + fileName;
-    if (!QFileInfo::exists(path) || !urlOpener()(QUrl::fromLocalFile(path)))
-        MsgBox(QStringLiteral("The file ") + fileName + QStringLiteral(" could not be opened."),
-               vb::Information);
-}
-
 void frmMain::mnuHelpAbout_Click() {
+    if (d->handlers.contains(QStringLiteral("mnuHelpAbout"))) {
+        runHandler(QStringLiteral("mnuHelpAbout"));
+        return;
+    }
     MsgBox(windowTitle() +
                QStringLiteral("\r\n\r\nA database of the equipment, components, raw materials, items, "
                               "MOBs and stations of Velmora.\r\n\r\nBuilt with Qt ") +

@@ -2,6 +2,7 @@
 #include "app/frmmain.h"
 #include "app/modinit.h"
 #include "app/qtprompt.h"
+#include "core/frmprogress.h"
 #include "core/programfolder.h"
 
 #include <QApplication>
@@ -14,6 +15,7 @@ int main(int argc, char** argv) {
 
     QtPrompt prompt;
     setPrompts(&prompt);
+    InstallProgressWindow();
     setMainWindowFactory([] { return static_cast<QWidget*>(new frmMain); });
 
     RunVOSK();

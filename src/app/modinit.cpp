@@ -10,6 +10,8 @@
 #include "data/database.h"
 
 #include <QApplication>
+#include <QDir>
+#include <QFileInfo>
 #include <QPointer>
 #include <QProgressBar>
 #include <QWidget>
@@ -117,8 +119,28 @@ void UnloadAllWindows() {
     }
 }
 
+QString MissingDatabaseHelp(const QString& path, bool fileExists) {
+    const QString native = QDir::toNativeSeparators(QFileInfo(path).absoluteFilePath());
+    QString text = QStringLiteral("\r\n\r\nVOSK looked for its database here:\r\n") + native;
+    if (fileExists)
+        text +=
+            QStringLiteral("\r\nThe file there is not a database VOSK can open; it has been left as it is. "
+                           "Restore a backup over it, or move it aside and make a new one.");
+    text +=
+        QStringLiteral("\r\n\r\nTo make a database with the sample data, run:\r\nvosk-makedb --sample \"") +
+        native + QStringLiteral("\"");
+    return text;
+}
+
 void RunVOSK() {
     setWindowUnloader(&UnloadAllWindows);
+    // While the database file is being found and opened, a failure message also says where it was
+    // looked for and how to make one.
+    bool findingDatabase = false;
+    auto help = [&findingDatabase] {
+        return findingDatabase ? MissingDatabaseHelp(databasePath(), QFileInfo::exists(databasePath()))
+                               : QString();
+    };
     try {
         if (!AcquireInstanceLock()) {
             MsgBox(QStringLiteral("VOSK is already running\r\nOnly one instance may be used at a time"),
@@ -126,6 +148,7 @@ void RunVOSK() {
             return;
         }
 
+        findingDatabase = true;
         const fs::path file = nativePath(databasePath());
         if (isReadOnly(file)) {
             const int answer =
@@ -140,6 +163,7 @@ void RunVOSK() {
         }
 
         db().open(ConnectionText());
+        findingDatabase = false;
 
         if (!CheckDBComp()) {
             MsgBox(QStringLiteral("The database is not compatible with the VOSK program.\r\n"
@@ -181,9 +205,9 @@ void RunVOSK() {
         main->show();
     } catch (const VbError& err) {
         MsgBox(QStringLiteral("Error ") + QString::number(err.number) + QStringLiteral(" (") +
-               err.description + QStringLiteral(") in procedure RunVOSK of Module modInit"));
+               err.description + QStringLiteral(") in procedure RunVOSK of Module modInit") + help());
     } catch (const std::exception& err) {
         MsgBox(QStringLiteral("Error 5 (") + QString::fromLocal8Bit(err.what()) +
-               QStringLiteral(") in procedure RunVOSK of Module modInit"));
+               QStringLiteral(") in procedure RunVOSK of Module modInit") + help());
     }
 }

@@ -9,6 +9,10 @@ class QWidget;
 // The start-up sequence. When it returns with a window showing, the program runs; otherwise it ends.
 void RunVOSK();
 
+// What the start-up message adds when the database file is missing or cannot be opened: the full
+// path looked for and how to make a database there. fileExists: a file is there but is no database.
+QString MissingDatabaseHelp(const QString& path, bool fileExists);
+
 // Character i of the result is character i of the text with its code exclusive-or the fixed key
 // (the routine is its own inverse).
 QString Unscramble(const QString& text);

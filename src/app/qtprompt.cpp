@@ -138,6 +138,13 @@ QString QtPrompt::saveFile(const QString& title, const QString& filter, const QS
                                         qtprompt::dialogFilter(filter));
 }
 
+QString QtPrompt::saveFileUnconfirmed(const QString& title, const QString& filter,
+                                      const QString& proposedName, const QString& folder) {
+    const QString start = folder.isEmpty() ? proposedName : folder + QLatin1Char('/') + proposedName;
+    return QFileDialog::getSaveFileName(dialogParent(), titleOr(title), start, qtprompt::dialogFilter(filter),
+                                        nullptr, QFileDialog::DontConfirmOverwrite);
+}
+
 QString QtPrompt::chooseFolder(const QString& prompt) {
     return QFileDialog::getExistingDirectory(dialogParent(), prompt);
 }

@@ -14,6 +14,8 @@ public:
     QString saveFile(const QString& title, const QString& filter, const QString& proposedName,
                      const QString& folder) override;
     QString chooseFolder(const QString& prompt) override;
+    QString saveFileUnconfirmed(const QString& title, const QString& filter, const QString& proposedName,
+                                const QString& folder) override;
 };
 
 namespace qtprompt {

@@ -35,6 +35,12 @@ public:
     virtual QString saveFile(const QString& title, const QString& filter, const QString& proposedName,
                              const QString& folder = QString()) = 0;
     virtual QString chooseFolder(const QString& prompt) = 0;
+    // A save dialog that does not ask before replacing an existing file: the caller asks itself,
+    // through msgBox, so that the question is one box that can be tested.
+    virtual QString saveFileUnconfirmed(const QString& title, const QString& filter,
+                                        const QString& proposedName, const QString& folder = QString()) {
+        return saveFile(title, filter, proposedName, folder);
+    }
 };
 
 // The program's prompt service. Until one is installed, a scripted one that answers OK is used, so that

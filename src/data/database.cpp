@@ -168,6 +168,7 @@ void Database::open(const QString& connectionText) {
         sqlite3_exec(h, "PRAGMA foreign_keys=ON", nullptr, nullptr, nullptr);
     m_db = h;
     m_pool = std::make_unique<Pool>();
+    m_connectionText = connectionText;
     m_file = file;
 }
 
@@ -180,6 +181,7 @@ void Database::close() {
     m_pool.reset();
     sqlite3_close_v2(m_db);
     m_db = nullptr;
+    m_connectionText.clear();
     m_file.clear();
 }
 

@@ -73,6 +73,7 @@ public:
     void close();
     int state() const { return m_db ? StateOpen : StateClosed; }
     bool isOpen() const { return m_db != nullptr; }
+    QString connectionString() const { return m_connectionText; }
     QString fileName() const { return m_file; }
 
     // Runs one INSERT, UPDATE or DELETE. Throws VbError on failure. Returns the rows affected.
@@ -116,6 +117,7 @@ private:
     long run(const QString& sql);
     struct Pool;
     sqlite3* m_db = nullptr;
+    QString m_connectionText;
     QString m_file;
     QList<ErrorRecord> m_errors;
     std::unique_ptr<Pool> m_pool;

@@ -143,6 +143,7 @@ bool FillSampleData(sqlite3* db, QString* error) {
     addComponents(s);
     addEquipment(s);
     addMobs(s);
+    chartPlaces(s);
     return w.finish(error);
 }
 

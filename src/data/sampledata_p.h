@@ -48,6 +48,8 @@ void addMaterials(SampleWorld& s); // raw materials and items
 void addComponents(SampleWorld& s);
 void addEquipment(SampleWorld& s);
 void addMobs(SampleWorld& s);
+// Lays the sectors out on their maps and adds the rest of their charted places; runs last.
+void chartPlaces(SampleWorld& s);
 
 // One EQUIPMENTS row with generated prices, flags and picture (no statistics, recipes or specials).
 void writeEquipment(SampleWorld& s, const QString& name, const QString& type, int level);

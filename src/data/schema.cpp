@@ -232,6 +232,13 @@ const QList<LookupUse>& lookupUses() {
     return u;
 }
 
+const Table* findTable(const QString& name) {
+    for (const Table& t : tables())
+        if (t.name.compare(name, Qt::CaseInsensitive) == 0)
+            return &t;
+    return nullptr;
+}
+
 QStringList tableNames() {
     QStringList names;
     for (const Table& t : tables())

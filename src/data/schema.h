@@ -42,6 +42,7 @@ struct Table {
 
 // Every table, in creation order.
 const QList<Table>& tables();
+const Table* findTable(const QString& name); // case-insensitive; nullptr when there is none
 QStringList tableNames();
 
 // Text size of a VARCHAR(n) column; 0 for any other type.

@@ -2,6 +2,7 @@
 #include "lists/cellformat.h"
 #include "lists/listmodel_p.h"
 
+#include "core/progress.h"
 #include "core/vberror.h"
 #include "data/recordset.h"
 
@@ -95,7 +96,7 @@ void ListModel::clear() {
     endResetModel();
 }
 
-void ListModel::load(Recordset& rs, const ListColors& colors) {
+void ListModel::load(Recordset& rs, const ListColors& colors, Progress* progress) {
     auto next = d->emptyKeepingSort();
     next->colors = colors;
 
@@ -165,6 +166,8 @@ void ListModel::load(Recordset& rs, const ListColors& colors) {
                 }
             }
             ++next->rows;
+            if (progress && (next->rows & 4095) == 0)
+                progress->setValue(qint64(next->rows));
         }
     } catch (...) {
         d = d->emptyKeepingSort();

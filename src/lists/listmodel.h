@@ -13,6 +13,7 @@
 #include <memory>
 #include <vector>
 
+class Progress;
 class Recordset;
 
 // The row colours of the list. An invalid colour leaves the view's own text colour.
@@ -43,7 +44,8 @@ public:
     // flag columns CHECK, PERSONAL_DB, UPDATED, SUBMITTED, UNIQUE_FLAG and PIC_ID give the row's tick
     // and colour and are never columns. Throws VbError when reading fails; the model is then empty.
     // The sort column and order are kept: if the list was sorted, the new rows come sorted the same way.
-    void load(Recordset& rs, const ListColors& colors);
+    // progress, when given, hears the number of rows read so far.
+    void load(Recordset& rs, const ListColors& colors, Progress* progress = nullptr);
     void clear();
 
     // QAbstractItemModel

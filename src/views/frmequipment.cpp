@@ -85,7 +85,7 @@ void frmEquipment::buildLayout() {
     cmdClose = AddButton(buttons, this, QStringLiteral("&Close"), QStringLiteral("cmdClose"));
     top->addLayout(buttons);
 
-    cmdEdit->setEnabled(editorOpener() != nullptr);
+    cmdEdit->setEnabled(CanEdit(QStringLiteral("Equipment")));
     connect(cmdEdit, &QPushButton::clicked, this, &frmEquipment::cmdEdit_Click);
     connect(cmdPrint, &QPushButton::clicked, this, &frmEquipment::cmdPrint_Click);
     connect(cmdClose, &QPushButton::clicked, this, &QWidget::close);

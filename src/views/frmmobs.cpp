@@ -84,10 +84,18 @@ frmMOBs::frmMOBs(QWidget* parent) : QWidget(parent) {
     m_spawn = new TreeWidgetSink(treSpawn, true);
     m_loot = new TreeWidgetSink(treLoot, true);
     AttachMarkerTreeCommands(treLoot, QStringLiteral("treLoot"), kTrees);
+    // A sector of the spawn tree opens its map; a nav point opens it centred there.
+    connect(treSpawn, &QTreeWidget::itemDoubleClicked, this, [](QTreeWidgetItem* item, int) {
+        const MapOpener open = mapOpener();
+        const QString key = NodeKey(item);
+        const int nav = int(key.indexOf(QLatin1String("|Nav:")));
+        if (open && (nav > 0 || NodeImage(item) == mobimg::Sector))
+            open(nav > 0 ? key.left(nav) : key, nav > 0 ? key.mid(nav + 5) : QString());
+    });
 
     QHBoxLayout* buttons = NewButtonRow();
     cmdEdit = AddButton(buttons, this, QStringLiteral("&Edit"), QStringLiteral("cmdEdit"));
-    cmdEdit->setEnabled(editorOpener() != nullptr);
+    cmdEdit->setEnabled(CanEdit(QStringLiteral("MOBs")));
     cmdClose = AddButton(buttons, this, QStringLiteral("&Close"), QStringLiteral("cmdClose"));
     top->addLayout(buttons);
     connect(cmdClose, &QPushButton::clicked, this, &QWidget::close);

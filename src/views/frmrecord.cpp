@@ -107,15 +107,22 @@ frmRecordView::frmRecordView(Kind kind, QWidget* parent) : QWidget(parent), m_ki
     QHBoxLayout* buttons = NewButtonRow();
     cmdBuildView = AddButton(buttons, this, QStringLiteral("&Build View"), QStringLiteral("cmdBuildView"));
     cmdBuildView->setVisible(kind == Component || kind == RawMaterial);
+    cmdMap = AddButton(buttons, this, QStringLiteral("Show on &Map"), QStringLiteral("cmdMap"));
+    cmdMap->setVisible(kind == Station);
+    cmdMap->setEnabled(mapOpener() != nullptr);
     cmdEdit = AddButton(buttons, this, QStringLiteral("&Edit"), QStringLiteral("cmdEdit"));
     cmdEdit->setVisible(kind != Station);
-    cmdEdit->setEnabled(editorOpener() != nullptr);
+    cmdEdit->setEnabled(CanEdit(QLatin1String(kEditorKinds[kind])));
     cmdClose = AddButton(buttons, this, QStringLiteral("&Close"), QStringLiteral("cmdClose"));
     top->addLayout(buttons);
     connect(cmdClose, &QPushButton::clicked, this, &QWidget::close);
     connect(cmdEdit, &QPushButton::clicked, this, [this] {
         if (EditorOpener open = editorOpener())
             open(QLatin1String(kEditorKinds[m_kind]), m_name);
+    });
+    connect(cmdMap, &QPushButton::clicked, this, [this] {
+        if (MapOpener open = mapOpener())
+            open(m_sector, m_name);
     });
     connect(cmdBuildView, &QPushButton::clicked, this, [this] {
         ShowBuildView(m_name,
@@ -268,6 +275,7 @@ void frmRecordView::loadItem(Recordset& rs) {
 
 void frmRecordView::loadStation(Recordset& rs) {
     const QString sector = NzString(rs.value(QStringLiteral("SECTORS_SECTOR")));
+    m_sector = sector;
     QString system;
     {
         Recordset s;

@@ -39,6 +39,7 @@ public:
     QTreeWidget* treMOBs = nullptr;
     QPlainTextEdit* txtComments = nullptr;
     QPushButton *cmdEdit = nullptr, *cmdBuildView = nullptr, *cmdClose = nullptr;
+    QPushButton* cmdMap = nullptr; // stations: the sector's map, centred on the station
 
     // The caption and value of the field rows, in order, for tests and printing.
     QList<QPair<QString, QString>> fields() const;
@@ -56,6 +57,7 @@ private:
 
     Kind m_kind;
     QString m_name;
+    QString m_sector; // stations
     bool m_headerLoaded = false;
     QLabel* m_icon = nullptr;
     QLabel* m_title = nullptr;

@@ -20,3 +20,14 @@ void ViewStation(const QString& name);
 using EditorOpener = void (*)(const QString& kind, const QString& name);
 void setEditorOpener(EditorOpener opener);
 EditorOpener editorOpener();
+// Which kinds have an editor. Without it, every kind counts as having one once an opener is set.
+using EditorAvailable = bool (*)(const QString& kind);
+void setEditorAvailable(EditorAvailable available);
+// True when Edit can open the kind's editor: an opener is set and the kind has an editor.
+bool CanEdit(const QString& kind);
+
+// Where a link to a sector map leads: the map of the sector, centred on the navigation point when one
+// is named. Until the maps are wired this is empty and the links do nothing.
+using MapOpener = void (*)(const QString& sector, const QString& navPoint);
+void setMapOpener(MapOpener opener);
+MapOpener mapOpener();

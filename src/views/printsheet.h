@@ -1,6 +1,6 @@
 #pragma once
-// Printing a document: straight to the default printer, or through a preview when the option
-// "PrintPreview" is on. Without a printer the user is told so and nothing is printed.
+// Printing a record window's document through the program's one print path (printer, preview, or a
+// PDF file the user chooses when no printer is installed).
 #include <QString>
 
 class QWidget;

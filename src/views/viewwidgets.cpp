@@ -1,13 +1,9 @@
 #include "views/viewwidgets.h"
 
 #include "core/childwindows.h"
-#include "core/settings.h"
 #include "data/recordset.h"
 #include "views/treeimages.h"
 
-#include <QApplication>
-#include <QCursor>
-#include <QEvent>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
@@ -15,7 +11,6 @@
 #include <QListWidget>
 #include <QPlainTextEdit>
 #include <QPushButton>
-#include <QToolTip>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
@@ -177,32 +172,6 @@ QHBoxLayout* NewViewHeader(QWidget* parent, QLabel*& icon, QLabel*& title, QLabe
     titles->addWidget(type);
     head->addLayout(titles, 1);
     return head;
-}
-
-namespace {
-// The views' tips come up at once when the pointer enters a control, not after the usual pause.
-class ImmediateTips : public QObject {
-public:
-    using QObject::QObject;
-    bool eventFilter(QObject* watched, QEvent* event) override {
-        auto* w = qobject_cast<QWidget*>(watched);
-        if (w && event->type() == QEvent::Enter && !w->toolTip().isEmpty())
-            QToolTip::showText(QCursor::pos(), w->toolTip(), w, QRect(), w->toolTipDuration());
-        return false;
-    }
-};
-} // namespace
-
-void SetTip(QWidget* widget, const QString& text) {
-    if (!widget || text.isEmpty() || !opt::flag(opt::Tooltips))
-        return;
-    QString html = text.toHtmlEscaped();
-    html.replace(QLatin1String("\r\n"), QLatin1String("<br>"));
-    widget->setToolTip(QStringLiteral("<table width=\"240\"><tr><td>") + html +
-                       QStringLiteral("</td></tr></table>"));
-    widget->setToolTipDuration(20000);
-    static ImmediateTips* filter = new ImmediateTips(qApp);
-    widget->installEventFilter(filter);
 }
 
 QWidget* ViewOwner() {

@@ -1,6 +1,7 @@
 #pragma once
 // Widget glue shared by the record windows: trees and lists filled through the sinks, node keys and
 // paths, tooltips, read-only boxes, the owner of a new window.
+#include "core/tooltip.h"
 #include "views/buildtree.h"
 #include "views/modmain.h"
 
@@ -68,9 +69,6 @@ QWidget* NewCommentsPage(QPlainTextEdit*& box);
 QLabel* NewTitleLabel(QWidget* parent);
 // The head of a record window: the record's picture ("imgIcon"), its name and its type line below it.
 QHBoxLayout* NewViewHeader(QWidget* parent, QLabel*& icon, QLabel*& title, QLabel*& type);
-
-// A tooltip from "VOSK.ini" (when tooltips are on), wrapped at 240 pixels and shown for 20 s.
-void SetTip(QWidget* widget, const QString& text);
 
 // Record windows are owned by the main window when there is one, and are separate top-level windows.
 QWidget* ViewOwner();

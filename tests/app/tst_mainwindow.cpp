@@ -3,6 +3,7 @@
 #include "core/programfolder.h"
 #include "core/scriptedprompt.h"
 #include "core/settings.h"
+#include "core/tooltip.h"
 #include "data/database.h"
 #include "data/recordset.h"
 #include "data/sampledata.h"
@@ -61,7 +62,7 @@ private Q_SLOTS:
                                       .arg(VOSK_VERSION_REVISION));
         QCOMPARE(m.panelText("ItemCount"), "Items: " + QString::number(count("SELECT * FROM EQUIPMENTS")));
         QCOMPARE(m.panelText("Interaction"), "Game Interaction: Disabled");
-        QCOMPARE(m.cmbData->toolTip(), "Pick a category");
+        QCOMPARE(TipText(m.cmbData), "Pick a category");
         const QStringList flags = {"CHECK", "PERSONAL_DB", "UPDATED", "SUBMITTED", "UNIQUE_FLAG", "PIC_ID"};
         for (int c = 0; c < m.model()->columnCount(); ++c)
             QVERIFY2(!flags.contains(m.model()->columnName(c)), qPrintable(m.model()->columnName(c)));
@@ -164,7 +165,7 @@ private Q_SLOTS:
         QCOMPARE(m_prompt.count(), 1);
         QCOMPARE(m_prompt.last().text, QString(text).replace("%1", m.model()->name(0)));
         QCOMPARE(m_prompt.last().title, category == "Items" ? "Delete?" : "Can Not Rename");
-        QCOMPARE(m_prompt.last().style, category == "Items" ? 36 : 0);
+        QCOMPARE(m_prompt.last().style, category == "Items" ? 36 : 16);
         QCOMPARE(handled, 0); // Stations are not copied or renamed; No deletes nothing
         m.menuEntry(category == "Items" ? "mnuPopupDelete" : entry)
             ->trigger(); // Yes hands over to the delete

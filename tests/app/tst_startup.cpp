@@ -66,7 +66,7 @@ private Q_SLOTS:
     }
     void startUpChecks_data() {
         QTest::addColumn<QString>(
-            "setup"); // "lock": another copy runs, "none": no file, "letter": not a database
+            "setup"); // "lock": another copy runs, "none": no file, "letter", "empty": not a database
         QTest::addColumn<QList<int>>("versions");
         QTest::addColumn<QString>("text"); // empty: start-up reaches the main window
         QTest::addColumn<QString>("title");
@@ -83,6 +83,8 @@ private Q_SLOTS:
             << "VOSK" << 0;
         QTest::newRow("not a database, left alone") << "letter" << QList<int>{} << "Error "
                                                     << "VOSK" << 0;
+        QTest::newRow("zero bytes, left alone") << "empty" << QList<int>{} << "Error "
+                                                << "VOSK" << 0;
         QTest::newRow("version 6") << "" << QList<int>{6} << ""
                                    << "" << 0;
         QTest::newRow("5 and 6: only the newest counts") << "" << QList<int>{5, 6} << ""
@@ -101,6 +103,8 @@ private Q_SLOTS:
         QFile file(databasePath());
         if (setup == "letter")
             QVERIFY(file.open(QIODevice::WriteOnly) && file.write(letter) == letter.size() && file.flush());
+        else if (setup == "empty")
+            QVERIFY(file.open(QIODevice::WriteOnly) && file.flush());
         else if (setup != "none")
             makeDatabase(versions);
         QLockFile other(instanceLockPath());
@@ -114,15 +118,24 @@ private Q_SLOTS:
             return;
         }
         const QString shown = m_prompt->last().text;
-        QVERIFY2(setup == "letter"
-                     ? shown.startsWith(text) && shown.endsWith(" in procedure RunVOSK of Module modInit")
-                     : shown == text,
+        // A database that cannot be found or opened is also named in full, with how to make one.
+        const bool noDatabase = setup == "none" || setup == "letter" || setup == "empty";
+        const QString help = noDatabase ? MissingDatabaseHelp(databasePath(), setup != "none") : QString();
+        QVERIFY2(setup == "letter" || setup == "empty"
+                     ? shown.startsWith(text) &&
+                           shown.endsWith(" in procedure RunVOSK of Module modInit" + help)
+                     : shown == text + help,
                  qPrintable(shown));
+        if (noDatabase) {
+            QVERIFY(help.contains(QDir::toNativeSeparators(databasePath())));
+            QVERIFY(
+                help.contains("vosk-makedb --sample \"" + QDir::toNativeSeparators(databasePath()) + "\""));
+        }
         QCOMPARE(m_prompt->last().title, title);
         QCOMPARE(m_prompt->last().style, style);
-        QCOMPARE(file.exists(), setup != "none"); // no database is created
-        if (setup == "letter")
-            QCOMPARE(file.size(), qint64(letter.size())); // a foreign file is left as it was
+        QCOMPARE(file.exists(), setup != "none");  // no database is created
+        if (setup == "letter" || setup == "empty") // a foreign file is left as it was
+            QCOMPARE(file.size(), qint64(setup == "letter" ? letter.size() : 0));
     }
     void readOnlyDatabaseAsks_data() {
         QTest::addColumn<int>("answer");

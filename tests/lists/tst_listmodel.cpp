@@ -1,6 +1,8 @@
 #include "listfixture.h"
 
+#include "core/progress.h"
 #include "core/vberror.h"
+#include "data/recordset.h"
 
 #include <QFont>
 #include <QSignalSpy>
@@ -183,6 +185,24 @@ private Q_SLOTS:
         QCOMPARE(rowTexts(m, 1), (QStringList{"r0=1", "r1=2"}));
         m.clear();
         QVERIFY(m.rowCount() == 0 && m.columnCount() == 0);
+    }
+
+    // A long load tells how far it has got, in steps of 4096 rows, without changing what is loaded.
+    void loadReportsRowsRead() {
+        struct Rows : SilentProgress {
+            QList<qint64> seen;
+            void setValue(qint64 done) override { seen << done; }
+        } progress;
+        ListDb db({"CREATE TABLE T (NAME VARCHAR(50), VAL INTEGER)",
+                   "WITH RECURSIVE c(x) AS (SELECT 0 UNION ALL SELECT x + 1 FROM c WHERE x < 9999) "
+                   "INSERT INTO T SELECT 'r' || x, x FROM c"});
+        QVERIFY2(db.ok(), qPrintable(db.error()));
+        ListModel m;
+        Recordset rs;
+        rs.open("SELECT * FROM T");
+        m.load(rs, ListColors(), &progress);
+        QCOMPARE(m.rowCount(), 10000);
+        QCOMPARE(progress.seen, (QList<qint64>{4096, 8192}));
     }
 
     void vbColours() {

@@ -12,6 +12,7 @@
 #include "viewsfixture.h"
 #include "viewswindows.h"
 
+#include <QDir>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -196,13 +197,14 @@ private Q_SLOTS:
         QVERIFY_THROWS_EXCEPTION(VbError, EquipmentPropertySheet("No Such Gun", equip::Beam));
         if (!QPrinterInfo::availablePrinters().isEmpty())
             return;
-        // Printing without a printer says so and prints nothing.
+        // Printing without a printer offers a PDF file; cancelling that writes nothing.
         opt::saveFlag(opt::PrintPreview, false);
         frmEquipment* w = open("Hunter's Lance Mk I");
         QTest::mouseClick(w->cmdPrint, Qt::LeftButton);
         QCOMPARE(f.prompt().count(), 1);
-        QCOMPARE(f.prompt().last().style, int(vb::Exclamation));
-        QVERIFY(f.prompt().last().text.contains("printer"));
+        QVERIFY(f.prompt().last().kind == ScriptedPrompt::Kind::SaveFile);
+        QCOMPARE(f.prompt().last().extra, QString("Beam Hunter's Lance Mk I.pdf"));
+        QVERIFY(QDir(f.path()).entryList({"*.pdf"}).isEmpty());
     }
     void droppedBy() {
         frmEquipment* w =

@@ -1,6 +1,7 @@
 // vosk-makedb --create FILE | --sample FILE | --synthetic N FILE | --tree NODES ROOT FILE
 //             [--cycle] [--force]
 // Exit codes: 0 done, 1 bad arguments, 2 the file exists, 3 the database could not be written.
+#include "data/backup.h"
 #include "data/sampledata.h"
 #include "data/schema.h"
 #include "data/synthetic.h"
@@ -76,23 +77,24 @@ int main(int argc, char** argv) {
     }
     const QString file = args.takeFirst();
 
-    if (QFileInfo::exists(file)) {
-        if (!force) {
-            say(stderr,
-                QStringLiteral("vosk-makedb: \"%1\" already exists; use --force to replace it.").arg(file));
-            return FileExists;
-        }
-        if (!QFile::remove(file)) {
-            say(stderr, QStringLiteral("vosk-makedb: cannot remove the existing \"%1\".").arg(file));
-            return WriteFailed;
-        }
-    }
+    auto refuseExisting = [&file] {
+        say(stderr,
+            QStringLiteral("vosk-makedb: \"%1\" already exists; use --force to replace it.").arg(file));
+        return FileExists;
+    };
+    if (QFileInfo::exists(file) && !force)
+        return refuseExisting();
 
+    // The database is built under a temporary name beside the file and renamed into place only when
+    // complete: stopped at any moment, the tool leaves the file as it was (or absent), never a
+    // valid-looking but unfinished database. An existing file is replaced only by that rename.
+    const QString building = file + QStringLiteral(".making");
+    QFile::remove(building);
     QString error;
     bool ok = false;
     if (mode == QLatin1String("--synthetic")) {
         SyntheticCounts written;
-        ok = GenerateSynthetic(file, count, &error, &written);
+        ok = GenerateSynthetic(building, count, &error, &written);
         if (ok)
             say(stdout,
                 QStringLiteral("Wrote %1 equipment, %2 components, %3 raw materials, %4 items, %5 MOBs.")
@@ -102,17 +104,22 @@ int main(int argc, char** argv) {
                     .arg(written.items)
                     .arg(written.mobs));
     } else {
-        ok = CreateDatabase(file, &error);
+        ok = CreateDatabase(building, &error);
         if (ok && mode != QLatin1String("--create"))
-            ok = FillSampleData(file, &error);
+            ok = FillSampleData(building, &error);
         if (ok && mode == QLatin1String("--tree"))
-            ok = GenerateBuildTree(file, root, int(count), 4, &error);
+            ok = GenerateBuildTree(building, root, int(count), 4, &error);
     }
     if (ok && cycle)
-        ok = AddRecipeCycle(file, RecipeCycle(), &error);
+        ok = AddRecipeCycle(building, RecipeCycle(), &error);
+    if (ok && QFileInfo::exists(file) && !force) { // made by someone else meanwhile
+        QFile::remove(building);
+        return refuseExisting();
+    }
+    ok = ok && SyncFile(building, &error) && ReplaceFile(building, file, &error);
 
     if (!ok) {
-        QFile::remove(file); // never leave a half-made database behind
+        QFile::remove(building); // never leave a half-made database behind
         say(stderr, QStringLiteral("vosk-makedb: ") + error);
         return WriteFailed;
     }

@@ -1,0 +1,111 @@
+#include "editors/editorsave.h"
+
+#include "data/database.h"
+#include "data/errorreport.h"
+#include "editors/gridmodel.h"
+#include "editors/gridroutines.h"
+
+namespace {
+QString& lastDetails() {
+    static QString details;
+    return details;
+}
+
+std::function<void(const QString&, const QString&)>& savedHandler() {
+    static std::function<void(const QString&, const QString&)> handler;
+    return handler;
+}
+
+void rollBack() {
+    if (db().inTransaction())
+        db().rollbackTrans();
+}
+} // namespace
+
+SaveStep SaveStep::forGrid(const GridModel& grid, const QString& saveQuery, const QString& keyColumn,
+                           const QString& keyValue) {
+    SaveStep s;
+    s.grid = &grid;
+    s.saveQuery = saveQuery;
+    s.keyColumn = keyColumn;
+    s.keyValue = keyValue;
+    return s;
+}
+
+SaveStep SaveStep::forList(const QStringList& entries, const QString& loadedEntries, const QString& table,
+                           const QString& keyColumn, const QString& valueColumn, const QString& keyValue) {
+    SaveStep s;
+    s.entries = entries;
+    s.loadedEntries = loadedEntries;
+    s.table = table;
+    s.keyColumn = keyColumn;
+    s.valueColumn = valueColumn;
+    s.keyValue = keyValue;
+    return s;
+}
+
+bool SaveStep::changed() const {
+    return grid ? GridChanged(*grid) : JoinedEntries(entries) != loadedEntries;
+}
+
+bool SaveStep::write() const {
+    return grid ? SaveUBGrid(*grid, saveQuery, keyColumn, keyValue)
+                : UpdateList(entries, table, keyColumn, valueColumn, keyValue);
+}
+
+SaveResult RunSave(const SavePlan& plan) {
+    lastDetails().clear();
+    for (const SaveGrid& g : plan.validate)
+        if (!ValidateGrid(*g.grid, g.listName))
+            return SaveResult::Refused;
+    if (plan.checkInput && !plan.checkInput())
+        return SaveResult::Refused;
+
+    bool relations = false;
+    for (const SaveStep& step : plan.writes)
+        relations = relations || step.changed();
+
+    try {
+        db().beginTrans();
+        bool changed = plan.writeRecord ? plan.writeRecord(relations) : false;
+        for (const SaveStep& step : plan.writes) {
+            if (!step.changed())
+                continue;
+            if (!step.write()) {
+                rollBack();
+                return SaveResult::Failed;
+            }
+            changed = true;
+        }
+        if (plan.finish)
+            plan.finish(changed);
+        if (!changed) {
+            db().rollbackTrans();
+            return SaveResult::Unchanged;
+        }
+        db().commitTrans();
+        return SaveResult::Saved;
+    } catch (const VbError& e) {
+        lastDetails() = DescribeErrorRecords();
+        try {
+            rollBack();
+        } catch (const VbError&) {
+            // The report below is about the first failure; a failed rollback adds nothing to it.
+        }
+        ReportDBError(e, QStringLiteral("cmdSave_Click"), plan.container);
+        return SaveResult::Failed;
+    }
+}
+
+QString LastSaveErrorDetails() {
+    return lastDetails();
+}
+
+void setRecordSavedHandler(std::function<void(const QString& kind, const QString& name)> handler) {
+    savedHandler() = std::move(handler);
+}
+
+void RecordSaved(const QString& kind, const QString& name) {
+    if (savedHandler())
+        savedHandler()(kind, name);
+}

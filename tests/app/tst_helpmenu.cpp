@@ -1,0 +1,306 @@
+// The Help and Print menus of the main window over the sample database: the user guide and Read Me,
+// the about box, the bug report window (also after an error), and Print Filtered List to a PDF file.
+#include "app/aboutfacts.h"
+#include "app/frmabout.h"
+#include "app/frmhelp.h"
+#include "app/frmmain.h"
+#include "app/listtitle.h"
+#include "bugreport/frmbugsubmissions.h"
+#include "core/childwindows.h"
+#include "core/printjob.h"
+#include "core/programfolder.h"
+#include "core/scriptedprompt.h"
+#include "core/settings.h"
+#include "data/database.h"
+#include "data/errorreport.h"
+#include "data/recordset.h"
+#include "data/sampledata.h"
+#include "data/schema.h"
+#include "lists/frmprintlist.h"
+#include "lists/listmodel.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QComboBox>
+#include <QDir>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QRegularExpression>
+#include <QSettings>
+#include <QTableWidget>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTextBrowser>
+#include <QTimer>
+
+namespace {
+// Runs check on the modal dialog of type T once it is up, then lets it close.
+template <typename T> void whenModal(std::function<void(T*)> check) {
+    QTimer::singleShot(0, [check] {
+        if (auto* d = qobject_cast<T*>(QApplication::activeModalWidget()))
+            check(d);
+        else
+            QFAIL("the dialog did not come up");
+    });
+}
+
+QStringList links(const QString& htmlFile) {
+    QFile f(htmlFile);
+    if (!f.open(QIODevice::ReadOnly))
+        return {};
+    QStringList out;
+    const QRegularExpression href("href=\"([^\"#]+)\"");
+    for (auto m = href.globalMatch(QString::fromUtf8(f.readAll())); m.hasNext();)
+        out << m.next().captured(1);
+    return out;
+}
+} // namespace
+
+class TestHelpMenu : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void initTestCase() {
+        QVERIFY(m_dir.isValid());
+        for (auto format : {QSettings::NativeFormat, QSettings::IniFormat})
+            QSettings::setPath(format, QSettings::UserScope, m_dir.filePath("settings"));
+        setProgramFolder(m_dir.path());
+        QString error;
+        QVERIFY2(CreateDatabase(databasePath(), &error) && FillSampleData(databasePath(), &error),
+                 qPrintable(error));
+        db().open("Provider=VOSK.SQLite;Data Source=" + databasePath() + ";");
+        printjob::setPrinterCheck([] { return false; });
+    }
+    void init() {
+        DeleteAllSettings();
+        m_prompt.clear();
+        QDir(m_dir.filePath("help")).removeRecursively();
+        QFile::remove(ReadMePath());
+        m_main = std::make_unique<frmMain>();
+    }
+    void cleanup() {
+        CloseChildWindows();
+        m_main.reset();
+    }
+
+    // Every entry of these menus can be chosen.
+    void entriesAreEnabled() {
+        for (const char* name : {"mnuHelpHelp", "mnuHelpReadMe", "mnuHelpAbout", "mnuHelpSubmitBug",
+                                 "mnuPrintPrintFilteredList"}) {
+            QAction* a = m_main->menuEntry(name);
+            QVERIFY2(a && a->isEnabled(), name);
+        }
+    }
+
+    // The guide shipped by the build opens at its index, whose pages come in the guide's order; the
+    // pages link only to pages that exist, and links are followed inside the window.
+    void helpTopicsOpenTheGuide() {
+        QVERIFY(QDir().mkpath(m_dir.filePath("help")));
+        for (const QString& f : QDir(VOSK_HELP_DIR).entryList(QDir::Files))
+            QVERIFY(QFile::copy(QDir(VOSK_HELP_DIR).filePath(f), m_dir.filePath("help/" + f)));
+        const QStringList order = {"main.html",      "views.html",   "editors.html",    "records.html",
+                                   "options.html",   "game.html",    "maps.html",       "printing.html",
+                                   "bugreport.html", "planner.html", "commandline.html"};
+        QStringList pages = links(HelpIndexPath());
+        pages.removeAll("style.css");
+        QCOMPARE(pages, order);
+        for (const char* page :
+             {"main.html", "views.html", "printing.html", "bugreport.html", "commandline.html"})
+            for (const QString& link : links(m_dir.filePath(QString("help/") + page)))
+                QVERIFY2(order.contains(link) || QFile::exists(m_dir.filePath("help/" + link)),
+                         qPrintable(QString(page) + " -> " + link));
+
+        m_main->menuEntry("mnuHelpHelp")->trigger();
+        auto* help = qobject_cast<frmHelp*>(FindChildWindow("VOSK Help"));
+        QVERIFY(help);
+        QCOMPARE(help->txtPage->source(), QUrl::fromLocalFile(HelpIndexPath()));
+        QVERIFY(help->txtPage->toPlainText().contains("VOSK user guide"));
+        Q_EMIT help->txtPage->anchorClicked(QUrl("printing.html"));
+        QVERIFY(help->txtPage->toPlainText().contains("Without a printer"));
+        QVERIFY(help->cmdBack->isEnabled());
+        help->cmdContents->click();
+        QCOMPARE(help->txtPage->source(), QUrl::fromLocalFile(HelpIndexPath()));
+        m_main->menuEntry("mnuHelpHelp")->trigger(); // brought forward, not opened twice
+        QCOMPARE(m_prompt.count(), 0);
+    }
+
+    void readMeAndMissingFiles() {
+        m_main->menuEntry("mnuHelpHelp")->trigger();
+        QCOMPARE(m_prompt.count(), 1);
+        QVERIFY(m_prompt.last().text.contains("index.html") && m_prompt.last().text.contains("missing"));
+        QVERIFY(!FindChildWindow("VOSK Help"));
+
+        QVERIFY(QFile::copy(VOSK_README, ReadMePath()));
+        m_main->menuEntry("mnuHelpReadMe")->trigger();
+        auto* readMe = qobject_cast<frmHelp*>(FindChildWindow("VOSK Read Me"));
+        QVERIFY(readMe);
+        QVERIFY(readMe->txtPage->toPlainText().contains("Velmora"));
+        QVERIFY(!readMe->txtPage->toPlainText().contains("## ")); // shown as a document, not as its source
+    }
+
+    void aboutShowsTheFacts() {
+        const AboutFacts f = GatherAboutFacts();
+        QCOMPARE(f.databasePath, QDir::toNativeSeparators(databasePath()));
+        QCOMPARE(f.counts.size(), 8);
+        Recordset rs;
+        rs.open("SELECT COUNT(*) FROM EQUIPMENTS");
+        QCOMPARE(f.counts.first().kind, QString("Equipment"));
+        QCOMPARE(f.counts.first().count, rs.intValue(0));
+        rs.close();
+        for (const RecordCount& c : f.counts)
+            QVERIFY2(c.count >= 0, qPrintable(c.kind));
+        bool shown = false;
+        whenModal<frmAbout>([&](frmAbout* about) {
+            shown = about->lblTitle->text().startsWith("VOSK v" + f.version) &&
+                    about->lblDatabase->text().contains(f.databasePath) &&
+                    about->lstCounts->item(0, 1)->text() ==
+                        QLocale(QLocale::English).toString(f.counts[0].count) &&
+                    about->lblVersions->text().contains(qVersion()) &&
+                    about->lblVersions->text().contains(f.sqliteVersion) &&
+                    about->txtLicence->toPlainText().startsWith("MIT License");
+            about->accept();
+        });
+        m_main->menuEntry("mnuHelpAbout")->trigger();
+        QVERIFY(shown);
+    }
+
+    // Submit a Bug opens the window; a run-time error opens it only with "ReportErrorMessages" on.
+    void bugWindowFromMenuAndErrors() {
+        m_main->menuEntry("mnuHelpSubmitBug")->trigger();
+        auto* bug = qobject_cast<frmBugSubmissions*>(FindChildWindow("Submit a Bug"));
+        QVERIFY(bug && bug->isVisible() && bug->txtDescription->toPlainText().isEmpty());
+        bug->close();
+        QTRY_VERIFY(!FindChildWindow("Submit a Bug"));
+
+        ReportDBError(VbError(91, "Object variable not set"), "cmdSave_Click", "Form frmAddEquip");
+        QVERIFY(!FindChildWindow("Submit a Bug"));
+        opt::saveFlag(opt::ReportErrorMessages, true);
+        ReportDBError(VbError(91, "Object variable not set"), "cmdSave_Click", "Form frmAddEquip");
+        bug = qobject_cast<frmBugSubmissions*>(FindChildWindow("Submit a Bug"));
+        QVERIFY(bug);
+        QCOMPARE(bug->txtDescription->toPlainText(),
+                 QString("Object variable not set >procedure cmdSave_Click of Form frmAddEquip"));
+        QCOMPARE(bug->txtErrorCodes->text(), QString("91"));
+        QCOMPARE(bug->parentWidget(), static_cast<QWidget*>(m_main.get()));
+    }
+
+    // The list as filtered and sorted, with the columns the list shows, in its order, to a PDF file
+    // the user chose; the choice is remembered for the category.
+    void printFilteredList() {
+        QComboBox* level = m_main->cmbLevel;
+        level->setCurrentIndex(level->findText("12"));
+        const int rows = m_main->model()->rowCount();
+        QVERIFY(rows > 0);
+        QTemporaryDir out;
+        m_prompt.queueText(out.filePath("equipment"));
+        QStringList offered;
+        QString subtitle;
+        whenModal<frmPrintList>([&](frmPrintList* d) {
+            for (int i = 0; i < d->lstColumns->count(); ++i)
+                if (d->lstColumns->item(i)->checkState() == Qt::Checked)
+                    offered << d->lstColumns->item(i)->text();
+            subtitle = d->txtSubtitle->text();
+            d->cmdPrint->click();
+        });
+        m_main->menuEntry("mnuPrintPrintFilteredList")->trigger();
+        QCOMPARE(subtitle, QString("Level: 12"));
+        QCOMPARE(offered.first(), m_main->model()->headerData(0, Qt::Horizontal).toString());
+        QVERIFY(!offered.contains("Ticked"));
+        QCOMPARE(m_prompt.last().kind, ScriptedPrompt::Kind::SaveFile);
+        QCOMPARE(m_prompt.last().extra, QString("Equipment.pdf"));
+        QFile pdf(out.filePath("equipment.pdf"));
+        QVERIFY(pdf.open(QIODevice::ReadOnly) && pdf.readAll().startsWith("%PDF"));
+        QVERIFY(!GetSetting("PrintList", "Equipment/Columns").isEmpty());
+
+        // An empty list is not printed.
+        level->setCurrentIndex(level->findText("All"));
+        m_main->cmbChecked->setCurrentIndex(m_main->cmbChecked->findText("Checked"));
+        db().execute("UPDATE EQUIPMENTS SET CHECK = FALSE");
+        m_main->RefreshGrid();
+        QCOMPARE(m_main->model()->rowCount(), 0);
+        m_prompt.clear();
+        m_main->menuEntry("mnuPrintPrintFilteredList")->trigger();
+        QCOMPARE(m_prompt.count(), 1);
+        QVERIFY(m_prompt.last().text.startsWith("The list is empty"));
+    }
+
+    void filterTitles_data() {
+        QTest::addColumn<QString>("equipType");
+        QTest::addColumn<QString>("compType");
+        QTest::addColumn<QString>("subType");
+        QTest::addColumn<QString>("level");
+        QTest::addColumn<QString>("band");
+        QTest::addColumn<QString>("race");
+        QTest::addColumn<QString>("checked");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("nothing filtered") << "All"
+                                          << "All"
+                                          << "All"
+                                          << "All"
+                                          << "All"
+                                          << "All"
+                                          << "All"
+                                          << "";
+        QTest::newRow("equipment") << "Beam"
+                                   << "All"
+                                   << "All"
+                                   << "12"
+                                   << "All"
+                                   << "Terran"
+                                   << "Checked"
+                                   << "Type: Beam, Level: 12, Class: Terran, Checked only";
+        QTest::newRow("components") << "All"
+                                    << "Hull"
+                                    << "Plating"
+                                    << "All"
+                                    << "All"
+                                    << "All"
+                                    << "Not Checked"
+                                    << "Type: Hull, Subtype: Plating, Not checked only";
+        QTest::newRow("no subtype") << "All"
+                                    << "Hull"
+                                    << "N/A"
+                                    << "All"
+                                    << "All"
+                                    << "All"
+                                    << "All"
+                                    << "Type: Hull";
+        QTest::newRow("MOBs") << "All"
+                              << "All"
+                              << "All"
+                              << "All"
+                              << "46-50"
+                              << "All"
+                              << "All"
+                              << "Combat level: 46-50";
+    }
+    void filterTitles() {
+        ListFilters f;
+        QFETCH(QString, equipType);
+        QFETCH(QString, compType);
+        QFETCH(QString, subType);
+        QFETCH(QString, level);
+        QFETCH(QString, band);
+        QFETCH(QString, race);
+        QFETCH(QString, checked);
+        QFETCH(QString, text);
+        f.equipType = equipType;
+        f.compType = compType;
+        f.subType = subType;
+        f.level = level;
+        f.combatBand = band;
+        f.race = race;
+        f.checked = checked;
+        QCOMPARE(ListFilterText(f), text);
+    }
+
+private:
+    QTemporaryDir m_dir;
+    ScriptedPrompt m_prompt;
+    std::unique_ptr<frmMain> m_main;
+};
+
+QTEST_MAIN(TestHelpMenu)
+#include "tst_helpmenu.moc"

@@ -1,0 +1,213 @@
+// The property list without its widget: editors and limits from the column kinds, the checks of a
+// typed value, the changed flag, help texts and writing the changed rows (a cleared value as NULL).
+#include "core/inifile.h"
+#include "core/programfolder.h"
+#include "data/recordset.h"
+#include "editors/propertylist.h"
+#include "viewsfixture.h"
+
+#include <QTest>
+
+namespace {
+const QString Beam = "SELECT * FROM EQUIPMENTS INNER JOIN WEAPON_STATS ON EQUIPMENTS.EQUIPMENT_NAME = "
+                     "WEAPON_STATS.EQUIPMENT_NAME WHERE EQUIPMENTS.EQUIPMENT_NAME = '";
+} // namespace
+
+class TestPropertyList : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void init() {
+        QString e;
+        QVERIFY2(f.setUp(true, &e), qPrintable(e));
+        m_name = f.scalar("SELECT EQUIPMENT_NAME FROM WEAPON_STATS ORDER BY EQUIPMENT_NAME").toString();
+    }
+    void cleanup() { f.tearDown(); }
+
+    void fieldsTakeTheirEditorFromTheColumn_data() {
+        QTest::addColumn<QString>("field");
+        QTest::addColumn<int>("editor");
+        QTest::addColumn<QString>("good");
+        QTest::addColumn<QString>("bad");
+        QTest::newRow("32-bit whole") << "LVL" << int(PropertyEditor::Whole) << "-2147483648"
+                                      << "2147483648";
+        QTest::newRow("16-bit whole") << "QUALITY" << int(PropertyEditor::Whole) << "32767"
+                                      << "32768";
+        QTest::newRow("whole, not a number") << "PRICE" << int(PropertyEditor::Whole) << "+12"
+                                             << "12.5";
+        QTest::newRow("double") << "DELAY" << int(PropertyEditor::Decimal) << "-0.25"
+                                << "fast";
+        QTest::newRow("yes/no") << "UNIQUE_FLAG" << int(PropertyEditor::YesNo) << "true"
+                                << "maybe";
+        QTest::newRow("date") << "LAST_UPDATED" << int(PropertyEditor::Date) << "2026-02-28"
+                              << "2026-02-30";
+        QTest::newRow("text of 100") << "MANUFACTURER" << int(PropertyEditor::Text) << QString(100, 'x')
+                                     << QString(101, 'x');
+        QTest::newRow("memo") << "COMMENTS" << int(PropertyEditor::Text) << QString(5000, 'x') << "";
+    }
+    void fieldsTakeTheirEditorFromTheColumn() {
+        QFETCH(QString, field);
+        QFETCH(int, editor);
+        QFETCH(QString, good);
+        QFETCH(QString, bad);
+        Recordset rs;
+        rs.open(Beam + m_name + "'");
+        PropertyList p;
+        p.addCategory("General", "General");
+        p.addField("General", rs, field);
+        const int i = p.indexOf(field);
+        QCOMPARE(int(p.at(i).editor), editor);
+        QCOMPARE(p.checkValue(i, good), QString());
+        QCOMPARE(p.checkValue(i, ""), QString()); // every value may be cleared
+        if (!bad.isEmpty())
+            QVERIFY(!p.checkValue(i, bad).isEmpty());
+        QVERIFY(!p.at(i).changed());
+    }
+
+    void editsSetTheChangedFlagAndKeepTheChoicesSpelling() {
+        Recordset rs;
+        rs.open(Beam + m_name + "'");
+        PropertyList p;
+        p.addCategory("General", "General");
+        p.addField("General", rs, "LVL");
+        p.addField("General", rs, "UNIQUE_FLAG");
+        p.addField("General", rs, "LAST_UPDATED");
+        PropertyRow& type = p.addField("General", rs, "TYPE");
+        type.editor = PropertyEditor::Choice;
+        type.choices = {"Beam", "Missile"};
+        p.addCategory("Other", "Other");
+        p.addField("Other", rs, "MANUFACTURER").readOnly = true;
+        // Category rows stay first in their group; a row added later joins its own group.
+        p.addField("General", rs, "PRICE");
+        QCOMPARE(p.indexOf("PRICE"), 5);
+        QVERIFY(p.at(0).isCategory() && !p.at(0).changed());
+
+        QList<int> told;
+        p.onChanged = [&told](int i) { told << i; };
+        const QString level = p.value("LVL");
+        QVERIFY(p.setValue("LVL", QString::number(level.toInt() + 1)));
+        QVERIFY(p.row("LVL")->changed());
+        QVERIFY(p.setValue("LVL", level)); // back to what was read: unchanged again
+        QVERIFY(!p.row("LVL")->changed());
+        QCOMPARE(told, QList<int>({1, 1}));
+        QVERIFY(p.setValue("UNIQUE_FLAG", "TRUE"));
+        QCOMPARE(p.value("UNIQUE_FLAG"), QString("Yes"));
+        QVERIFY(p.setValue("TYPE", "missile"));
+        QCOMPARE(p.value("TYPE"), QString("Missile"));
+        QVERIFY(!p.setValue("TYPE", "Torpedo"));
+        QVERIFY(p.setValue("LAST_UPDATED", "2026-03-01"));
+        QCOMPARE(p.value("LAST_UPDATED"), QString("2026-03-01 00:00:00"));
+        QVERIFY(!p.setValue("MANUFACTURER", "Anyone")); // read-only
+        QCOMPARE(p.changedKeys(), QStringList({"UNIQUE_FLAG", "LAST_UPDATED", "TYPE"}));
+        p.markSaved();
+        QVERIFY(!p.anyChanged());
+    }
+
+    void helpTextCarriesTheSuffixes_data() {
+        QTest::addColumn<bool>("ranged");
+        QTest::addColumn<bool>("readOnly");
+        QTest::addColumn<QString>("defaultValue");
+        QTest::addColumn<QString>("help");
+        QTest::newRow("plain") << false << false << ""
+                               << "How good the Heavy Beam is.";
+        QTest::newRow("range") << true << false << ""
+                               << "How good the Heavy Beam is. (Valid Range: 1 to 100)";
+        QTest::newRow("all three")
+            << true << true << "100"
+            << "How good the Heavy Beam is. (Valid Range: 1 to 100) (Read Only) (Default: "
+               "100)";
+    }
+    void helpTextCarriesTheSuffixes() {
+        QFETCH(bool, ranged);
+        QFETCH(bool, readOnly);
+        QFETCH(QString, defaultValue);
+        QFETCH(QString, help);
+        QVERIFY(WriteIni(programFolder() + "/VOSK.ini", "EDIT_EQUIPMENT", "QUALITY", "How good the ### is."));
+        PropertyList p;
+        PropertyRow& r = p.addRow("General", "QUALITY", "Quality", PropertyEditor::Whole);
+        r.ranged = ranged;
+        r.minimum = 1;
+        r.maximum = 100;
+        r.readOnly = readOnly;
+        r.defaultValue = defaultValue;
+        p.buildHelp("EDIT_EQUIPMENT", "Heavy Beam");
+        QCOMPARE(p.at(0).help, help);
+        if (ranged)
+            QVERIFY(!p.checkValue(0, "101").isEmpty() || readOnly);
+    }
+
+    void writeChangedStoresNullForAClearedValue() {
+        QVERIFY2(
+            f.exec(
+                {"UPDATE EQUIPMENTS SET MANUFACTURER = 'Kessel Works', QUALITY = 80 WHERE EQUIPMENT_NAME = '" +
+                 m_name + "'"},
+                &m_error),
+            qPrintable(m_error));
+        Recordset rs;
+        rs.open(Beam + m_name + "'", db(), Recordset::Dynamic);
+        PropertyList p;
+        for (const char* field : {"MANUFACTURER", "QUALITY", "COMMENTS", "EQUIPMENTS.TYPE", "DELAY"})
+            p.addField("General", rs, field);
+        QVERIFY(p.setValue("MANUFACTURER", ""));
+        QVERIFY(p.setValue("DELAY", "2,5") || p.setValue("DELAY", "2.5"));
+        QVERIFY(p.setValue("EQUIPMENTS.TYPE", "Laser")); // left out by the skip rule below
+        QVERIFY(p.writeChanged(rs, [](const QString& key) { return key == "EQUIPMENTS.TYPE"; }));
+        rs.update();
+        QVERIFY(
+            f.scalar("SELECT MANUFACTURER FROM EQUIPMENTS WHERE EQUIPMENT_NAME = '" + m_name + "'").isNull());
+        QCOMPARE(f.scalar("SELECT QUALITY FROM EQUIPMENTS WHERE EQUIPMENT_NAME = '" + m_name + "'").toInt(),
+                 80);
+        QCOMPARE(
+            f.scalar("SELECT DELAY FROM WEAPON_STATS WHERE EQUIPMENT_NAME = '" + m_name + "'").toDouble(),
+            2.5);
+        QVERIFY(f.scalar("SELECT TYPE FROM EQUIPMENTS WHERE EQUIPMENT_NAME = '" + m_name + "'").toString() !=
+                "Laser");
+        // Nothing changed: nothing written.
+        PropertyList same;
+        same.addField("General", rs, "QUALITY");
+        QVERIFY(!same.writeChanged(rs));
+    }
+
+    void defaultsOfANewRecordAreChanges() {
+        Recordset rs;
+        rs.open(Beam + "Nothing Here'");
+        QVERIFY(rs.eof());
+        PropertyList p;
+        p.addField("General", rs, "QUALITY").defaultValue = "100";
+        p.addField("General", rs, "LVL");
+        QCOMPARE(p.value("QUALITY"), QString());
+        p.applyDefaults();
+        QCOMPARE(p.value("QUALITY"), QString("100"));
+        QCOMPARE(p.changedKeys(), QStringList({"QUALITY"}));
+    }
+
+    void priceWords_data() {
+        QTest::addColumn<int>("kind");
+        QTest::addColumn<QString>("value");
+        QTest::addColumn<QString>("shown");
+        QTest::newRow("loot only") << int(PriceWords::Price) << "-1"
+                                   << "Loot Only";
+        QTest::newRow("not manufacturable") << int(PriceWords::Cost) << "-7"
+                                            << "Not Manufacturable";
+        QTest::newRow("no price words") << int(PriceWords::None) << "-1"
+                                        << "-1";
+        QTest::newRow("empty") << int(PriceWords::Price) << ""
+                               << "";
+    }
+    void priceWords() {
+        QFETCH(int, kind);
+        QFETCH(QString, value);
+        QFETCH(QString, shown);
+        QCOMPARE(PriceDisplay(value, PriceWords(kind)), shown);
+        // Every word the pop-up menu offers writes a number that reads back as that word.
+        for (const auto& choice : PriceChoices(PriceWords(kind)))
+            QCOMPARE(PriceDisplay(choice.second, PriceWords(kind)), choice.first);
+    }
+
+private:
+    ViewsFixture f;
+    QString m_name;
+    QString m_error;
+};
+
+QTEST_GUILESS_MAIN(TestPropertyList)
+#include "tst_propertylist.moc"
