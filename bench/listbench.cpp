@@ -10,6 +10,7 @@
 
 #include <QDir>
 #include <QElapsedTimer>
+#include <QFile>
 #include <QFileInfo>
 
 #include <sqlite3.h>
@@ -22,11 +23,30 @@ QString treeRoot() {
     return QStringLiteral("Bench Tree Engine");
 }
 
+namespace {
+// A file made by an earlier build compares names by other rules: it is made again.
+bool hasCurrentSchema(const QString& file) {
+    sqlite3* h = nullptr;
+    sqlite3_stmt* st = nullptr;
+    bool current = false;
+    if (sqlite3_open_v2(QFile::encodeName(file).constData(), &h, SQLITE_OPEN_READONLY, nullptr) ==
+            SQLITE_OK &&
+        sqlite3_prepare_v2(h, "SELECT COUNT(*) FROM sqlite_master WHERE sql LIKE '%COLLATE VOSK_NOCASE%'", -1,
+                           &st, nullptr) == SQLITE_OK &&
+        sqlite3_step(st) == SQLITE_ROW)
+        current = sqlite3_column_int(st, 0) > 0;
+    sqlite3_finalize(st);
+    sqlite3_close(h);
+    return current;
+}
+} // namespace
+
 QString ensureDatabase(const QString& dir, qint64 rows, bool withTree, QString* error) {
     QDir().mkpath(dir);
     const QString file = QDir(dir).filePath(QStringLiteral("synthetic-%1.vosk").arg(rows));
-    if (QFileInfo::exists(file))
+    if (QFileInfo::exists(file) && hasCurrentSchema(file))
         return file;
+    QFile::remove(file);
     QElapsedTimer t;
     t.start();
     const QString part = file + QStringLiteral(".part");

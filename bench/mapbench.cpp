@@ -7,6 +7,7 @@
 
 #include "data/database.h"
 #include "data/schema.h"
+#include "data/sqlfunctions.h"
 #include "maps/ctlmap.h"
 
 #include <QDir>
@@ -42,6 +43,7 @@ QString ensureMapDatabase(const QString& dir, QString* error) {
         return QString();
     sqlite3* db = nullptr;
     sqlite3_open_v2(part.toUtf8().constData(), &db, SQLITE_OPEN_READWRITE, nullptr);
+    RegisterSqlFunctions(db);
     sqlite3_exec(db, "BEGIN", nullptr, nullptr, nullptr);
     sqlite3_stmt* st = nullptr;
     sqlite3_prepare_v2(

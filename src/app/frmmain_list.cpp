@@ -8,6 +8,7 @@
 #include "core/settings.h"
 #include "data/database.h"
 #include "data/errorreport.h"
+#include "data/quotes.h"
 #include "data/recordset.h"
 #include "lists/listmodel.h"
 #include "views/equiptypes.h"
@@ -115,7 +116,19 @@ void frmMain::lstItems_ItemCheck(int row, const QString& name, bool checked) {
         return;
     }
     try {
-        db().execute(sql);
+        // A name holding two quotes in a row (possible only in a file made before the database
+        // refused such names) would end its literal early and tick other rows.
+        if (!ValidName(name))
+            throw VbError(vberr::InvalidCall,
+                          QStringLiteral("The tick was not stored: the name \"%1\" holds two single quotes "
+                                         "in a row.")
+                              .arg(name));
+        // A row that no longer matches its record (deleted or renamed elsewhere, or a name the
+        // database cannot compare) stores nothing: that is a failed tick, not a silent one.
+        if (db().execute(sql) == 0)
+            throw VbError(
+                vberr::NoCurrentRecord,
+                QStringLiteral("The tick was not stored: no record named \"%1\" was found.").arg(name));
     } catch (const VbError& e) {
         // The box goes back so that the list never shows a tick the database does not hold.
         d->model->setChecked(row, !checked);

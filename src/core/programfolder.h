@@ -8,7 +8,7 @@ void setProgramFolder(const QString& folder);
 // Reads --folder <dir> (or --folder=<dir>) from the arguments, else VOSK_HOME, else the executable's folder.
 void initProgramFolder(const QStringList& arguments);
 
-// The database path as the program has always built it: folder, separator, "data.vosk".
+// The database path: folder, the platform's separator, "data.vosk".
 QString databasePath();
 QString iniPath();      // "VOSK.ini" in the program folder
 QString errorLogPath(); // program folder + "/errors.log"

@@ -4,7 +4,7 @@
 #include <QString>
 
 namespace vb {
-// Button and icon codes of a message box, added together as the callers always did.
+// Button and icon codes of a message box; callers add a button code and an icon code together.
 enum MsgBoxStyle : int {
     OKOnly = 0,
     OKCancel = 1,

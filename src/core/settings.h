@@ -1,6 +1,6 @@
 #pragma once
-// The per-user settings store (application "VOSK"), reached the way the program always reached it:
-// get, save and delete a setting by section and key. Every option with its default is in one table.
+// The per-user settings store (application "VOSK"): get, save and delete a setting by section and
+// key. Every option with its default is in one table.
 #include <QString>
 #include <QVariant>
 

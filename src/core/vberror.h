@@ -14,11 +14,15 @@ struct VbError : std::runtime_error {
 
 // Run-time error numbers the program raises itself.
 namespace vberr {
+constexpr long InvalidCall = 5; // invalid procedure call or argument
 constexpr long OutOfStackSpace = 28;
 constexpr long FileNotFound = 53;
 constexpr long PermissionDenied = 70;
 constexpr long PathNotFound = 76;
 constexpr long InvalidUseOfNull = 94;
 constexpr long ObjectRequired = 424;
-constexpr long CancelError = 32755; // a common dialog cancelled where cancelling is an error
+constexpr long NoCurrentRecord = 3021; // reading where there is no current row
+constexpr long ItemNotFound = 3265;    // no field of that name or position
+constexpr long ObjectClosed = 3704;    // a result set used while closed
+constexpr long CancelError = 32755;    // a common dialog cancelled where cancelling is an error
 } // namespace vberr

@@ -7,6 +7,7 @@
 #include "data/database.h"
 #include "data/errorreport.h"
 #include "data/schema.h"
+#include "data/sqlfunctions.h"
 
 #include <QDir>
 #include <QFile>
@@ -84,6 +85,8 @@ QVariant scalar(sqlite3* h, const char* sql, QString* error) {
 }
 
 QString checkOpenFile(sqlite3* h) {
+    // The integrity check runs the name columns' checks and compares by their collation.
+    RegisterSqlFunctions(h);
     QString error;
     const QVariant integrity = scalar(h, "PRAGMA integrity_check", &error);
     if (!error.isEmpty())

@@ -1,6 +1,7 @@
 #include "data/database.h"
 
 #include "data/schema.h"
+#include "data/sqlfunctions.h"
 #include "data/sqltranslate.h"
 
 #include <QFile>
@@ -8,6 +9,7 @@
 #include <QHash>
 #include <QRegularExpression>
 #include <sqlite3.h>
+#include <unordered_map>
 
 // Prepared statements by their SQLite text. A statement handed out is not in its free list, so a
 // reader that runs the same query inside its own loop (the build trees) gets a second one.
@@ -17,7 +19,7 @@ struct Database::Pool {
         QList<sqlite3_stmt*> free;
         std::shared_ptr<void> data;
     };
-    QHash<QString, Shape*> shapes;
+    std::unordered_map<QString, std::unique_ptr<Shape>> shapes;
     QHash<sqlite3_stmt*, Shape*> owner;
     // The translation hands out the same shared text for the same shape, so its buffer finds the
     // shape without hashing the whole text. Each shape keeps its buffer alive, so an address here
@@ -28,24 +30,20 @@ struct Database::Pool {
     Shape* find(const QString& sql) {
         if (Shape* s = byBuffer.value(sql.constData()))
             return s;
-        Shape*& s = shapes[sql];
-        if (!s) {
-            s = new Shape{sql, {}, {}};
-        } else if (s->sql.constData() != sql.constData()) {
-            byBuffer.remove(s->sql.constData());
-            s->sql = sql;
+        std::unique_ptr<Shape>& slot = shapes[sql];
+        if (!slot) {
+            slot = std::make_unique<Shape>(Shape{sql, {}, {}});
+        } else if (slot->sql.constData() != sql.constData()) {
+            byBuffer.remove(slot->sql.constData());
+            slot->sql = sql;
         }
-        byBuffer.insert(s->sql.constData(), s);
-        return s;
+        byBuffer.insert(slot->sql.constData(), slot.get());
+        return slot.get();
     }
 
-    ~Pool() { qDeleteAll(shapes); }
-
-    // Too many distinct shapes (numbers written into the text make new ones): drop the idle ones.
-    void trim() {
-        if (idle < 512)
-            return;
-        for (Shape* s : std::as_const(shapes)) {
+    // Finalizes every statement not handed out; those still out are finalized when given back.
+    void finalizeIdle() {
+        for (const auto& [sql, s] : shapes) {
             for (sqlite3_stmt* st : std::as_const(s->free)) {
                 owner.remove(st);
                 sqlite3_finalize(st);
@@ -54,37 +52,17 @@ struct Database::Pool {
         }
         idle = 0;
     }
+
+    // Too many distinct shapes (numbers written into the text make new ones): drop the idle ones.
+    void trim() {
+        if (idle >= 512)
+            finalizeIdle();
+    }
 };
 
 namespace {
 
 constexpr const char* kSource = "VOSK SQLite Provider";
-
-// Jet's &: NULL joins as empty text, the whole is NULL only when every part is.
-void jetConcat(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
-    QByteArray out;
-    bool any = false;
-    for (int i = 0; i < argc; ++i) {
-        switch (sqlite3_value_type(argv[i])) {
-        case SQLITE_NULL:
-            continue;
-        case SQLITE_INTEGER:
-            out += QByteArray::number(sqlite3_value_int64(argv[i]));
-            break;
-        case SQLITE_FLOAT:
-            out += jetNumberText(sqlite3_value_double(argv[i])).toUtf8();
-            break;
-        default:
-            out.append(reinterpret_cast<const char*>(sqlite3_value_text(argv[i])),
-                       sqlite3_value_bytes(argv[i]));
-        }
-        any = true;
-    }
-    if (!any)
-        sqlite3_result_null(ctx);
-    else
-        sqlite3_result_text(ctx, out.constData(), int(out.size()), SQLITE_TRANSIENT);
-}
 
 QString sqlStateFor(int extended, const QString& message) {
     const int primary = extended & 0xff;
@@ -119,7 +97,7 @@ ErrorRecord Database::makeRecord(int extendedCode, const QString& message) {
     ErrorRecord r;
     const int primary = extendedCode & 0xff;
     // A name the engine cannot resolve, and a value of the wrong kind (the schema's INVALID_... checks),
-    // are what the old provider reported as a missing value.
+    // carry the missing-value number, which the reporter shows as "Invalid Values".
     const bool missing =
         message.startsWith(QLatin1String("no such column")) || primary == SQLITE_MISMATCH ||
         extendedCode == SQLITE_CONSTRAINT_DATATYPE ||
@@ -132,6 +110,8 @@ ErrorRecord Database::makeRecord(int extendedCode, const QString& message) {
     r.NativeError = extendedCode;
     return r;
 }
+
+Database::Database() = default;
 
 Database::~Database() {
     close();
@@ -168,8 +148,7 @@ void Database::open(const QString& connectionText) {
     }
     sqlite3_extended_result_codes(h, 1);
     sqlite3_busy_timeout(h, 2000);
-    sqlite3_create_function_v2(h, kJetConcat, -1, SQLITE_UTF8 | SQLITE_DETERMINISTIC, nullptr, jetConcat,
-                               nullptr, nullptr, nullptr);
+    RegisterSqlFunctions(h);
     // Reading the schema proves the file is readable as a database; it also says whether it uses
     // foreign keys, which SQLite enforces only when asked.
     sqlite3_stmt* st = nullptr;
@@ -192,7 +171,7 @@ void Database::open(const QString& connectionText) {
     // reads it; one that cannot take them (read-only) opens as it is.
     schema::EnsureAddedColumns(h);
     m_db = h;
-    m_pool = new Pool;
+    m_pool = std::make_unique<Pool>();
     m_connectionText = connectionText;
     m_file = file;
 }
@@ -202,12 +181,8 @@ void Database::close() {
         return;
     if (inTransaction())
         sqlite3_exec(m_db, "ROLLBACK", nullptr, nullptr, nullptr);
-    // Statements still held by open result sets are finalized when those release them.
-    for (Pool::Shape* s : std::as_const(m_pool->shapes))
-        for (sqlite3_stmt* st : std::as_const(s->free))
-            sqlite3_finalize(st);
-    delete m_pool;
-    m_pool = nullptr;
+    m_pool->finalizeIdle();
+    m_pool.reset();
     sqlite3_close_v2(m_db);
     m_db = nullptr;
     m_connectionText.clear();
@@ -235,10 +210,10 @@ void Database::fail(long number, long nativeError, const QString& sqlState, cons
     throw VbError(number, description);
 }
 
-sqlite3_stmt* Database::acquireShape(const QString& sqliteSql, const QStringList& params, bool quiet) {
+StatementLease Database::acquireShape(const QString& sqliteSql, const QStringList& params, bool quiet) {
     if (!m_db) {
         if (quiet)
-            return nullptr;
+            return {};
         raise(SQLITE_MISUSE, QStringLiteral("The database is not open."));
     }
     Pool::Shape* shape = m_pool->find(sqliteSql);
@@ -253,7 +228,7 @@ sqlite3_stmt* Database::acquireShape(const QString& sqliteSql, const QStringList
         if (rc != SQLITE_OK || !st) {
             sqlite3_finalize(st);
             if (quiet)
-                return nullptr;
+                return {};
             if (rc == SQLITE_OK) // only blanks or a comment: nothing to run
                 fail(hr::Fail, SQLITE_ERROR, QStringLiteral("42000"),
                      QStringLiteral("The SQL text holds no statement."));
@@ -261,23 +236,27 @@ sqlite3_stmt* Database::acquireShape(const QString& sqliteSql, const QStringList
         }
         m_pool->owner.insert(st, shape);
     }
+    StatementLease lease(this, st);
     for (int i = 0; i < params.size() && i < sqlite3_bind_parameter_count(st); ++i) {
         const QByteArray v = params.at(i).toUtf8();
         sqlite3_bind_text(st, i + 1, v.constData(), int(v.size()), SQLITE_TRANSIENT);
     }
-    return st;
+    return lease;
 }
 
-sqlite3_stmt* Database::acquire(const QString& sql) {
+StatementLease Database::acquire(const QString& sql) {
     const TranslatedSql t = TranslateSql(sql);
     if (!t.error.isEmpty())
-        fail(hr::Fail, SQLITE_ERROR, QStringLiteral("42000"), t.error);
+        fail(t.errorNumber, SQLITE_ERROR, t.sqlState, t.error);
     return acquireShape(t.sql, t.params);
 }
 
+void StatementLease::reset() {
+    if (m_stmt)
+        m_cn->release(std::exchange(m_stmt, nullptr));
+}
+
 void Database::release(sqlite3_stmt* stmt) {
-    if (!stmt)
-        return;
     Pool::Shape* shape = m_pool ? m_pool->owner.value(stmt) : nullptr;
     if (!shape) { // the connection was closed (or trimmed) while the statement was out
         sqlite3_finalize(stmt);
@@ -300,27 +279,23 @@ std::shared_ptr<void>& Database::shapeData(sqlite3_stmt* stmt) {
 }
 
 long Database::execute(const QString& sql) {
-    // A new command starts with an empty error collection, as the old provider did. The transaction
+    // A new command starts with an empty error collection. The transaction
     // calls keep it: save handlers roll back before they report what went wrong.
     m_errors.clear();
     return run(sql);
 }
 
 long Database::run(const QString& sql) {
-    sqlite3_stmt* st = acquire(sql);
+    const StatementLease st = acquire(sql);
+    // The engine keeps the count of the last INSERT, UPDATE or DELETE, whichever statement ran last;
+    // only a statement that changed rows itself reports a count.
+    const sqlite3_int64 before = sqlite3_total_changes64(m_db);
     int rc;
-    while ((rc = sqlite3_step(st)) == SQLITE_ROW) {
+    while ((rc = sqlite3_step(st.get())) == SQLITE_ROW) {
     }
-    if (rc != SQLITE_DONE) {
-        const ErrorRecord r =
-            makeRecord(sqlite3_extended_errcode(m_db), QString::fromUtf8(sqlite3_errmsg(m_db)));
-        release(st);
-        m_errors = {r};
-        throw VbError(r.Number, r.Description);
-    }
-    const long changed = sqlite3_stmt_readonly(st) ? 0 : long(sqlite3_changes(m_db));
-    release(st);
-    return changed;
+    if (rc != SQLITE_DONE)
+        raise(rc);
+    return sqlite3_total_changes64(m_db) == before ? 0 : long(sqlite3_changes64(m_db));
 }
 
 bool Database::inTransaction() const {

@@ -3,11 +3,13 @@
 // joined with &, IIF, TRUE/FALSE, the column CHECK) and translated once for SQLite. One call runs one
 // statement: a second statement in the text is an error and is not run.
 #include "core/vberror.h"
+#include "data/hresult.h"
 
 #include <QList>
 #include <QString>
 #include <QStringList>
 #include <memory>
+#include <utility>
 
 struct sqlite3;
 struct sqlite3_stmt;
@@ -23,17 +25,43 @@ struct ErrorRecord {
     long HelpContext = 0;
 };
 
-// HRESULTs that the error records carry.
-namespace hr {
-constexpr long Fail = -2147467259;         // 0x80004005, any engine failure
-constexpr long MissingValue = -2147217904; // 0x80040E10, a name the engine cannot resolve to a column
-} // namespace hr
+class Database;
+
+// A pooled statement on loan from the connection. Whatever ends the lease (its scope, an exception,
+// reset()) gives the statement back: reset, its values unbound, ready for the next reader of the
+// same shape. A lease that outlives its connection's open state finalizes the statement instead.
+class StatementLease {
+public:
+    StatementLease() = default;
+    StatementLease(Database* cn, sqlite3_stmt* stmt) : m_cn(cn), m_stmt(stmt) {}
+    ~StatementLease() { reset(); }
+    StatementLease(StatementLease&& other) noexcept
+        : m_cn(other.m_cn), m_stmt(std::exchange(other.m_stmt, nullptr)) {}
+    StatementLease& operator=(StatementLease&& other) noexcept {
+        if (this != &other) {
+            reset();
+            m_cn = other.m_cn;
+            m_stmt = std::exchange(other.m_stmt, nullptr);
+        }
+        return *this;
+    }
+    StatementLease(const StatementLease&) = delete;
+    StatementLease& operator=(const StatementLease&) = delete;
+
+    sqlite3_stmt* get() const { return m_stmt; }
+    explicit operator bool() const { return m_stmt != nullptr; }
+    void reset(); // gives the statement back now
+
+private:
+    Database* m_cn = nullptr;
+    sqlite3_stmt* m_stmt = nullptr;
+};
 
 class Database {
 public:
     enum State { StateClosed = 0, StateOpen = 1 };
 
-    Database() = default;
+    Database();
     ~Database();
     Database(const Database&) = delete;
     Database& operator=(const Database&) = delete;
@@ -65,17 +93,16 @@ public:
 
     sqlite3* handle() const { return m_db; }
 
-    // For the recordsets: a prepared statement for the SQL with its literals bound, taken from a pool
-    // of statements of the same shape (so recursive readers reuse them). Throws VbError.
-    sqlite3_stmt* acquire(const QString& sql);
-    void release(sqlite3_stmt* stmt);
+    // The program's SQL translated (sqltranslate.h), prepared, its literals bound: a statement from a
+    // pool of statements of the same shape, so a reader that runs the same query inside its own loop
+    // gets a second one. Throws VbError.
+    StatementLease acquire(const QString& sql);
+    // For the engine's own SQLite text (already translated, ? for values): the same, bound with params
+    // when given. Throws VbError; with quiet set, returns an empty lease instead and records nothing.
+    StatementLease acquireShape(const QString& sqliteSql, const QStringList& params = {}, bool quiet = false);
 
     // Records the engine's last error as the error collection and throws it as a VbError.
     [[noreturn]] void raise(int code, const QString& context = QString());
-
-    // For the engine's own SQLite text (already translated, ? for values): a pooled statement, bound
-    // with params when given. Throws VbError; with quiet set, returns nullptr instead and records nothing.
-    sqlite3_stmt* acquireShape(const QString& sqliteSql, const QStringList& params = {}, bool quiet = false);
     // A slot kept with each prepared shape, where result sets keep what they learned of its columns.
     std::shared_ptr<void>& shapeData(sqlite3_stmt* stmt);
     // Records one error record of the engine's own making and throws it as a VbError.
@@ -85,13 +112,15 @@ public:
     static ErrorRecord makeRecord(int extendedCode, const QString& message);
 
 private:
+    friend class StatementLease;
+    void release(sqlite3_stmt* stmt);
     long run(const QString& sql);
     struct Pool;
     sqlite3* m_db = nullptr;
     QString m_connectionText;
     QString m_file;
     QList<ErrorRecord> m_errors;
-    Pool* m_pool = nullptr;
+    std::unique_ptr<Pool> m_pool;
 };
 
 // The shared connection of the program.

@@ -108,7 +108,7 @@ void ReportDBError(const std::exception& error, const QString& procedure, const 
         ReportDBError(*vb, procedure, container);
         return;
     }
-    ReportDBError(VbError(5, QString::fromLocal8Bit(error.what())), procedure, container);
+    ReportDBError(VbError(vberr::InvalidCall, QString::fromLocal8Bit(error.what())), procedure, container);
 }
 
 void setBugReportOpener(std::function<void(const QString& description, const QString& number)> f) {

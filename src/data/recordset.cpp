@@ -7,8 +7,20 @@
 #include <sqlite3.h>
 
 VbError NoCurrentRecord() {
-    return VbError(3021, QStringLiteral("Either BOF or EOF is True, or the current record has been deleted. "
-                                        "Requested operation requires a current record."));
+    return VbError(vberr::NoCurrentRecord,
+                   QStringLiteral("Either BOF or EOF is True, or the current record has been deleted. "
+                                  "Requested operation requires a current record."));
+}
+
+VbError ItemNotFound() {
+    return VbError(vberr::ItemNotFound,
+                   QStringLiteral("Item cannot be found in the collection corresponding to "
+                                  "the requested name or ordinal."));
+}
+
+VbError ObjectClosed() {
+    return VbError(vberr::ObjectClosed,
+                   QStringLiteral("Operation is not allowed when the object is closed."));
 }
 
 namespace {
@@ -17,8 +29,6 @@ struct ShapeColumns {
     QList<ColumnInfo> cols;
     QStringList tables;
 };
-
-constexpr long kItemNotFound = 3265;
 
 QString fromUtf8(const unsigned char* text, int bytes) {
     return QString::fromUtf8(reinterpret_cast<const char*>(text), bytes);
@@ -61,43 +71,42 @@ void Recordset::open(const QString& sql, Database& cn, CursorType cursor) {
     cn.clearErrors();
     const TranslatedSql t = TranslateSql(sql);
     if (!t.error.isEmpty())
-        cn.fail(hr::Fail, SQLITE_ERROR, QStringLiteral("42000"), t.error);
-    sqlite3_stmt* st = cn.acquireShape(t.sql, t.params);
-    d->cn = &cn; // open from here on; a failure above leaves the result set closed
-    const int count = sqlite3_column_count(st);
+        cn.fail(t.errorNumber, SQLITE_ERROR, t.sqlState, t.error);
+    StatementLease st = cn.acquireShape(t.sql, t.params);
+    const int count = sqlite3_column_count(st.get());
     // What the columns are depends on the shape only: learn it once per prepared shape.
-    std::shared_ptr<void>& known = cn.shapeData(st);
+    std::shared_ptr<void>& known = cn.shapeData(st.get());
     if (known) {
         const auto* shape = static_cast<const ShapeColumns*>(known.get());
         d->cols = shape->cols;
         d->tables = shape->tables;
     } else {
-        d->describe(st, count);
+        d->describe(st.get(), count);
         known = std::make_shared<ShapeColumns>(ShapeColumns{d->cols, d->tables});
     }
+    d->cn = &cn; // open from here on; a failure above leaves the result set closed
     if (cursor == ForwardOnly) {
-        d->stmt = st;
+        d->stmt = std::move(st);
         d->moved = false;
         d->atEnd = false;
         moveNextRaw();
-        kindsFromFirstRow(d->cols, d->atEnd ? nullptr : st, d->computed);
+        kindsFromFirstRow(d->cols, d->atEnd ? nullptr : d->stmt.get(), d->computed);
         return;
     }
     // Dynamic: read every row, with the rowid of each base table so changes can be written back.
-    sqlite3_stmt* rows = nullptr;
+    StatementLease withRowids;
     const int from = topLevelFrom(t.sql);
     if (!d->tables.isEmpty() && from > 0 && rowsAreTableRows(t.sql)) {
         QString withIds = t.sql.left(from).trimmed();
         for (int i = 0; i < d->tables.size(); ++i)
             withIds += QStringLiteral(", %1.rowid").arg(quoteIdentifier(d->tables[i]));
         withIds += u' ' + t.sql.mid(from);
-        rows = cn.acquireShape(withIds, t.params, true);
+        withRowids = cn.acquireShape(withIds, t.params, true);
     }
-    d->rowidsKnown = rows != nullptr;
-    if (rows)
-        cn.release(st);
-    else
-        rows = st;
+    d->rowidsKnown = bool(withRowids);
+    if (withRowids)
+        st = std::move(withRowids);
+    sqlite3_stmt* rows = st.get();
     int rc;
     while ((rc = sqlite3_step(rows)) == SQLITE_ROW) {
         if (d->rows.isEmpty())
@@ -116,21 +125,15 @@ void Recordset::open(const QString& sql, Database& cn, CursorType cursor) {
     if (d->rows.isEmpty())
         kindsFromFirstRow(d->cols, nullptr, d->computed);
     if (rc != SQLITE_DONE) {
-        const ErrorRecord r = Database::makeRecord(sqlite3_extended_errcode(cn.handle()),
-                                                   QString::fromUtf8(sqlite3_errmsg(cn.handle())));
-        cn.release(rows);
-        d->rows.clear();
-        d->rowids.clear();
-        d->cn = nullptr;
-        cn.fail(r.Number, r.NativeError, r.SQLState, r.Description);
+        close();
+        cn.raise(rc);
     }
-    cn.release(rows);
     d->pos = 0;
 }
 
 // Steps the live statement; a failed step is a database error like a failed open.
 void Recordset::moveNextRaw() {
-    const int rc = sqlite3_step(d->stmt);
+    const int rc = sqlite3_step(d->stmt.get());
     if (rc == SQLITE_ROW)
         return;
     d->atEnd = true;
@@ -142,16 +145,13 @@ void Recordset::moveNextRaw() {
         cn->fail(r.Number, r.NativeError, r.SQLState, r.Description);
     }
     // Past the last row the statement is of no more use: back to the pool for the next reader.
-    d->cn->release(d->stmt);
-    d->stmt = nullptr;
+    d->stmt.reset();
 }
 
 void Recordset::close() {
     if (!d || !d->cn)
         return;
-    if (d->stmt)
-        d->cn->release(d->stmt);
-    d->stmt = nullptr;
+    d->stmt.reset();
     d->cn = nullptr;
     // Assigning empty lists drops the shared column facts without copying them (clear() would).
     d->cols = {};
@@ -187,7 +187,7 @@ bool Recordset::bof() const {
 
 void Recordset::moveNext() {
     if (!isOpen())
-        throw VbError(3704, QStringLiteral("Operation is not allowed when the object is closed."));
+        throw ObjectClosed();
     if (d->cursor == ForwardOnly) {
         d->requireCurrent();
         d->moved = true;
@@ -195,7 +195,7 @@ void Recordset::moveNext() {
         return;
     }
     if (d->adding || !d->pending.isEmpty())
-        update(); // leaving a changed row saves it, as it always did
+        update(); // leaving a changed row saves it
     if (d->onDeleted) {
         d->onDeleted = false;
         return;
@@ -206,10 +206,10 @@ void Recordset::moveNext() {
 
 void Recordset::moveFirst() {
     if (!isOpen())
-        throw VbError(3704, QStringLiteral("Operation is not allowed when the object is closed."));
+        throw ObjectClosed();
     if (d->cursor == ForwardOnly) {
         if (d->moved)
-            d->cn->fail(-2147217884, SQLITE_MISUSE, QStringLiteral("HY109"),
+            d->cn->fail(hr::CantFetchBackwards, SQLITE_MISUSE, QStringLiteral("HY109"),
                         QStringLiteral("Rowset does not support fetching backward."));
         return;
     }
@@ -231,9 +231,7 @@ int Recordset::fieldCount() const {
 
 static const ColumnInfo& column(const Recordset::Impl* d, int i) {
     if (i < 0 || i >= d->cols.size())
-        throw VbError(kItemNotFound,
-                      QStringLiteral("Item cannot be found in the collection corresponding to the "
-                                     "requested name or ordinal."));
+        throw ItemNotFound();
     return d->cols[i];
 }
 
@@ -283,7 +281,7 @@ QVariant Recordset::value(int i) const {
     column(d.get(), i);
     d->requireCurrent();
     if (d->cursor == ForwardOnly)
-        return d->read(d->stmt, i);
+        return d->read(d->stmt.get(), i);
     const auto p = d->pending.constFind(i);
     if (p != d->pending.constEnd())
         return *p;
@@ -293,9 +291,7 @@ QVariant Recordset::value(int i) const {
 QVariant Recordset::value(const QString& name) const {
     const int i = fieldIndex(name);
     if (i < 0)
-        throw VbError(kItemNotFound,
-                      QStringLiteral("Item cannot be found in the collection corresponding to the "
-                                     "requested name or ordinal."));
+        throw ItemNotFound();
     return value(i);
 }
 
@@ -303,14 +299,14 @@ bool Recordset::isNull(int i) const {
     if (d->cursor == ForwardOnly) {
         column(d.get(), i);
         d->requireCurrent();
-        return sqlite3_column_type(d->stmt, i) == SQLITE_NULL;
+        return sqlite3_column_type(d->stmt.get(), i) == SQLITE_NULL;
     }
     return value(i).isNull();
 }
 
 int Recordset::storageClass(int i) const {
     if (d->cursor == ForwardOnly)
-        return sqlite3_column_type(d->stmt, i);
+        return sqlite3_column_type(d->stmt.get(), i);
     const QVariant v = value(i);
     if (v.isNull())
         return SQLITE_NULL;
@@ -327,25 +323,25 @@ int Recordset::storageClass(int i) const {
 }
 
 qint64 Recordset::intValue(int i) const {
-    return d->cursor == ForwardOnly ? sqlite3_column_int64(d->stmt, i) : value(i).toLongLong();
+    return d->cursor == ForwardOnly ? sqlite3_column_int64(d->stmt.get(), i) : value(i).toLongLong();
 }
 
 double Recordset::doubleValue(int i) const {
-    return d->cursor == ForwardOnly ? sqlite3_column_double(d->stmt, i) : value(i).toDouble();
+    return d->cursor == ForwardOnly ? sqlite3_column_double(d->stmt.get(), i) : value(i).toDouble();
 }
 
 QString Recordset::textValue(int i) const {
     if (d->cursor == ForwardOnly) {
-        const unsigned char* t = sqlite3_column_text(d->stmt, i);
-        return t ? fromUtf8(t, sqlite3_column_bytes(d->stmt, i)) : QString();
+        const unsigned char* t = sqlite3_column_text(d->stmt.get(), i);
+        return t ? fromUtf8(t, sqlite3_column_bytes(d->stmt.get(), i)) : QString();
     }
     return value(i).toString();
 }
 
 QByteArrayView Recordset::textUtf8(int i) const {
     if (d->cursor == ForwardOnly) {
-        const unsigned char* t = sqlite3_column_text(d->stmt, i);
-        return t ? QByteArrayView(reinterpret_cast<const char*>(t), sqlite3_column_bytes(d->stmt, i))
+        const unsigned char* t = sqlite3_column_text(d->stmt.get(), i);
+        return t ? QByteArrayView(reinterpret_cast<const char*>(t), sqlite3_column_bytes(d->stmt.get(), i))
                  : QByteArrayView();
     }
     d->utf8 = value(i).toString().toUtf8();

@@ -29,7 +29,7 @@ struct Recordset::Impl {
     QVarLengthArray<FieldKind, 32> computed; // computed columns' kinds, from this result's first row
 
     // ForwardOnly: the live statement, positioned on the current row.
-    sqlite3_stmt* stmt = nullptr;
+    StatementLease stmt;
     bool atEnd = true;
     bool moved = false; // left the first row
 
@@ -53,6 +53,10 @@ struct Recordset::Impl {
     void writeRow();
     void deleteRow();
 };
+
+// The run-time errors of asking for a field that is not there, and of using a closed result set.
+VbError ItemNotFound();
+VbError ObjectClosed();
 
 // The kind and defined size of a declared column type.
 FieldKind kindOfDeclared(const QString& declType, int* size);

@@ -57,17 +57,12 @@ void bindValue(sqlite3_stmt* st, int index, const QVariant& v) {
 
 // Runs one write statement of the engine's own making; throws the engine's error.
 void run(Database& cn, const QString& sql, const QList<QVariant>& values) {
-    sqlite3_stmt* st = cn.acquireShape(sql);
+    const StatementLease st = cn.acquireShape(sql);
     for (int i = 0; i < values.size(); ++i)
-        bindValue(st, i + 1, values[i]);
-    const int rc = sqlite3_step(st);
-    if (rc != SQLITE_DONE && rc != SQLITE_ROW) {
-        const ErrorRecord r = Database::makeRecord(sqlite3_extended_errcode(cn.handle()),
-                                                   QString::fromUtf8(sqlite3_errmsg(cn.handle())));
-        cn.release(st);
-        cn.fail(r.Number, r.NativeError, r.SQLState, r.Description);
-    }
-    cn.release(st);
+        bindValue(st.get(), i + 1, values[i]);
+    const int rc = sqlite3_step(st.get());
+    if (rc != SQLITE_DONE && rc != SQLITE_ROW)
+        cn.raise(rc);
 }
 
 } // namespace
@@ -77,6 +72,8 @@ QVariant Recordset::Impl::convert(int i, const QVariant& v) const {
     if (v.isNull() || !v.isValid())
         return QVariant();
     const bool isString = v.typeId() == QMetaType::QString || v.typeId() == QMetaType::QByteArray;
+    if (isString && !QStringView(v.toString()).isValidUtf16()) // a lone surrogate would be stored as "?"
+        mismatch(*cn, c, v);
     if (isString && v.toString().trimmed().isEmpty() &&
         (isNumeric(c.kind) || c.kind == FieldKind::Boolean || c.kind == FieldKind::Date))
         return QVariant();
@@ -134,9 +131,9 @@ QVariant Recordset::Impl::convert(int i, const QVariant& v) const {
 
 void Recordset::Impl::requireUpdatable() const {
     if (!cn)
-        throw VbError(3704, QStringLiteral("Operation is not allowed when the object is closed."));
+        throw ObjectClosed();
     if (cursor != Dynamic)
-        cn->fail(-2147217911, SQLITE_READONLY, QStringLiteral("HY000"),
+        cn->fail(hr::PermissionDenied, SQLITE_READONLY, QStringLiteral("HY000"),
                  QStringLiteral("The result set cannot be updated: it was opened forward-only."));
 }
 
@@ -151,20 +148,18 @@ void Recordset::addNew() {
 void Recordset::setValue(const QString& name, const QVariant& v) {
     const int i = fieldIndex(name);
     if (i < 0)
-        throw VbError(3265, QStringLiteral("Item cannot be found in the collection corresponding to the "
-                                           "requested name or ordinal."));
+        throw ItemNotFound();
     setValue(i, v);
 }
 
 void Recordset::setValue(int i, const QVariant& v) {
     d->requireUpdatable();
     if (i < 0 || i >= d->cols.size())
-        throw VbError(3265, QStringLiteral("Item cannot be found in the collection corresponding to the "
-                                           "requested name or ordinal."));
+        throw ItemNotFound();
     const ColumnInfo& c = d->cols.at(i);
     d->requireCurrent();
     if (c.baseColumn.isEmpty())
-        d->cn->fail(-2147217911, SQLITE_READONLY, QStringLiteral("HY000"),
+        d->cn->fail(hr::PermissionDenied, SQLITE_READONLY, QStringLiteral("HY000"),
                     QStringLiteral("The field %1 is computed and cannot be updated.").arg(c.name));
     d->pending.insert(i, d->convert(i, v));
 }
@@ -209,7 +204,7 @@ void Recordset::Impl::writeRow() {
     Database& db = *cn;
     if (!rowidsKnown && !(adding && tables.size() == 1))
         db.fail(
-            -2147217911, SQLITE_READONLY, QStringLiteral("HY000"),
+            hr::PermissionDenied, SQLITE_READONLY, QStringLiteral("HY000"),
             QStringLiteral("The result set cannot be updated: its rows cannot be traced to their tables."));
     // Per base table, in order of first appearance: its changed columns (one value per column).
     QList<QStringList> names(tables.size());
@@ -228,8 +223,8 @@ void Recordset::Impl::writeRow() {
             values[t].append(*p);
         }
     }
-    // A new row given no value at all is still a row: the first table gets one of its defaults (and
-    // refuses it when a required value is missing), as the old engine did.
+    // A new row given no value at all is still a row: the first table gets one of its defaults, or
+    // refuses it when a required value is missing.
     bool none = true;
     for (const QStringList& n : std::as_const(names))
         none = none && n.isEmpty();
@@ -247,7 +242,7 @@ void Recordset::Impl::writeRow() {
             const QString table = quoteIdentifier(tables[t]);
             if (adding || ids[t] == 0) {
                 if (!adding) // an outer join's missing side: there is no row to change
-                    db.fail(-2147217911, SQLITE_READONLY, QStringLiteral("HY000"),
+                    db.fail(hr::PermissionDenied, SQLITE_READONLY, QStringLiteral("HY000"),
                             QStringLiteral("The row of %1 for this record does not exist.").arg(tables[t]));
                 QStringList marks;
                 for (int k = 0; k < names[t].size(); ++k)
@@ -285,17 +280,16 @@ void Recordset::Impl::writeRow() {
                 wanted.append(quoteIdentifier(cols[i].baseColumn));
                 at.append(i);
             }
-        sqlite3_stmt* st =
+        const StatementLease st =
             db.acquireShape(QStringLiteral("SELECT %1 FROM %2 WHERE rowid = ?")
                                 .arg(wanted.join(QStringLiteral(", ")), quoteIdentifier(tables[t])),
                             {}, true);
         if (!st)
             continue;
-        sqlite3_bind_int64(st, 1, ids[t]);
-        if (sqlite3_step(st) == SQLITE_ROW)
+        sqlite3_bind_int64(st.get(), 1, ids[t]);
+        if (sqlite3_step(st.get()) == SQLITE_ROW)
             for (int k = 0; k < at.size(); ++k)
-                row[at[k]] = readAs(st, k, cols[at[k]].kind);
-        db.release(st);
+                row[at[k]] = readAs(st.get(), k, cols[at[k]].kind);
     }
     if (adding) {
         rows.append(row);
@@ -315,7 +309,7 @@ void Recordset::Impl::deleteRow() {
     Database& db = *cn;
     if (!rowidsKnown)
         db.fail(
-            -2147217911, SQLITE_READONLY, QStringLiteral("HY000"),
+            hr::PermissionDenied, SQLITE_READONLY, QStringLiteral("HY000"),
             QStringLiteral("The result set cannot be updated: its rows cannot be traced to their tables."));
     pending.clear();
     {

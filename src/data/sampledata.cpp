@@ -133,13 +133,6 @@ void addPlaces(SampleWorld& s) {
     s.w.insert("CHARACTERS", "CHARACTER_NAME", {QStringLiteral("Tamsin O'Dell")});
 }
 
-bool FillLookups(sqlite3* db, QString* error) {
-    RowWriter w(db);
-    w.begin();
-    addLookups(w);
-    return w.finish(error);
-}
-
 bool FillSampleData(sqlite3* db, QString* error) {
     RowWriter w(db);
     w.begin();

@@ -13,9 +13,6 @@ bool FillSampleData(sqlite3* db, QString* error = nullptr);
 // Opens an existing database file (made by CreateDatabase) and fills it.
 bool FillSampleData(const QString& path, QString* error = nullptr);
 
-// The lookup lists alone (also used by the synthetic generator).
-bool FillLookups(sqlite3* db, QString* error = nullptr);
-
 namespace sample {
 // Words of the ordered lists, in table order.
 extern const char* const DropFrequencies[5]; // "Very Rare" .. "Very Frequent"

@@ -4,6 +4,7 @@
 // which keeps the recipes free of cycles.
 #include "data/sampledata_writer.h"
 #include "data/schema.h"
+#include "data/sqlfunctions.h"
 
 #include <QDateTime>
 #include <QFile>
@@ -72,6 +73,7 @@ inline bool withDatabase(const QString& path, bool create, QString* error, Work 
         sqlite3_close(db);
         return false;
     }
+    RegisterSqlFunctions(db);
     const bool ok = work(db);
     sqlite3_close(db);
     if (!ok && create)

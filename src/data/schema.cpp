@@ -15,16 +15,25 @@ Column col(const QString& n, const QString& type, bool required = false) {
     return c;
 }
 
+Column name(const QString& n, const QString& type, bool required = false) {
+    Column c = col(n, type, required);
+    c.holdsName = true;
+    return c;
+}
+
 Column key(const QString& n) {
-    return col(n, QStringLiteral("VARCHAR(100)"), true);
+    return name(n, QStringLiteral("VARCHAR(100)"), true);
 }
 Column ref(const QString& n) {
-    return col(n, QStringLiteral("VARCHAR(100)"));
+    return name(n, QStringLiteral("VARCHAR(100)"));
 }
 Column lookupKey(const QString& n) {
-    return col(n, QStringLiteral("VARCHAR(50)"), true);
+    return name(n, QStringLiteral("VARCHAR(50)"), true);
 }
 Column word(const QString& n) {
+    return name(n, QStringLiteral("VARCHAR(50)"));
+}
+Column caption(const QString& n) {
     return col(n, QStringLiteral("VARCHAR(50)"));
 }
 Column shortText(const QString& n) {
@@ -155,7 +164,7 @@ QList<Table> buildTables() {
     t << lookup("LAUNCH_TYPES", {lookupKey("LAUNCH_TYPE")});
     Table amo = lookup("AMO_TYPES", {lookupKey("AMO_TYPE"), word("LAUNCH_TYPE")});
     t << amo;
-    t << lookup("MANUFACTURER", {col("MANUFACTURER_NAME", "VARCHAR(100)", true)});
+    t << lookup("MANUFACTURER", {name("MANUFACTURER_NAME", "VARCHAR(100)", true)});
     t << lookup("SPECIALS", {lookupKey("SPECIAL")});
     t << lookup("MOB_TYPES", {lookupKey("MOB_TYPE")});
     t << lookup("FACTIONS", {lookupKey("FACTION")});
@@ -166,8 +175,8 @@ QList<Table> buildTables() {
     // Database settings.
     t << Table{"DB_VERSION", {whole("VERSION")}, {}};
     t << Table{"DB_OPTIONS",
-               {yesNo("CUSTOM_FIELDS_ON"), word("FIELD_01_CAPTION"), word("FIELD_02_CAPTION"),
-                word("FIELD_03_CAPTION")},
+               {yesNo("CUSTOM_FIELDS_ON"), caption("FIELD_01_CAPTION"), caption("FIELD_02_CAPTION"),
+                caption("FIELD_03_CAPTION")},
                {}};
     return t;
 }
@@ -234,14 +243,6 @@ QStringList tableNames() {
     QStringList names;
     for (const Table& t : tables())
         names << t.name;
-    return names;
-}
-
-QStringList columnNames(const QString& table) {
-    QStringList names;
-    if (const Table* t = findTable(table))
-        for (const Column& c : t->columns)
-            names << c.name;
     return names;
 }
 

@@ -7,8 +7,12 @@
 // Constraint failures carry names that tell the error reporter which situation it is:
 //   TOO_LARGE_<table>_<column>  text longer than its size, number outside its 16/32-bit range
 //   EMPTY_<table>_<column>      a name or lookup value that is '' (NOT NULL covers a missing one)
-//   INVALID_<table>_<column>    a number column given text, a yes/no column given other than 0/1
-// Names and lookup values are unique without regard to case (a UNIQUE failure: duplicate record).
+//   INVALID_<table>_<column>    a number column given text, a yes/no column given other than 0/1;
+//                               a name column given two single quotes in a row (which FixQuotes
+//                               would take as quoted already), a blob, or bytes that are not UTF-8
+// Every text column compares with the collation VOSK_NOCASE (sqlfunctions.h), so a database file is
+// written only through connections that registered it. Names and lookup values are unique without
+// regard to case in that sense (a UNIQUE failure: duplicate record).
 // A lookup value that a record uses cannot be deleted or renamed: a trigger aborts with
 // "<LOOKUP> value is in use by <TABLE>".
 #include <QList>
@@ -23,8 +27,9 @@ constexpr int Version = 6;
 
 struct Column {
     QString name;
-    QString type;          // the declared type: "INTEGER", "VARCHAR(100)", "BOOLEAN", ...
-    bool required = false; // NOT NULL, never '' (record names, lookup values)
+    QString type;           // the declared type: "INTEGER", "VARCHAR(100)", "BOOLEAN", ...
+    bool required = false;  // NOT NULL, never '' (record names, lookup values)
+    bool holdsName = false; // a record name or lookup value: a name the program puts into SQL literals
 };
 
 struct Table {
@@ -39,7 +44,6 @@ struct Table {
 const QList<Table>& tables();
 const Table* findTable(const QString& name); // case-insensitive; nullptr when there is none
 QStringList tableNames();
-QStringList columnNames(const QString& table); // empty when there is no such table
 
 // Text size of a VARCHAR(n) column; 0 for any other type.
 int textSize(const QString& declaredType);
@@ -59,7 +63,8 @@ constexpr int NameSize = 100;   // record names and the relationship columns tha
 constexpr int LookupSize = 50;  // lookup values and the columns that hold them
 constexpr int CustomSize = 255; // the three custom equipment fields
 
-// Runs the DDL on an open, empty connection and writes the version row and the one options row.
+// Registers the SQL functions (sqlfunctions.h) on the connection, runs the DDL on it (open, empty)
+// and writes the version row and the one options row.
 // Returns false with a message in *error when a statement fails.
 bool CreateSchema(sqlite3* db, QString* error = nullptr);
 

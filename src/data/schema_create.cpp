@@ -1,6 +1,7 @@
 // The DDL of a new database, generated from the table list so that the constraint names follow one
 // pattern the error reporter can rely on. This is SQLite's own dialect, run directly.
 #include "data/schema.h"
+#include "data/sqlfunctions.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -33,12 +34,20 @@ QString columnDdl(const Table& table, const Column& c) {
     if (c.type == QLatin1String("BOOLEAN"))
         s += QStringLiteral(" DEFAULT 0");
     if (isTextType(c.type))
-        s += QStringLiteral(" COLLATE NOCASE");
+        s += QStringLiteral(" COLLATE ") + QLatin1String(kNoCaseCollation);
 
     if (const int n = textSize(c.type))
         s += QStringLiteral(" CONSTRAINT TOO_LARGE_%1 CHECK (length(%2) <= %3)").arg(tag, col).arg(n);
     if (c.required && isTextType(c.type))
         s += QStringLiteral(" CONSTRAINT EMPTY_%1 CHECK (%2 <> '')").arg(tag, col);
+    // A name comes back into SQL through FixQuotes, which leaves text holding '' as it is: such a
+    // name would end its literal early. Malformed UTF-8 and blobs never equal any text the program
+    // sends, so a tick or a lookup of them would find nothing.
+    if (c.holdsName)
+        s += QStringLiteral(
+                 " CONSTRAINT INVALID_%1 CHECK (typeof(%2) <> 'blob' AND instr(%2, char(39, 39)) = 0 AND "
+                 "%3(%2))")
+                 .arg(tag, col, QLatin1String(kValidUtf8Function));
     if (isWholeType(c.type)) {
         const bool small = c.type == QLatin1String("SMALLINT");
         // A fraction too big to become a whole number is still "too large", not "invalid".
@@ -202,6 +211,7 @@ bool EnsureAddedTables(sqlite3* db, QString* error) {
 }
 
 bool CreateSchema(sqlite3* db, QString* error) {
+    RegisterSqlFunctions(db);
     QStringList statements;
     for (const Table& t : tables())
         statements << tableDdl(t);

@@ -60,6 +60,8 @@ public:
 
     TranslatedSql run() {
         TranslatedSql r;
+        if (refuse(r))
+            return r;
         int end = int(m_t.size());
         for (int i = 0; i < end; ++i) {
             if (m_t[i].kind != Tok::Semi)
@@ -81,6 +83,33 @@ public:
     }
 
 private:
+    // What the engine would take otherwise as the end of the statement or as one of its parameters.
+    bool refuse(TranslatedSql& r) const {
+        for (int i = 0; i < m_t.size(); ++i) {
+            const Token& t = m_t[i];
+            if (t.kind == Tok::String) {
+                if (i + 1 < m_t.size() && m_t[i + 1].kind == Tok::Number && !m_t[i + 1].spaceBefore) {
+                    r.error = QStringLiteral(
+                        "Syntax error (missing operator) in query expression: a quoted text followed by a number.");
+                    return true;
+                }
+                continue;
+            }
+            const QStringView text = QStringView(m_src).mid(t.pos, t.len);
+            if (text.contains(QChar(0))) {
+                r.error = QStringLiteral("Invalid character in SQL statement: a NUL outside a quoted text.");
+                return true;
+            }
+            if (t.kind == Tok::Op && t.len == 1 && QStringView(u"?:@$#").contains(text.front())) {
+                r.error = QStringLiteral("No value given for one or more required parameters.");
+                r.errorNumber = hr::MissingValue;
+                r.sqlState = QStringLiteral("07002");
+                return true;
+            }
+        }
+        return false;
+    }
+
     // SELECT [DISTINCT] TOP n ...: SQLite says LIMIT n at the end.
     QString takeTop(int end) {
         int i = 0;
@@ -361,6 +390,13 @@ QString buildSkeleton(const QString& s, const Literals& lits) {
 } // namespace
 
 TranslatedSql TranslateSql(const QString& jetSql) {
+    if (!QStringView(jetSql).isValidUtf16()) {
+        TranslatedSql r;
+        r.error = QStringLiteral("The SQL text holds a character that is not valid Unicode.");
+        r.errorNumber = hr::MissingValue;
+        r.sqlState = QStringLiteral("22018");
+        return r;
+    }
     Literals lits;
     const QChar* p = jetSql.constData();
     const int n = int(jetSql.size());
@@ -402,7 +438,7 @@ TranslatedSql TranslateSql(const QString& jetSql) {
     }
     const TranslatedSql& t = it->translation;
     if (!t.error.isEmpty())
-        return TranslatedSql{{}, {}, t.error};
+        return t;
     if (t.params.size() != lits.size())
         return Translator(jetSql).run();
     QStringList params;
@@ -413,7 +449,10 @@ TranslatedSql TranslateSql(const QString& jetSql) {
             value.replace(QString(2, p[l.open]), QString(p[l.open]));
         params.append(value);
     }
-    return TranslatedSql{t.sql, params, {}};
+    TranslatedSql r;
+    r.sql = t.sql;
+    r.params = std::move(params);
+    return r;
 }
 
 int topLevelFrom(const QString& s) {

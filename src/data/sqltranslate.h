@@ -1,6 +1,6 @@
 #pragma once
-// The program writes its SQL in the Jet dialect it has always used; this turns one such statement into
-// SQLite text. String literals are lifted out as bound parameters so that every statement of one shape
+// The program writes its SQL in Jet's dialect; this turns one such statement into SQLite text.
+// String literals are lifted out as bound parameters so that every statement of one shape
 // (the same text with different names in it) is prepared once and reused.
 //
 //   a & b            -> JETCAT(a, b)   (NULL joins as empty text; numbers print as Jet prints them)
@@ -13,14 +13,23 @@
 //   SELECT TOP n ...        -> SELECT ... LIMIT n
 //   UCASE, LCASE, LEN, MID  -> UPPER, LOWER, LENGTH, SUBSTR
 //   'text', "text"   -> ?              (value kept in params, in order)
-// A trailing ";" is dropped; anything after it makes the statement an error that is not run.
+// A trailing ";" is dropped. These make the statement an error that is not run:
+//   anything after the ";"                         (a second statement)
+//   a NUL character outside a quoted literal       (the engine would end the statement there)
+//   a literal followed directly by a number        ('Welder'1 is not a numbered parameter)
+//   ?, :, @, $ or # outside a literal              (no raw text becomes a parameter of the engine)
+//   text that is not valid UTF-16 (a lone surrogate, which would reach the engine as "?")
+#include "data/hresult.h"
+
 #include <QString>
 #include <QStringList>
 
 struct TranslatedSql {
     QString sql;        // SQLite text with ? for each lifted literal, whitespace collapsed
     QStringList params; // the literals' values, quotes undoubled
-    QString error;      // not empty: the text must not be run (Jet's own wording)
+    QString error;      // not empty: the text must not be run (Jet's own wording where it has one)
+    long errorNumber = hr::Fail;
+    QString sqlState = QStringLiteral("42000");
 };
 
 TranslatedSql TranslateSql(const QString& jetSql);

@@ -4,7 +4,7 @@
 
 int UberFindItem(const QString& searchText, int start, ListModel& items, bool down, bool namesOnly,
                  bool matchCase, bool markAll) {
-    // Upper-casing pattern and texts is what "without case" meant; the pattern folds both as it goes.
+    // Without match-case, pattern and texts compare case-folded, as names compare in the database.
     const WildcardPattern pattern(QLatin1Char('*') + searchText + QLatin1Char('*'), !matchCase);
     const int count = items.rowCount();
     if (count == 0)

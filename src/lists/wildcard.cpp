@@ -2,11 +2,18 @@
 
 #include <QChar>
 
-char16_t WildcardPattern::foldWide(char16_t c) {
-    return QChar::toUpper(c);
+namespace {
+bool hasSurrogates(QStringView text) {
+    for (const QChar c : text)
+        if (c.isSurrogate())
+            return true;
+    return false;
 }
+} // namespace
 
-WildcardPattern::WildcardPattern(const QString& pattern, bool ignoreCase) : m_ignoreCase(ignoreCase) {
+WildcardPattern::WildcardPattern(const QString& text, bool ignoreCase) : m_ignoreCase(ignoreCase) {
+    const QString pattern = ignoreCase ? FoldCase(text) : text;
+    m_wide = ignoreCase && hasSurrogates(pattern);
     const qsizetype n = pattern.size();
     for (qsizetype i = 0; i < n; ++i) {
         const char16_t c = pattern[i].unicode();
@@ -73,6 +80,13 @@ bool WildcardPattern::inList(const Token& tok, char16_t c) const {
 }
 
 bool WildcardPattern::matches(QStringView text) const {
+    if (m_wide && hasSurrogates(text))
+        return matchesFolded(FoldCase(text.toString()));
+    return matchesFolded(text);
+}
+
+// The text as it comes, each unit folded on the way when case is ignored.
+bool WildcardPattern::matchesFolded(QStringView text) const {
     if (m_contains) {
         const size_t m = m_literal.size();
         const size_t n = size_t(text.size());

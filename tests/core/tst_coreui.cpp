@@ -5,6 +5,7 @@
 #include "core/scriptedprompt.h"
 #include "core/settings.h"
 #include "core/tooltip.h"
+#include "isolatedsettings.h"
 
 #include <QApplication>
 #include <QFile>
@@ -14,7 +15,6 @@
 #include <QPrinter>
 #include <QProgressBar>
 #include <QPushButton>
-#include <QSettings>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
@@ -53,9 +53,7 @@ class TestCoreUi : public QObject {
     Q_OBJECT
 private Q_SLOTS:
     void initTestCase() {
-        QVERIFY(m_dir.isValid());
-        for (auto format : {QSettings::NativeFormat, QSettings::IniFormat})
-            QSettings::setPath(format, QSettings::UserScope, m_dir.filePath("settings"));
+        QVERIFY(m_settings.isValid());
         printjob::setPrinterCheck([] { return false; });
     }
     void init() {
@@ -249,7 +247,7 @@ private:
         return nullptr;
     }
 
-    QTemporaryDir m_dir;
+    IsolatedSettings m_settings;
     ScriptedPrompt m_prompt;
 };
 

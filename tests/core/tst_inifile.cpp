@@ -1,6 +1,5 @@
 // The profile module: reading and writing INI files as the Windows profile functions do.
 #include "core/inifile.h"
-#include "core/scriptedprompt.h"
 
 #include <QDir>
 #include <QFile>
@@ -30,7 +29,6 @@ private Q_SLOTS:
     void windows1252OnDisk();
     void refusedWritesAndBareNames();
     void garbageAndHugeFilesAreHarmless();
-    void scriptedPromptPlaysBackAndRecords();
 
 private:
     QTemporaryDir m_dir;
@@ -182,24 +180,6 @@ void TestIniFile::garbageAndHugeFilesAreHarmless() {
     QByteArray got = readAll(file).replace("\r\n", "\n");
     QVERIFY(got.startsWith(expected));
     QVERIFY(got.endsWith("\n[LINE-0000]\nTEXT=answer\n"));
-}
-
-void TestIniFile::scriptedPromptPlaysBackAndRecords() {
-    ScriptedPrompt p;
-    p.queueButton(vb::No);
-    QCOMPARE(MsgBox("q?", vb::YesNo + vb::Question, "T"), int(vb::No));
-    QCOMPARE(MsgBox("again?", vb::YesNo), int(vb::Yes)); // nothing queued: the default answer
-    QCOMPARE(MsgBox("note"), int(vb::OK));
-    QCOMPARE(p.count(), 3);
-    QCOMPARE(p.calls().at(0).style, 36);
-    QCOMPARE(p.calls().at(0).title, QString("T"));
-    QCOMPARE(p.last().title, QString("VOSK"));
-    bool cancelled = false;
-    QCOMPARE(prompts().inputBox("name?", "Character Name", {}, &cancelled), QString());
-    QVERIFY(cancelled);
-    p.queueText("Zed");
-    QCOMPARE(prompts().inputBox("name?", "Character Name", {}, &cancelled), QString("Zed"));
-    QVERIFY(!cancelled);
 }
 
 QTEST_GUILESS_MAIN(TestIniFile)

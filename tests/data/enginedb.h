@@ -2,6 +2,7 @@
 // The engine's tests run on a new database of the real schema with a few rows of their own.
 #include "data/recordset.h"
 #include "data/schema.h"
+#include "data/sqlfunctions.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -42,19 +43,25 @@ inline long count(const QString& sql, Database& cn) {
     return long(rs.intValue(0));
 }
 
-// Writes the database into dir as "data.vosk" and returns its path (empty on failure).
+// Writes the database into dir as "data.vosk" and returns its path (empty on failure). The first call
+// builds the file; later calls copy it.
 inline QString create(const QTemporaryDir& dir) {
+    static QTemporaryDir templateDir;
+    static const QString made = [] {
+        const QString path = templateDir.filePath(QStringLiteral("template.vosk"));
+        sqlite3* h = nullptr;
+        char* err = nullptr;
+        const bool ok =
+            CreateDatabase(path) && sqlite3_open(QFile::encodeName(path).constData(), &h) == SQLITE_OK &&
+            RegisterSqlFunctions(h) && sqlite3_exec(h, kRows, nullptr, nullptr, &err) == SQLITE_OK;
+        if (err)
+            qWarning("enginedb: %s", err);
+        sqlite3_free(err);
+        sqlite3_close(h);
+        return ok ? path : QString();
+    }();
     const QString path = dir.filePath(QStringLiteral("data.vosk"));
-    sqlite3* h = nullptr;
-    char* err = nullptr;
-    const bool ok = CreateDatabase(path) &&
-                    sqlite3_open(QFile::encodeName(path).constData(), &h) == SQLITE_OK &&
-                    sqlite3_exec(h, kRows, nullptr, nullptr, &err) == SQLITE_OK;
-    if (err)
-        qWarning("enginedb: %s", err);
-    sqlite3_free(err);
-    sqlite3_close(h);
-    return ok ? path : QString();
+    return !made.isEmpty() && QFile::copy(made, path) ? path : QString();
 }
 
 inline QString connectionFor(const QString& path) {

@@ -7,10 +7,11 @@
 #include "data/database.h"
 #include "data/recordset.h"
 #include "data/schema.h"
+#include "data/sqlfunctions.h"
+#include "isolatedsettings.h"
 
 #include <QDir>
 #include <QFile>
-#include <QSettings>
 #include <QTemporaryDir>
 #include <QTest>
 #include <filesystem>
@@ -35,6 +36,7 @@ bool rawExec(const QString& path, const QString& sql) {
     sqlite3* h = nullptr;
     bool ok = sqlite3_open_v2(QFile::encodeName(path).constData(), &h, SQLITE_OPEN_READWRITE, nullptr) ==
                   SQLITE_OK &&
+              RegisterSqlFunctions(h) &&
               sqlite3_exec(h, sql.toUtf8().constData(), nullptr, nullptr, nullptr) == SQLITE_OK;
     sqlite3_close(h);
     return ok;
@@ -71,8 +73,7 @@ private Q_SLOTS:
     void init() {
         m_dir = std::make_unique<QTemporaryDir>();
         QVERIFY(m_dir->isValid());
-        for (auto format : {QSettings::NativeFormat, QSettings::IniFormat})
-            QSettings::setPath(format, QSettings::UserScope, m_dir->filePath("settings"));
+        m_settings.clear();
         setProgramFolder(m_dir->path());
         QVERIFY(QFile::copy(m_blank, databasePath()));
         db().open(connectionFor(databasePath()));
@@ -145,6 +146,7 @@ private Q_SLOTS:
     void backupIsConsistentWhileTheFileIsInUse() {
         sqlite3* other = nullptr;
         QCOMPARE(sqlite3_open(QFile::encodeName(databasePath()).constData(), &other), SQLITE_OK);
+        QVERIFY(RegisterSqlFunctions(other));
         QCOMPARE(sqlite3_exec(other, "BEGIN IMMEDIATE; INSERT INTO ITEMS (ITEM_NAME) VALUES ('Unfinished');",
                               nullptr, nullptr, nullptr),
                  SQLITE_OK);
@@ -289,6 +291,7 @@ private Q_SLOTS:
     }
 
 private:
+    IsolatedSettings m_settings;
     QTemporaryDir m_template;
     QString m_blank;
     std::unique_ptr<QTemporaryDir> m_dir;

@@ -19,19 +19,29 @@ private Q_SLOTS:
     void errorRecordsFromTheEngine();
     void secondStatementIsNotRun();
     void transactions();
+    void closingRollsBackAnOpenTransaction();
     void sameQueryInsideItsOwnLoop();
+    void statementsGoBackWhateverHappens();
     void fixQuotes_data();
     void fixQuotes();
 
 private:
     long count(const QString& sql) { return enginedb::count(sql, m_cn); }
-    QTemporaryDir* m_dir = nullptr;
+    // Prepared statements of the connection that are still stepping (not given back to the pool).
+    int busyStatements() const {
+        int busy = 0;
+        for (sqlite3_stmt* st = sqlite3_next_stmt(m_cn.handle(), nullptr); st;
+             st = sqlite3_next_stmt(m_cn.handle(), st))
+            busy += sqlite3_stmt_busy(st) ? 1 : 0;
+        return busy;
+    }
+    std::unique_ptr<QTemporaryDir> m_dir;
     QString m_path;
     Database m_cn;
 };
 
 void TestDatabase::init() {
-    m_dir = new QTemporaryDir;
+    m_dir = std::make_unique<QTemporaryDir>();
     m_path = enginedb::create(*m_dir);
     QVERIFY(!m_path.isEmpty());
     m_cn.open(enginedb::connectionFor(m_path));
@@ -39,7 +49,7 @@ void TestDatabase::init() {
 
 void TestDatabase::cleanup() {
     m_cn.close();
-    delete m_dir;
+    m_dir.reset();
 }
 
 void TestDatabase::opensByDataSourceOnly() {
@@ -130,8 +140,9 @@ void TestDatabase::transactions() {
     QVERIFY(!m_cn.inTransaction());
     QCOMPARE(m_cn.errors().size(), 1);
     QCOMPARE(m_cn.errors().first().NativeError, long(SQLITE_CONSTRAINT_UNIQUE));
-    QCOMPARE(count("SELECT COUNT(*) FROM RAW_MATERIALS"), 2L);
+    QCOMPARE(m_cn.execute("UPDATE RAW_MATERIALS SET LVL = 1 WHERE LVL = 0"), 0L);
     QVERIFY(m_cn.errors().isEmpty()); // the next statement clears them
+    QCOMPARE(count("SELECT COUNT(*) FROM RAW_MATERIALS"), 2L);
     m_cn.beginTrans();
     m_cn.execute("DELETE FROM RAW_MATERIALS WHERE RAW_MATERIAL_NAME = 'Ore'");
     m_cn.commitTrans();
@@ -140,9 +151,24 @@ void TestDatabase::transactions() {
     QVERIFY_THROWS_EXCEPTION(VbError, m_cn.rollbackTrans());
 }
 
-// The build trees run the same query inside the loop over its own results.
+void TestDatabase::closingRollsBackAnOpenTransaction() {
+    m_cn.beginTrans();
+    m_cn.execute("DELETE FROM RAW_MATERIALS");
+    m_cn.close();
+    m_cn.open(enginedb::connectionFor(m_path));
+    QVERIFY(!m_cn.inTransaction());
+    QCOMPARE(count("SELECT COUNT(*) FROM RAW_MATERIALS"), 2L);
+}
+
+// The build trees run the same query inside the loop over its own results, once the pool already
+// holds a statement of that shape from an earlier reader.
 void TestDatabase::sameQueryInsideItsOwnLoop() {
     const QString q = "SELECT REFINES_FROM FROM RAW_MATERIALS_REFINES_FROM WHERE RAW_MATERIAL_NAME = 'Metal'";
+    QCOMPARE(count("SELECT COUNT(*) FROM (" + q + ")"), 1L);
+    {
+        Recordset earlier;
+        earlier.open(q, m_cn);
+    }
     Recordset outer;
     outer.open(q, m_cn);
     {
@@ -155,6 +181,29 @@ void TestDatabase::sameQueryInsideItsOwnLoop() {
     outer.close();
     m_cn.open(enginedb::connectionFor(m_path));
     QVERIFY(m_cn.isOpen());
+}
+
+// A statement goes back to the pool however its reader or writer ends: done, failed, abandoned or
+// moved the wrong way. One left stepping would keep the tables locked.
+void TestDatabase::statementsGoBackWhateverHappens() {
+    QVERIFY_THROWS_EXCEPTION(VbError, m_cn.execute("INSERT INTO CLASSES (CLASS_NAME) VALUES ('fighter')"));
+    QVERIFY_THROWS_EXCEPTION(VbError, m_cn.execute("UPDATE EQUIPMENTS SET LVL = 'x'"));
+    {
+        Recordset rs;
+        rs.open("SELECT CLASS_NAME FROM CLASSES", m_cn);
+        QCOMPARE(busyStatements(), 1); // on its first row
+        rs.moveNext();
+        QVERIFY_THROWS_EXCEPTION(VbError, rs.moveFirst());
+    }
+    {
+        Recordset rs;
+        rs.open("SELECT ITEM_NAME, LVL FROM ITEMS", m_cn, Recordset::Dynamic);
+        rs.setValue("ITEM_NAME", "");
+        QVERIFY_THROWS_EXCEPTION(VbError, rs.update());
+        QVERIFY_THROWS_EXCEPTION(VbError, rs.open("SELECT NOPE FROM ITEMS", m_cn));
+    }
+    QCOMPARE(busyStatements(), 0);
+    QCOMPARE(m_cn.execute("DROP TABLE CHARACTERS"), 0L); // nothing holds the schema
 }
 
 // FixQuotes and ValidName, and the name through an INSERT and a SELECT on the connection.

@@ -6,8 +6,9 @@
 #include "data/errorreport.h"
 #include "data/recordset.h"
 #include "enginedb.h"
+#include "isolatedsettings.h"
 
-#include <QSettings>
+#include <QScopeGuard>
 #include <QTest>
 #include <sqlite3.h>
 
@@ -15,11 +16,14 @@ class TestErrorReport : public QObject {
     Q_OBJECT
 private Q_SLOTS:
     void initTestCase();
+    void cleanupTestCase();
     void init();
     void cleanup();
     void databaseErrorsBecomeShortMessages_data();
     void databaseErrorsBecomeShortMessages();
+    void otherDatabaseErrorShowsItsText_data();
     void otherDatabaseErrorShowsItsText();
+    void everyReportAppendsOneLine();
     void twoRecordsInOneBox();
     void saveHandlerRollsBackThenReports();
     void runTimeErrorsAndTheBugReport();
@@ -31,29 +35,32 @@ private:
             return {};
         return QString::fromLatin1(f.readAll()).split('\n', Qt::SkipEmptyParts);
     }
-    QTemporaryDir m_settings;
-    QTemporaryDir* m_dir = nullptr;
-    ScriptedPrompt* m_prompt = nullptr;
+    IsolatedSettings m_settings;
+    std::unique_ptr<QTemporaryDir> m_dir;
+    std::unique_ptr<ScriptedPrompt> m_prompt;
 };
 
 void TestErrorReport::initTestCase() {
-    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, m_settings.path());
     setClock([] { return QDateTime(QDate(2026, 11, 21), QTime(21, 5, 9)); });
 }
 
+void TestErrorReport::cleanupTestCase() {
+    setClock({});
+}
+
 void TestErrorReport::init() {
-    m_dir = new QTemporaryDir;
+    m_dir = std::make_unique<QTemporaryDir>();
     setProgramFolder(m_dir->path());
     db().open(enginedb::connectionFor(enginedb::create(*m_dir)));
-    m_prompt = new ScriptedPrompt;
+    m_prompt = std::make_unique<ScriptedPrompt>();
     opt::saveFlag(opt::ReportErrorMessages, false);
     setBugReportOpener({});
 }
 
 void TestErrorReport::cleanup() {
-    delete m_prompt;
+    m_prompt.reset();
     db().close();
-    delete m_dir;
+    m_dir.reset();
 }
 
 // Each of the four situations, from a real statement on the named constraints or from the bare
@@ -84,6 +91,10 @@ void TestErrorReport::databaseErrorsBecomeShortMessages_data() {
     QTest::newRow("unquoted word: no such column")
         << "UPDATE EQUIPMENTS SET LVL = abc" << 0 << "Invalid Values" << invalid;
     QTest::newRow("datatype mismatch") << "" << int(SQLITE_MISMATCH) << "Invalid Values" << invalid;
+    // A name that would end its own literal once it comes back through FixQuotes.
+    QTest::newRow("name holding two quotes in a row")
+        << "INSERT INTO ITEMS (ITEM_NAME) VALUES ('x'' OR ''''=''')" << 0 << "Invalid Values" << invalid;
+    QTest::newRow("raw parameter text") << "UPDATE ITEMS SET LVL = :lvl" << 0 << "Invalid Values" << invalid;
 }
 
 void TestErrorReport::databaseErrorsBecomeShortMessages() {
@@ -110,22 +121,54 @@ void TestErrorReport::databaseErrorsBecomeShortMessages() {
     QCOMPARE(logLines().size(), 1);
 }
 
+// Situations without a short message of their own show the engine's text, with the place.
+void TestErrorReport::otherDatabaseErrorShowsItsText_data() {
+    QTest::addColumn<QString>("sql");
+    QTest::addColumn<QString>("description");
+    QTest::newRow("syntax") << "SELEC 1"
+                            << "near \"SELEC\": syntax error";
+    QTest::newRow("lookup value in use") << "DELETE FROM CLASSES"
+                                         << "CLASSES value is in use by EQUIPMENT_CLASS";
+    QTest::newRow("NUL outside a literal")
+        << "DELETE FROM CLASSES" + QString(QChar(0)) + " WHERE CLASS_NAME = 'Hauler'"
+        << "Invalid character in SQL statement: a NUL outside a quoted text.";
+}
+
 void TestErrorReport::otherDatabaseErrorShowsItsText() {
+    QFETCH(QString, sql);
+    QFETCH(QString, description);
     QVERIFY(!QFile::exists(errorLogPath())); // the log is created on first use
     try {
-        db().execute("SELEC 1");
+        db().execute(sql);
         QFAIL("no error");
     } catch (const VbError& e) {
         ReportDBError(e, "RefreshGrid", "Form frmMain");
     }
     QCOMPARE(m_prompt->last().text,
-             QStringLiteral("Database Error: -2147467259(near \"SELEC\": syntax error)\r\n"
-                            "in procedure RefreshGrid of Form frmMain"));
+             "Database Error: -2147467259(" + description + ")\r\nin procedure RefreshGrid of Form frmMain");
     QCOMPARE(m_prompt->last().title, QStringLiteral("VOSK"));
     QCOMPARE(m_prompt->last().style, 0);
+    QCOMPARE(logLines(), QStringList{"Error -2147467259 (" + description +
+                                     ") in procedure RefreshGrid of Form frmMain 2026-11-21 21:05:09"});
+}
+
+// The log is opened for appending: what is there stays, and each report adds exactly one line.
+void TestErrorReport::everyReportAppendsOneLine() {
+    QFile log(errorLogPath());
+    QVERIFY(log.open(QIODevice::WriteOnly) &&
+            log.write("Error 1 (earlier) in procedure P of Form frmMain\n") > 0);
+    log.close();
+    ReportDBError(VbError(53, "File not found"), "LoadPage", "Class Module clsVLInterface");
+    db().addError(
+        Database::makeRecord(SQLITE_CONSTRAINT_UNIQUE, "UNIQUE constraint failed: ITEMS.ITEM_NAME"));
+    ReportDBError(VbError(hr::Fail, "UNIQUE constraint failed: ITEMS.ITEM_NAME"), "cmdSave_Click",
+                  "Form frmAddItem");
     QCOMPARE(logLines(),
-             QStringList{"Error -2147467259 (near \"SELEC\": syntax error) in procedure RefreshGrid of "
-                         "Form frmMain 2026-11-21 21:05:09"});
+             QStringList({"Error 1 (earlier) in procedure P of Form frmMain",
+                          "Error 53 (File not found) in procedure LoadPage of Class Module clsVLInterface "
+                          "2026-11-21 21:05:09",
+                          "Error -2147467259 (UNIQUE constraint failed: ITEMS.ITEM_NAME) in procedure "
+                          "cmdSave_Click of Form frmAddItem 2026-11-21 21:05:09"}));
 }
 
 void TestErrorReport::twoRecordsInOneBox() {
@@ -180,6 +223,7 @@ void TestErrorReport::saveHandlerRollsBackThenReports() {
 void TestErrorReport::runTimeErrorsAndTheBugReport() {
     QString description, number;
     setBugReportOpener([&](const QString& d, const QString& n) { description = d, number = n; });
+    const auto forget = qScopeGuard([] { setBugReportOpener({}); }); // it refers to this function's texts
     ReportDBError(VbError(3021, "No current record."), "ViewEquipDetails", "Module modMain");
     QCOMPARE(m_prompt->last().text,
              QStringLiteral("Error 3021 (No current record.)  procedure ViewEquipDetails of Module modMain"));

@@ -30,21 +30,27 @@ private Q_SLOTS:
     void equipmentWithStatisticsAddedAndChanged();
     void mobAcrossTwoTables();
     void valuesConvertedOrRefused();
+    void wholeNumbersRoundHalfToEven_data();
+    void wholeNumbersRoundHalfToEven();
+    void nullAndEmptyTextStayApart();
+    void movingOffAChangedRowSavesIt();
+    void failedWriteUndoesOnlyItself();
+    void deleteAcrossTablesIsAllOrNothing();
 
 private:
     long count(const QString& sql) { return enginedb::count(sql, m_cn); }
-    QTemporaryDir* m_dir = nullptr;
+    std::unique_ptr<QTemporaryDir> m_dir;
     Database m_cn;
 };
 
 void TestRecordset::init() {
-    m_dir = new QTemporaryDir;
+    m_dir = std::make_unique<QTemporaryDir>();
     m_cn.open(enginedb::connectionFor(enginedb::create(*m_dir)));
 }
 
 void TestRecordset::cleanup() {
     m_cn.close();
-    delete m_dir;
+    m_dir.reset();
 }
 
 void TestRecordset::forwardOnlyReads() {
@@ -268,6 +274,94 @@ void TestRecordset::valuesConvertedOrRefused() {
     rs.addNew(); // nothing set is no reason to drop the row silently: the table's rules decide
     QVERIFY_THROWS_EXCEPTION(VbError, rs.update());
     QCOMPARE(m_cn.errors().first().NativeError, long(SQLITE_CONSTRAINT_NOTNULL));
+}
+
+// A whole-number column rounds a fraction to the nearest whole number, halves to the even one, from
+// numbers and from text alike.
+void TestRecordset::wholeNumbersRoundHalfToEven_data() {
+    QTest::addColumn<QVariant>("value");
+    QTest::addColumn<int>("stored");
+    const QList<std::pair<double, int>> cases = {{0.5, 0},   {1.5, 2},   {2.5, 2},  {3.5, 4},  {-0.5, 0},
+                                                 {-1.5, -2}, {-2.5, -2}, {2.49, 2}, {2.51, 3}, {-2.51, -3}};
+    for (const auto& [v, whole] : cases) {
+        QTest::newRow(qPrintable(QString::number(v))) << QVariant(v) << whole;
+        QTest::newRow(qPrintable('"' + QString::number(v) + '"')) << QVariant(QString::number(v)) << whole;
+    }
+    QTest::newRow("yes") << QVariant(true) << 1;
+}
+
+void TestRecordset::wholeNumbersRoundHalfToEven() {
+    QFETCH(QVariant, value);
+    QFETCH(int, stored);
+    Recordset rs;
+    rs.open("SELECT ITEM_NAME, LVL FROM ITEMS WHERE ITEM_NAME = 'Crystal'", m_cn, Recordset::Dynamic);
+    rs.setValue("LVL", value);
+    rs.update();
+    QCOMPARE(rs.value("LVL"), QVariant(stored));
+    rs.close();
+    QCOMPARE(count("SELECT LVL FROM ITEMS WHERE ITEM_NAME = 'Crystal'"), long(stored));
+}
+
+// NULL written to a text field is NULL, an empty text is an empty text; both read back as written.
+void TestRecordset::nullAndEmptyTextStayApart() {
+    Recordset rs;
+    rs.open("SELECT MOB_NAME, TYPE, COMMENTS FROM MOBS", m_cn, Recordset::Dynamic);
+    rs.setValue("TYPE", QVariant());
+    rs.setValue("COMMENTS", QString(""));
+    rs.update();
+    QVERIFY(rs.value("TYPE").isNull());
+    QVERIFY(!rs.value("COMMENTS").isNull());
+    rs.close();
+    QCOMPARE(count("SELECT COUNT(*) FROM MOBS WHERE TYPE IS NULL AND COMMENTS = ''"), 1L);
+}
+
+// A changed row is written when the cursor leaves it, by moving on or back to the first row.
+void TestRecordset::movingOffAChangedRowSavesIt() {
+    Recordset rs;
+    rs.open("SELECT RAW_MATERIAL_NAME, LVL FROM RAW_MATERIALS ORDER BY RAW_MATERIAL_NAME", m_cn,
+            Recordset::Dynamic);
+    rs.setValue("LVL", 8); // Metal
+    rs.moveNext();
+    rs.setValue("LVL", 9); // Ore
+    rs.moveFirst();
+    rs.addNew();
+    rs.setValue("RAW_MATERIAL_NAME", "Dust");
+    rs.moveFirst(); // the new row too
+    QCOMPARE(count("SELECT SUM(LVL) FROM RAW_MATERIALS WHERE RAW_MATERIAL_NAME IN ('Metal', 'Ore')"), 17L);
+    QCOMPARE(count("SELECT COUNT(*) FROM RAW_MATERIALS WHERE RAW_MATERIAL_NAME = 'Dust'"), 1L);
+}
+
+// A row write that fails (its second table refuses) leaves nothing of that row behind, and keeps
+// what the surrounding transaction wrote before it.
+void TestRecordset::failedWriteUndoesOnlyItself() {
+    m_cn.beginTrans();
+    m_cn.execute("UPDATE EQUIPMENTS SET PRICE = 1 WHERE EQUIPMENT_NAME = 'Ember Beam'");
+    Recordset rs;
+    rs.open(QString(kBeam).arg("Nova"), m_cn, Recordset::Dynamic);
+    rs.addNew();
+    rs.setValue("EQUIPMENT_NAME", "Nova");
+    rs.setValue("STAT_NAME", "Ember Beam"); // taken: the statistics row is refused
+    QVERIFY_THROWS_EXCEPTION(VbError, rs.update());
+    rs.close();
+    QVERIFY(m_cn.inTransaction());
+    m_cn.commitTrans();
+    QCOMPARE(count("SELECT COUNT(*) FROM EQUIPMENTS WHERE EQUIPMENT_NAME = 'Nova'"), 0L);
+    QCOMPARE(count("SELECT PRICE FROM EQUIPMENTS WHERE EQUIPMENT_NAME = 'Ember Beam'"), 1L);
+}
+
+// Deleting a row of a join removes it from every table or from none.
+void TestRecordset::deleteAcrossTablesIsAllOrNothing() {
+    QCOMPARE(sqlite3_exec(
+                 m_cn.handle(),
+                 "CREATE TEMP TRIGGER KEEP_MOBS BEFORE DELETE ON MOBS BEGIN SELECT RAISE(ABORT, 'kept'); END",
+                 nullptr, nullptr, nullptr),
+             SQLITE_OK);
+    Recordset rs;
+    rs.open(QString(kMob).arg("Void Eel"), m_cn, Recordset::Dynamic);
+    QVERIFY_THROWS_EXCEPTION(VbError, rs.deleteCurrent());
+    QCOMPARE(m_cn.errors().first().Description, QStringLiteral("kept"));
+    QCOMPARE(count("SELECT (SELECT COUNT(*) FROM MOBS) + (SELECT COUNT(*) FROM MOB_STATS)"), 2L);
+    QCOMPARE(rs.value("BRAVERY").toString(), QStringLiteral("High")); // still the current row
 }
 
 QTEST_GUILESS_MAIN(TestRecordset)

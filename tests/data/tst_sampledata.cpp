@@ -26,13 +26,14 @@ private Q_SLOTS:
     void toolWritesEachKindAndRefusesBadArguments();
 
 private:
+    // The tool's exit code; -1 when it did not start or did not end by itself.
     int run(const QStringList& args, QString* err = nullptr) {
         QProcess p;
         p.start(QStringLiteral(VOSK_MAKEDB), args);
-        p.waitForFinished(120000);
+        const bool ran = p.waitForFinished(120000) && p.exitStatus() == QProcess::NormalExit;
         if (err)
             *err = QString::fromLocal8Bit(p.readAllStandardError());
-        return p.exitCode();
+        return ran ? p.exitCode() : -1;
     }
     QTemporaryDir m_dir;
     QString m_file;
@@ -247,6 +248,14 @@ void TestSampleData::toolWritesEachKindAndRefusesBadArguments() {
     }
     QCOMPARE(run({"--create", file}, &err), 2);
     QVERIFY(err.contains("already exists; use --force"));
+    // The file has the current rules: names alike without regard to case under the one folding, and
+    // no name that would end its own literal.
+    QCOMPARE(run({"--force", "--sample", file}, &err), 0);
+    RawDb db(file);
+    QVERIFY(db.exec("INSERT INTO ITEMS (ITEM_NAME) VALUES ('Éclair')"));
+    QVERIFY(!db.exec("INSERT INTO ITEMS (ITEM_NAME) VALUES ('ÉCLAIR')"));
+    QVERIFY(!db.exec("INSERT INTO ITEMS (ITEM_NAME) VALUES ('x'' OR ''''=''')"));
+    QCOMPARE(db.error(), QStringLiteral("CHECK constraint failed: INVALID_ITEMS_ITEM_NAME"));
     QCOMPARE(run({"--tree", "10", "Hunter's Lance Mk I", m_dir.filePath("failed.vosk")}, &err),
              3); // root taken by the sample world
     QVERIFY(!QFile::exists(m_dir.filePath("failed.vosk")));

@@ -1,6 +1,8 @@
 #pragma once
 // Raw SQLite helpers for the schema and data-set tests: they look at the file as SQLite sees it,
 // independent of the program's own data layer.
+#include "data/sqlfunctions.h"
+
 #include <QString>
 #include <QStringList>
 #include <QVariant>
@@ -9,10 +11,14 @@
 
 class RawDb {
 public:
-    explicit RawDb(const QString& path) {
+    // withFunctions false: a connection as the plain sqlite3 shell has it, without the program's
+    // collation and functions.
+    explicit RawDb(const QString& path, bool withFunctions = true) {
         if (sqlite3_open_v2(path.toUtf8().constData(), &m_db, SQLITE_OPEN_READWRITE, nullptr) != SQLITE_OK) {
             sqlite3_close(m_db);
             m_db = nullptr;
+        } else if (withFunctions) {
+            RegisterSqlFunctions(m_db);
         }
     }
     ~RawDb() { sqlite3_close(m_db); }

@@ -56,16 +56,42 @@ static QList<QPair<QString, QStringList>> expectedTables() {
     return out;
 }
 
-// Lookup values and the record columns that use them (one of each shape of use).
+// Every lookup value and the record column that holds it, as the design names them (the subtype,
+// which is in use only under its own type, has a test of its own).
 static const char* const kLookupUses[][4] = {
     {"CLASSES", "CLASS_NAME", "EQUIPMENT_CLASS", "CLASS_NAME"},
+    {"COMPONENT_TYPES", "COMPONENT_TYPE", "COMPONENTS", "TYPE"},
+    {"COMPONENT_TYPES", "COMPONENT_TYPE", "COMPONENT_TYPE_SUBTYPE", "COMPONENT_TYPE"},
+    {"DAMAGE_TYPE", "DAMAGE_TYPE", "WEAPON_STATS", "DAMAGE_TYPE"},
+    {"DAMAGE_TYPE", "DAMAGE_TYPE", "AMO_STATS", "DAMAGE_TYPE"},
+    {"DAMAGE_TYPE", "DAMAGE_TYPE", "MOB_ATTACK_TYPE", "ATTACK_TYPE"},
+    {"DAMAGE_TYPE", "DAMAGE_TYPE", "MOB_RESISTANCE", "RESISTANCE"},
     {"DAMAGE_TYPE", "DAMAGE_TYPE", "MOB_WEAKNESS", "WEAKNESS"},
-    {"AMO_TYPES", "AMO_TYPE", "WEAPON_STATS", "AMO_TYPE"},
     {"LAUNCH_TYPES", "LAUNCH_TYPE", "AMO_TYPES", "LAUNCH_TYPE"},
+    {"AMO_TYPES", "AMO_TYPE", "WEAPON_STATS", "AMO_TYPE"},
+    {"AMO_TYPES", "AMO_TYPE", "AMO_STATS", "AMO_TYPE"},
     {"MANUFACTURER", "MANUFACTURER_NAME", "EQUIPMENTS", "MANUFACTURER"},
+    {"SPECIALS", "SPECIAL", "EQUIP_SPECIALS", "SPECIAL"},
+    {"MOB_TYPES", "MOB_TYPE", "MOBS", "TYPE"},
     {"FACTIONS", "FACTION", "MOBS", "FACTION"},
+    {"DROP_FREQUENCY", "FREQUENCY", "MOB_EQUIP_DROP", "DROP_FREQUENCY"},
+    {"DROP_FREQUENCY", "FREQUENCY", "MOB_COMP_DROP", "DROP_FREQUENCY"},
+    {"DROP_FREQUENCY", "FREQUENCY", "MOB_RAW_MAT_DROP", "DROP_FREQUENCY"},
     {"DROP_FREQUENCY", "FREQUENCY", "MOB_ITEM_DROP", "DROP_FREQUENCY"},
+    {"SPAWN_RATE", "SPAWN_RATE", "MOBS_LOCATION", "SPAWN_RATE"},
     {"NAV_TYPES", "NAV_TYPE", "NAV_POINTS", "NAV_TYPE"}};
+
+// The columns that hold names: record names, the names in relationships, lookup values and the
+// record columns that hold them (the 100- and 50-character texts), the custom-field captions aside.
+static QList<QPair<QString, QString>> nameColumns(RawDb& db) {
+    QList<QPair<QString, QString>> out;
+    for (const auto& t : expectedTables())
+        if (t.first != "DB_OPTIONS")
+            for (const auto& c : db.rows("SELECT name, type FROM pragma_table_info(?)", {t.first}))
+                if (c[1] == "VARCHAR(100)" || c[1] == "VARCHAR(50)")
+                    out.append({t.first, c[0].toString()});
+    return out;
+}
 
 class TestSchema : public QObject {
     Q_OBJECT
@@ -78,6 +104,8 @@ private Q_SLOTS:
     void constraintNamesTellTheSituation_data();
     void constraintNamesTellTheSituation();
     void everyColumnGuardsItsKind();
+    void nameColumnsRefuseWhatCannotComeBack_data();
+    void nameColumnsRefuseWhatCannotComeBack();
     void lookupInUseCannotBeDeletedOrRenamed_data();
     void lookupInUseCannotBeDeletedOrRenamed();
     void subtypeInUseOnlyUnderItsType();
@@ -145,12 +173,14 @@ void TestSchema::namesAreUniqueWithoutRegardToCase() {
     QVERIFY2(db.exec(insert, {"Hunter's Lance"}), qPrintable(db.error()));
     QVERIFY(!db.exec(insert, {"HUNTER'S LANCE"}));
     QCOMPARE(db.extendedCode(), SQLITE_CONSTRAINT_UNIQUE);
+    QVERIFY(db.exec(insert, {"Éclair"}));
+    QVERIFY(!db.exec(insert, {"éCLAIR"})); // beyond A-Z too
     QVERIFY(db.exec(insert, {"apple"}));
     QVERIFY(db.exec(insert, {"Banana"}));
     const QString select =
         QStringLiteral("SELECT \"%2\" FROM \"%1\" WHERE \"%2\" <> ? ORDER BY 1").arg(table, column);
     QCOMPARE(db.column(select, {"hunter's lance"}),
-             (QStringList{"apple", "Banana"})); // found and sorted in any case
+             (QStringList{"apple", "Banana", "Éclair"})); // found and sorted in any case
 }
 
 void TestSchema::constraintNamesTellTheSituation_data() {
@@ -231,6 +261,44 @@ void TestSchema::everyColumnGuardsItsKind() {
     QVERIFY2(checked > 150, qPrintable(QString::number(checked)));
 }
 
+// A name that would end its literal once it comes back through FixQuotes, a blob, and bytes that are
+// not UTF-8 are refused by every name column, whoever writes them; a single quote is a name's own.
+void TestSchema::nameColumnsRefuseWhatCannotComeBack_data() {
+    QTest::addColumn<QString>("value"); // an SQL expression
+    QTest::addColumn<bool>("stored");
+    QTest::newRow("single quote") << "'Hunter''s Lance'" << true;
+    QTest::newRow("two quotes apart") << "'a''b''c'" << true;
+    QTest::newRow("two quotes in a row") << "'x'''' OR ''''='''" << false;
+    QTest::newRow("typed doubled") << "'O''''Brien'" << false;
+    QTest::newRow("blob") << "x'414243'" << false;
+    QTest::newRow("latin-1 byte") << "CAST(x'4361669E' AS TEXT)" << false;
+    QTest::newRow("utf-8") << "CAST(x'C3A9636C616972' AS TEXT)" << true;
+}
+
+void TestSchema::nameColumnsRefuseWhatCannotComeBack() {
+    QFETCH(QString, value);
+    QFETCH(bool, stored);
+    RawDb db(m_file);
+    const auto columns = nameColumns(db);
+    QVERIFY2(columns.size() > 80, qPrintable(QString::number(columns.size())));
+    QVERIFY(db.exec("BEGIN"));
+    for (const auto& [table, column] : columns) {
+        QStringList names{'"' + column + '"'}, values{value};
+        for (const auto& other : db.rows("SELECT name FROM pragma_table_info(?) WHERE \"notnull\"", {table}))
+            if (other[0] != column)
+                names << '"' + other[0].toString() + '"', values << "'ok'";
+        const QString insert =
+            QString("INSERT INTO \"%1\" (%2) VALUES (%3)").arg(table, names.join(','), values.join(','));
+        QVERIFY(db.exec("SAVEPOINT one"));
+        QVERIFY2(db.exec(insert) == stored, qPrintable(table + '.' + column + ": " + db.error()));
+        if (!stored)
+            QCOMPARE(db.error(), "CHECK constraint failed: INVALID_" + table + '_' + column);
+        QVERIFY(db.exec("ROLLBACK TO one"));
+        QVERIFY(db.exec("RELEASE one"));
+    }
+    QVERIFY(db.exec("ROLLBACK"));
+}
+
 void TestSchema::lookupInUseCannotBeDeletedOrRenamed_data() {
     QTest::addColumn<QStringList>("use");
     for (const auto& u : kLookupUses)
@@ -241,14 +309,16 @@ void TestSchema::lookupInUseCannotBeDeletedOrRenamed_data() {
 void TestSchema::lookupInUseCannotBeDeletedOrRenamed() {
     QFETCH(QStringList, use);
     const QString lookup = use[0], key = use[1], user = use[2], column = use[3];
-    const QString userKey = schema::columnNames(user).first(); // the using table's own key must be filled
     RawDb db(m_file);
     QVERIFY(db.exec(QString("INSERT INTO \"%1\" (\"%2\") VALUES ('Zed'), ('Spare')").arg(lookup, key)));
-    QVERIFY2(db.exec(userKey == column
-                         ? QString("INSERT INTO \"%1\" (\"%2\") VALUES ('zed')").arg(user, column)
-                         : QString("INSERT INTO \"%1\" (\"%2\", \"%3\") VALUES ('x', 'zed')")
-                               .arg(user, userKey, column)),
-             qPrintable(db.error()));
+    // The record uses the value in another case; its other required columns are filled too.
+    QStringList names{'"' + column + '"'}, values{"'zed'"};
+    for (const auto& other : db.rows("SELECT name FROM pragma_table_info(?) WHERE \"notnull\"", {user}))
+        if (other[0] != column)
+            names << '"' + other[0].toString() + '"', values << "'x'";
+    QVERIFY2(
+        db.exec(QString("INSERT INTO \"%1\" (%2) VALUES (%3)").arg(user, names.join(','), values.join(','))),
+        qPrintable(db.error()));
     const QString message = QStringLiteral("%1 value is in use by %2").arg(lookup, user);
     const QString rename =
         QString("UPDATE \"%1\" SET \"%2\" = 'Other' WHERE \"%2\" = 'Zed'").arg(lookup, key);
@@ -287,8 +357,10 @@ void TestSchema::orderedListsKeepTableOrder() {
         QStringList written;
         for (int i = 0; i < 300; ++i)
             written << QStringLiteral("%1 word %2").arg(QChar('Z' - i % 26)).arg(i);
+        QVERIFY(db.exec("BEGIN"));
         for (const QString& w : written)
             QVERIFY(db.exec(QString("INSERT INTO %1 (%2) VALUES (?)").arg(table, column), {w}));
+        QVERIFY(db.exec("COMMIT"));
         QVERIFY(db.exec("ANALYZE"));
         QCOMPARE(db.column(QString("SELECT %1 FROM %2").arg(column, table)), written);
     }

@@ -10,7 +10,9 @@ class TestSqlTranslate : public QObject {
 private Q_SLOTS:
     void translates_data();
     void translates();
-    void secondStatementIsRefused();
+    void refusesWhatTheEngineWouldMisread_data();
+    void refusesWhatTheEngineWouldMisread();
+    void refusedStatementChangesNothing();
     void shapesAreCachedByTheTextAroundLiterals();
     void topLevelFromSkipsSubqueries();
     void runsOnTheEngine_data();
@@ -86,13 +88,78 @@ void TestSqlTranslate::translates() {
     QCOMPARE(t.params, params);
 }
 
-void TestSqlTranslate::secondStatementIsRefused() {
-    for (const char* jet :
-         {"DELETE FROM A WHERE X = 'b'; DELETE FROM B", "SELECT * FROM CHARACTERS;DROP TABLE CHARACTERS"}) {
-        const TranslatedSql t = TranslateSql(jet);
-        QCOMPARE(t.error, QStringLiteral("Characters found after end of SQL statement."));
-        QVERIFY(t.sql.isEmpty());
+// Text the engine would end early, run twice, or read as one of its own parameters is refused as a
+// whole; look-alikes inside literals and names go through.
+void TestSqlTranslate::refusesWhatTheEngineWouldMisread_data() {
+    QTest::addColumn<QString>("jet");
+    QTest::addColumn<QString>("error"); // empty: translated
+    QTest::addColumn<long>("number");
+    const QString after = "Characters found after end of SQL statement.";
+    const QString nul = "Invalid character in SQL statement: a NUL outside a quoted text.";
+    const QString glued =
+        "Syntax error (missing operator) in query expression: a quoted text followed by a number.";
+    const QString param = "No value given for one or more required parameters.";
+    const QString unicode = "The SQL text holds a character that is not valid Unicode.";
+    const QChar zero(0);
+    auto row = [](const char* tag, const QString& jet, const QString& error, long number) {
+        QTest::newRow(tag) << jet << error << number;
+    };
+    row("second statement", "DELETE FROM A WHERE X = 'b'; DELETE FROM B", after, hr::Fail);
+    row("second statement without a blank", "SELECT * FROM CHARACTERS;DROP TABLE CHARACTERS", after,
+        hr::Fail);
+    row("NUL before WHERE", "DELETE FROM CLASSES" + QString(zero) + " WHERE CLASS_NAME = 'Hauler'", nul,
+        hr::Fail);
+    row("NUL in a bracketed name", "SELECT [A" + QString(zero) + "B] FROM T", nul, hr::Fail);
+    row("NUL after a quote left open", "DELETE FROM T WHERE B = 'x" + QString(zero) + " OR 1", nul, hr::Fail);
+    row("NUL inside a literal is text", "SELECT A FROM T WHERE B = 'x" + QString(zero) + "y'", "", 0);
+    row("literal glued to digits", "SELECT * FROM E WHERE N = 'Field Welder'1", glued, hr::Fail);
+    row("literal glued to a fraction", "SELECT * FROM E WHERE N = 'a'.5", glued, hr::Fail);
+    row("literal glued to a keyword", "UPDATE C SET D = '2026-11-21 10:00:00'WHERE N = 'x'", "", 0);
+    row("literal, blank, number", "SELECT 'a' & 1 FROM T", "", 0);
+    row("question mark", "DELETE FROM T WHERE N = ?", param, hr::MissingValue);
+    row("numbered parameter", "DELETE FROM T WHERE N = ?1", param, hr::MissingValue);
+    row("named with a colon", "DELETE FROM T WHERE N = :name", param, hr::MissingValue);
+    row("named with an at", "DELETE FROM T WHERE N = @name", param, hr::MissingValue);
+    row("named with a dollar", "DELETE FROM T WHERE N = $name", param, hr::MissingValue);
+    row("hash", "SELECT * FROM T WHERE D = #2026-01-01#", param, hr::MissingValue);
+    row("markers inside literals are text", "SELECT * FROM T WHERE N = '?1 :a @b $c #d'", "", 0);
+    row("dollar inside a name", "SELECT A$B FROM T", "", 0);
+    row("lone surrogate", "SELECT * FROM T WHERE N = 'a" + QString(QChar(0xD800)) + "'", unicode,
+        hr::MissingValue);
+    row("surrogate pair", QString::fromUtf8("SELECT * FROM T WHERE N = '\U00010400'"), "", 0);
+}
+
+void TestSqlTranslate::refusesWhatTheEngineWouldMisread() {
+    QFETCH(QString, jet);
+    QFETCH(QString, error);
+    QFETCH(long, number);
+    const TranslatedSql t = TranslateSql(jet);
+    QCOMPARE(t.error, error);
+    if (error.isEmpty())
+        return;
+    QVERIFY(t.sql.isEmpty());
+    QCOMPARE(t.errorNumber, number);
+    QCOMPARE(TranslateSql(jet).error, error); // the refusal is kept with the shape, not forgotten
+}
+
+// A refused statement is not run in part: the DELETE whose WHERE a NUL would cut off deletes nothing,
+// and the glued literal does not tick the row its number would name.
+void TestSqlTranslate::refusedStatementChangesNothing() {
+    QTemporaryDir dir;
+    Database cn;
+    cn.open(enginedb::connectionFor(enginedb::create(dir)));
+    const QStringList refused = {
+        "DELETE FROM CLASSES" + QString(QChar(0)) + " WHERE CLASS_NAME = 'Hauler'",
+        "UPDATE EQUIPMENTS SET CHECK = TRUE WHERE EQUIPMENT_NAME = 'Ember Beam'1",
+        "UPDATE EQUIPMENTS SET CHECK = TRUE WHERE EQUIPMENT_NAME = :name",
+    };
+    for (const QString& sql : refused) {
+        QVERIFY_THROWS_EXCEPTION(VbError, cn.execute(sql));
+        QCOMPARE(cn.errors().size(), 1);
+        QCOMPARE(cn.errors().first().Description, TranslateSql(sql).error);
     }
+    QCOMPARE(enginedb::count("SELECT COUNT(*) FROM CLASSES", cn), 2L);
+    QCOMPARE(enginedb::count("SELECT COUNT(*) FROM EQUIPMENTS WHERE CHECK = TRUE", cn), 1L);
 }
 
 // Translations are kept by the text around the literals: never handed to a look-alike, asked twice.
