@@ -145,7 +145,7 @@ void frmMain::buildWidgets() {
     // The name search has a row of its own: beside the filters the window would not fit a small screen.
     auto* searchRow = new QHBoxLayout;
     txtSearch = NewListSearchBox(central, searchRow);
-    txtSearch->setMaximumWidth(txtSearch->minimumWidth() * 3);
+    txtSearch->setMaximumWidth(txtSearch->minimumWidth() * 2);
     searchRow->addStretch(1);
     column->addLayout(searchRow);
 
