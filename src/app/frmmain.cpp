@@ -7,6 +7,7 @@
 #include "app/modmain_app.h"
 #include "app/wiring.h"
 #include "core/childwindows.h"
+#include "core/gamecursor.h"
 #include "core/imagestore.h"
 #include "core/inifile.h"
 #include "core/settings.h"
@@ -91,6 +92,7 @@ frmMain::frmMain(QWidget* parent) : QMainWindow(parent), d(new Impl(this)) {
         setToolTips();
         setInteractionPanel(opt::flag(opt::VLInteractOn));
         setBackgroundShown(opt::flag(opt::Background));
+        ApplyGameCursor(opt::flag(opt::DisplayVLNCursor));
         LoadSettings();
     }
     const bool firstStart = LoadWindowPlace().geometry.isEmpty();
