@@ -201,8 +201,6 @@ void frmMain::buildWidgets() {
 }
 
 void frmMain::setToolTips() {
-    if (!opt::flag(opt::Tooltips))
-        return;
     const QList<QPair<QWidget*, const char*>> tips = {
         {lstItems, "EQUIPMENT_LIST"}, {cmbData, "DATA"},       {cmbEquipType, "EQUIP_TYPE"},
         {cmbLevel, "EQUIP_LEVEL"},    {cmbChecked, "CHECKED"}, {cmbCompType, "COMP_TYPE"},

@@ -4,6 +4,7 @@
 #include "core/gamecursor.h"
 #include "core/prompt.h"
 #include "core/settings.h"
+#include "core/tooltip.h"
 #include "data/database.h"
 #include "data/errorreport.h"
 #include "data/quotes.h"
@@ -306,6 +307,7 @@ bool frmOptions::cmdApply_Click() {
 
     opt::saveFlag(opt::ReportErrorMessages, chkReportErrorMsgs->isChecked());
     opt::saveFlag(opt::Tooltips, chkToolTips->isChecked());
+    RefreshTips();
     opt::save(opt::DoubleClickEvent, QString::number(cmbDblClick->currentIndex()));
     opt::saveFlag(opt::DisplayVLNCursor, chkUseVLNCursor->isChecked());
     ApplyGameCursor(chkUseVLNCursor->isChecked());

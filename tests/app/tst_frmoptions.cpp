@@ -9,6 +9,7 @@
 #include "core/inifile.h"
 #include "core/programfolder.h"
 #include "core/settings.h"
+#include "core/tooltip.h"
 #include "data/database.h"
 #include "game/vlinterface.h"
 #include "lists/listmodel.h"
@@ -130,6 +131,7 @@ void TestFrmOptions::applyChecksTheCustomCaptions() {
 }
 
 void TestFrmOptions::applySavesEverythingAndShowsItAtOnce() {
+    QVERIFY(WriteIni(iniPath(), "Main", "EQUIPMENT_LIST", "The records."));
     m_main = std::make_unique<frmMain>();
     QVERIFY(gameChannel());
     QCOMPARE(gameChannel()->timerInterval(), 0);
@@ -166,6 +168,8 @@ void TestFrmOptions::applySavesEverythingAndShowsItAtOnce() {
     QCOMPARE(m_main->panelText("Interaction"), QString("Game Interaction: Enabled"));
     QVERIFY(!m_main->backgroundShown());
     QVERIFY(!GameCursorShown() && m_main->cursor().shape() == Qt::ArrowCursor);
+    QVERIFY(m_main->lstItems->toolTip().isEmpty()); // tips off in the windows already open too
+    QVERIFY(m_main->lstItems->toolTip().isEmpty()); // tips off in the windows already open too
     QCOMPARE(gameChannel()->timerInterval(), 250);
     QCOMPARE(gameChannel()->logStems(), GameFolder::stems());
     QVERIFY(QFileInfo::exists(m_game.page(1, 950)));
@@ -190,6 +194,9 @@ void TestFrmOptions::applySavesEverythingAndShowsItAtOnce() {
     again.chkUseVLNCursor->setChecked(true);
     QVERIFY(again.cmdApply_Click());
     QCOMPARE(m_main->cursor().shape(), Qt::BitmapCursor);
+    again.chkToolTips->setChecked(true);
+    QVERIFY(again.cmdApply_Click());
+    QCOMPARE(TipText(m_main->lstItems), QString("The records."));
     QCOMPARE(gameChannel()->timerInterval(), 0);
     QCOMPARE(m_main->panelText("Interaction"), QString("Game Interaction: Disabled"));
     m_main.reset();
