@@ -19,22 +19,25 @@ static const char* const kMob =
 class TestRecordset : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void init();
-    void cleanup();
+    void init() {
+        m_dir = std::make_unique<QTemporaryDir>();
+        m_cn.open(enginedb::connectionFor(enginedb::create(*m_dir)));
+    }
+    void cleanup() {
+        m_cn.close();
+        m_dir.reset();
+    }
     void forwardOnlyReads();
     void fieldKindsAndSizes_data();
     void fieldKindsAndSizes();
     void fieldNamesAndValues();
-    void failedOpenLeavesItClosed();
     void gridSaveRewritesRelationRows();
-    void equipmentWithStatisticsAddedAndChanged();
+    void failedWriteUndoesOnlyItself();
     void mobAcrossTwoTables();
     void valuesConvertedOrRefused();
     void wholeNumbersRoundHalfToEven_data();
     void wholeNumbersRoundHalfToEven();
-    void nullAndEmptyTextStayApart();
     void movingOffAChangedRowSavesIt();
-    void failedWriteUndoesOnlyItself();
     void deleteAcrossTablesIsAllOrNothing();
 
 private:
@@ -42,16 +45,6 @@ private:
     std::unique_ptr<QTemporaryDir> m_dir;
     Database m_cn;
 };
-
-void TestRecordset::init() {
-    m_dir = std::make_unique<QTemporaryDir>();
-    m_cn.open(enginedb::connectionFor(enginedb::create(*m_dir)));
-}
-
-void TestRecordset::cleanup() {
-    m_cn.close();
-    m_dir.reset();
-}
 
 void TestRecordset::forwardOnlyReads() {
     Recordset rs;
@@ -79,23 +72,33 @@ void TestRecordset::forwardOnlyReads() {
     rs.open("SELECT * FROM ITEMS WHERE ITEM_NAME = 'none'", m_cn, Recordset::Dynamic);
     QVERIFY(rs.eof() && rs.bof());
     QCOMPARE(rs.fieldCount(), 10);
+    // A failed open leaves it closed, with the connection's error records filled.
+    QVERIFY_THROWS_EXCEPTION(VbError, rs.open("SELECT NOPE FROM ITEMS", m_cn));
+    QVERIFY(!rs.isOpen() && rs.eof());
+    QCOMPARE(m_cn.errors().first().Number, hr::MissingValue);
+    Database closed;
+    QVERIFY_THROWS_EXCEPTION(VbError, rs.open("SELECT * FROM ITEMS", closed));
+    QCOMPARE(closed.errors().first().Description, QStringLiteral("The database is not open."));
 }
 
 void TestRecordset::fieldKindsAndSizes_data() {
     QTest::addColumn<QString>("field");
     QTest::addColumn<FieldKind>("kind");
     QTest::addColumn<int>("size");
-    QTest::newRow("varchar") << "EQUIPMENT_NAME" << FieldKind::Text << 100;
-    QTest::newRow("memo") << "COMMENTS" << FieldKind::Memo << 536870910;
-    QTest::newRow("integer") << "LVL" << FieldKind::Long << 4;
-    QTest::newRow("smallint") << "QUALITY" << FieldKind::Integer16 << 2;
-    QTest::newRow("boolean") << "CHECK" << FieldKind::Boolean << 2;
-    QTest::newRow("date") << "LAST_UPDATED" << FieldKind::Date << 8;
-    QTest::newRow("double") << "DELAY" << FieldKind::Double << 8;
-    QTest::newRow("single, all NULL") << "MANEUVERABILITY" << FieldKind::Single << 4;
-    QTest::newRow("computed fraction") << "DAMAGE_PER_SECOND" << FieldKind::Double << 8;
-    QTest::newRow("computed whole") << "TWICE" << FieldKind::Long << 4;
-    QTest::newRow("computed text") << "LABEL" << FieldKind::Text << 255;
+    auto row = [](const char* tag, const char* field, FieldKind kind, int size) {
+        QTest::newRow(tag) << QString(field) << kind << size;
+    };
+    row("varchar", "EQUIPMENT_NAME", FieldKind::Text, 100);
+    row("memo", "COMMENTS", FieldKind::Memo, 536870910);
+    row("integer", "LVL", FieldKind::Long, 4);
+    row("smallint", "QUALITY", FieldKind::Integer16, 2);
+    row("boolean", "CHECK", FieldKind::Boolean, 2);
+    row("date", "LAST_UPDATED", FieldKind::Date, 8);
+    row("double", "DELAY", FieldKind::Double, 8);
+    row("single, all NULL", "MANEUVERABILITY", FieldKind::Single, 4);
+    row("computed fraction", "DAMAGE_PER_SECOND", FieldKind::Double, 8);
+    row("computed whole", "TWICE", FieldKind::Long, 4);
+    row("computed text", "LABEL", FieldKind::Text, 255);
 }
 
 void TestRecordset::fieldKindsAndSizes() {
@@ -155,16 +158,6 @@ void TestRecordset::fieldNamesAndValues() {
     QCOMPARE(rs.value("BRAVERY").toString(), QStringLiteral("High"));
 }
 
-void TestRecordset::failedOpenLeavesItClosed() {
-    Recordset rs;
-    QVERIFY_THROWS_EXCEPTION(VbError, rs.open("SELECT NOPE FROM ITEMS", m_cn));
-    QVERIFY(!rs.isOpen() && rs.eof());
-    QCOMPARE(m_cn.errors().first().Number, hr::MissingValue);
-    Database closed;
-    QVERIFY_THROWS_EXCEPTION(VbError, rs.open("SELECT * FROM ITEMS", closed));
-    QCOMPARE(closed.errors().first().Description, QStringLiteral("The database is not open."));
-}
-
 // The grid save: delete every row, update, move next; then add the grid's rows.
 void TestRecordset::gridSaveRewritesRelationRows() {
     Recordset rs;
@@ -185,7 +178,6 @@ void TestRecordset::gridSaveRewritesRelationRows() {
             rs.setValue("AMOUNT", "5"); // Lens: left empty, NULL
         rs.update();
     }
-    rs.close();
     rs.open("SELECT COMPONENTS_COMPONENT, AMOUNT FROM EQUIPMENTS_COMPONENTS ORDER BY COMPONENTS_COMPONENT",
             m_cn);
     QCOMPARE(rs.storageClass(1), SQLITE_INTEGER); // "5" was stored as a number
@@ -195,10 +187,12 @@ void TestRecordset::gridSaveRewritesRelationRows() {
     QVERIFY(rs.isNull(1));
 }
 
-// A new beam: a failed write (the statistics row's name is taken) leaves nothing behind and can be
-// corrected; the row just added can be changed again.
-void TestRecordset::equipmentWithStatisticsAddedAndChanged() {
+// A new beam whose statistics row's name is taken: the failed write leaves nothing of that row
+// behind, keeps what the transaction wrote before it, and can be corrected; the row just added can
+// be changed again.
+void TestRecordset::failedWriteUndoesOnlyItself() {
     m_cn.beginTrans();
+    m_cn.execute("UPDATE EQUIPMENTS SET PRICE = 1 WHERE EQUIPMENT_NAME = 'Ember Beam'");
     Recordset rs;
     rs.open(QString(kBeam).arg("Nova''s Edge"), m_cn, Recordset::Dynamic);
     QVERIFY(rs.eof());
@@ -212,6 +206,7 @@ void TestRecordset::equipmentWithStatisticsAddedAndChanged() {
     QCOMPARE(m_cn.errors().first().NativeError, long(SQLITE_CONSTRAINT_UNIQUE));
     QVERIFY(m_cn.inTransaction());
     QCOMPARE(count("SELECT COUNT(*) FROM EQUIPMENTS WHERE EQUIPMENT_NAME = 'Nova''s Edge'"), 0L);
+    QCOMPARE(count("SELECT PRICE FROM EQUIPMENTS WHERE EQUIPMENT_NAME = 'Ember Beam'"), 1L);
     rs.setValue("STAT_NAME", "Nova's Edge");
     rs.update();
     rs.setValue("PURCHASE_PRICE", 450);
@@ -224,6 +219,7 @@ void TestRecordset::equipmentWithStatisticsAddedAndChanged() {
     QCOMPARE(rs.value("DAMAGE").toInt(), 12);
     QCOMPARE(rs.value("DELAY").toDouble(), 1.5);
     QCOMPARE(rs.value("LAST_UPDATED").toString(), QStringLiteral("2026-11-21 20:01:02"));
+    QCOMPARE(count("SELECT PRICE FROM EQUIPMENTS WHERE EQUIPMENT_NAME = 'Ember Beam'"), 1L);
 }
 
 void TestRecordset::mobAcrossTwoTables() {
@@ -238,8 +234,8 @@ void TestRecordset::mobAcrossTwoTables() {
     rs.close();
     QCOMPARE(
         count(
-            "SELECT COMBAT_LEVEL FROM MOBS, MOB_STATS WHERE MOBS.MOB_NAME = 'New MOB' AND PERSONAL_DB = TRUE AND "
-            "MOB_STATS.MOB_NAME = 'new mob'"),
+            "SELECT COMBAT_LEVEL FROM MOBS, MOB_STATS WHERE MOBS.MOB_NAME = 'New MOB' AND PERSONAL_DB = TRUE "
+            "AND MOB_STATS.MOB_NAME = 'new mob'"),
         12L);
     rs.open(QString(kMob).arg("Void Eel"), m_cn, Recordset::Dynamic);
     rs.deleteCurrent();
@@ -247,9 +243,11 @@ void TestRecordset::mobAcrossTwoTables() {
     rs.moveNext();
     QVERIFY(rs.eof());
     QCOMPARE(count("SELECT (SELECT COUNT(*) FROM MOBS) + (SELECT COUNT(*) FROM MOB_STATS)"),
-             2L); // the new MOB's two rows
+             2L); // the new MOB
 }
 
+// Values are converted to the field's kind when set, or refused at once naming the field; NULL and
+// an empty text stay apart in a text field.
 void TestRecordset::valuesConvertedOrRefused() {
     Recordset rs;
     rs.open(QString(kBeam).arg("Ember Beam"), m_cn, Recordset::Dynamic);
@@ -262,12 +260,21 @@ void TestRecordset::valuesConvertedOrRefused() {
     rs.setValue("PERSONAL_DB", "True");
     rs.setValue("UPDATED", -1); // Jet's True
     rs.setValue("DELAY", "");   // empty text in a number column is NULL
+    rs.setValue("TYPE", QVariant());
     rs.update();
     QCOMPARE(rs.value("LVL"), QVariant(2));
-    QVERIFY(rs.value("DELAY").isNull());
-    rs.close();
+    QVERIFY(rs.value("DELAY").isNull() && rs.value("TYPE").isNull());
     QCOMPARE(count("SELECT COUNT(*) FROM EQUIPMENTS WHERE UPDATED = TRUE AND PERSONAL_DB = 1 AND LVL = 2"),
              1L);
+    rs.setValue("PERSONAL_DB", "no");
+    rs.setValue("UPDATED", "Yes");
+    rs.setValue("TYPE", QString(""));
+    rs.update();
+    QVERIFY(!rs.value("TYPE").isNull());
+    rs.close();
+    QCOMPARE(
+        count("SELECT COUNT(*) FROM EQUIPMENTS WHERE UPDATED = TRUE AND PERSONAL_DB = FALSE AND TYPE = ''"),
+        1L);
     rs.open("SELECT ITEM_NAME, LVL * 2 AS TWICE FROM ITEMS", m_cn, Recordset::Dynamic);
     QVERIFY_THROWS_EXCEPTION(VbError, rs.setValue("TWICE", 3)); // a computed field
     rs.open("SELECT * FROM ITEMS WHERE ITEM_NAME = 'x'", m_cn, Recordset::Dynamic);
@@ -302,19 +309,6 @@ void TestRecordset::wholeNumbersRoundHalfToEven() {
     QCOMPARE(count("SELECT LVL FROM ITEMS WHERE ITEM_NAME = 'Crystal'"), long(stored));
 }
 
-// NULL written to a text field is NULL, an empty text is an empty text; both read back as written.
-void TestRecordset::nullAndEmptyTextStayApart() {
-    Recordset rs;
-    rs.open("SELECT MOB_NAME, TYPE, COMMENTS FROM MOBS", m_cn, Recordset::Dynamic);
-    rs.setValue("TYPE", QVariant());
-    rs.setValue("COMMENTS", QString(""));
-    rs.update();
-    QVERIFY(rs.value("TYPE").isNull());
-    QVERIFY(!rs.value("COMMENTS").isNull());
-    rs.close();
-    QCOMPARE(count("SELECT COUNT(*) FROM MOBS WHERE TYPE IS NULL AND COMMENTS = ''"), 1L);
-}
-
 // A changed row is written when the cursor leaves it, by moving on or back to the first row.
 void TestRecordset::movingOffAChangedRowSavesIt() {
     Recordset rs;
@@ -329,24 +323,6 @@ void TestRecordset::movingOffAChangedRowSavesIt() {
     rs.moveFirst(); // the new row too
     QCOMPARE(count("SELECT SUM(LVL) FROM RAW_MATERIALS WHERE RAW_MATERIAL_NAME IN ('Metal', 'Ore')"), 17L);
     QCOMPARE(count("SELECT COUNT(*) FROM RAW_MATERIALS WHERE RAW_MATERIAL_NAME = 'Dust'"), 1L);
-}
-
-// A row write that fails (its second table refuses) leaves nothing of that row behind, and keeps
-// what the surrounding transaction wrote before it.
-void TestRecordset::failedWriteUndoesOnlyItself() {
-    m_cn.beginTrans();
-    m_cn.execute("UPDATE EQUIPMENTS SET PRICE = 1 WHERE EQUIPMENT_NAME = 'Ember Beam'");
-    Recordset rs;
-    rs.open(QString(kBeam).arg("Nova"), m_cn, Recordset::Dynamic);
-    rs.addNew();
-    rs.setValue("EQUIPMENT_NAME", "Nova");
-    rs.setValue("STAT_NAME", "Ember Beam"); // taken: the statistics row is refused
-    QVERIFY_THROWS_EXCEPTION(VbError, rs.update());
-    rs.close();
-    QVERIFY(m_cn.inTransaction());
-    m_cn.commitTrans();
-    QCOMPARE(count("SELECT COUNT(*) FROM EQUIPMENTS WHERE EQUIPMENT_NAME = 'Nova'"), 0L);
-    QCOMPARE(count("SELECT PRICE FROM EQUIPMENTS WHERE EQUIPMENT_NAME = 'Ember Beam'"), 1L);
 }
 
 // Deleting a row of a join removes it from every table or from none.
