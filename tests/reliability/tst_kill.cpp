@@ -182,7 +182,7 @@ private Q_SLOTS:
     void restoreLeavesOldOrNew() {
         QString error;
         // Two backups big enough for the copy to take a while, and the database they replace.
-        for (const QString& which : {"a", "b"}) {
+        for (const QString which : {"a", "b"}) {
             QVERIFY2(GenerateSynthetic(m_dir->filePath(which + ".bak"), 3000, &error), qPrintable(error));
             openDb(m_dir->filePath(which + ".bak"));
             db().execute("INSERT INTO CHARACTERS (CHARACTER_NAME) VALUES ('Backup " + which + "')");
