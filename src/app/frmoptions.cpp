@@ -1,6 +1,7 @@
 #include "app/frmoptions.h"
 
 #include "app/frmmain.h"
+#include "core/gamecursor.h"
 #include "core/prompt.h"
 #include "core/settings.h"
 #include "data/database.h"
@@ -307,6 +308,7 @@ bool frmOptions::cmdApply_Click() {
     opt::saveFlag(opt::Tooltips, chkToolTips->isChecked());
     opt::save(opt::DoubleClickEvent, QString::number(cmbDblClick->currentIndex()));
     opt::saveFlag(opt::DisplayVLNCursor, chkUseVLNCursor->isChecked());
+    ApplyGameCursor(chkUseVLNCursor->isChecked());
     opt::saveFlag(opt::PreloadImages, chkPreloadImages->isChecked());
     opt::saveFlag(opt::PrintPreview, chkPrintPreview->isChecked());
     opt::saveFlag(opt::Background, chkBackground->isChecked());
