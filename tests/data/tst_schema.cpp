@@ -1,14 +1,17 @@
+#include "data/recordset.h"
 #include "data/schema.h"
+#include "enginedb.h"
 #include "tst_sampledata_db.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
 
-// The layout every other part of the program is written against, copied from the design with the
-// column kinds everyone agreed on (V text of a size, M memo, I whole, S 16-bit, F fraction, B yes/no,
-// D date), not read from the schema code.
+// The layout every other part of the program is written against, with the column kinds everyone
+// agreed on (V text of a size, M memo, I whole, S 16-bit, F fraction, B yes/no, D date), written out
+// here rather than read from the schema code.
 static const char* const kLayout =
     "EQUIPMENTS(EQUIPMENT_NAME V, TYPE V, MANUFACTURER V, LVL I, COMMENTS M, PRICE I, QUALITY S, UNIQUE_FLAG B, "
     "COST_TO_MANUFACTURE I, LAST_UPDATED D, CHECK B, PERSONAL_DB B, UPDATED B, SUBMITTED B, PIC_ID I, CUSTOM_01 V, "
@@ -56,8 +59,8 @@ static QList<QPair<QString, QStringList>> expectedTables() {
     return out;
 }
 
-// Every lookup value and the record column that holds it, as the design names them (the subtype,
-// which is in use only under its own type, has a test of its own).
+// Every lookup value and the record column that holds it (the subtype, which is in use only under
+// its own type, has a test of its own).
 static const char* const kLookupUses[][4] = {
     {"CLASSES", "CLASS_NAME", "EQUIPMENT_CLASS", "CLASS_NAME"},
     {"COMPONENT_TYPES", "COMPONENT_TYPE", "COMPONENTS", "TYPE"},
@@ -81,320 +84,336 @@ static const char* const kLookupUses[][4] = {
     {"SPAWN_RATE", "SPAWN_RATE", "MOBS_LOCATION", "SPAWN_RATE"},
     {"NAV_TYPES", "NAV_TYPE", "NAV_POINTS", "NAV_TYPE"}};
 
-// The columns that hold names: record names, the names in relationships, lookup values and the
-// record columns that hold them (the 100- and 50-character texts), the custom-field captions aside.
-static QList<QPair<QString, QString>> nameColumns(RawDb& db) {
-    QList<QPair<QString, QString>> out;
-    for (const auto& t : expectedTables())
-        if (t.first != "DB_OPTIONS")
-            for (const auto& c : db.rows("SELECT name, type FROM pragma_table_info(?)", {t.first}))
-                if (c[1] == "VARCHAR(100)" || c[1] == "VARCHAR(50)")
-                    out.append({t.first, c[0].toString()});
-    return out;
+// An INSERT of one row that gives the column the SQL expression and every other required column 'ok'.
+static QString insertOne(RawDb& db, const QString& table, const QString& column, const QString& expression) {
+    QStringList names{'"' + column + '"'}, values{expression};
+    for (const auto& other : db.rows("SELECT name FROM pragma_table_info(?) WHERE \"notnull\"", {table}))
+        if (other[0] != column)
+            names << '"' + other[0].toString() + '"', values << "'ok'";
+    return QString("INSERT INTO \"%1\" (%2) VALUES (%3)").arg(table, names.join(','), values.join(','));
 }
 
 class TestSchema : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void initTestCase();
-    void init();
-    void everyTableAndColumnOfTheDesign();
-    void namesAreUniqueWithoutRegardToCase_data();
-    void namesAreUniqueWithoutRegardToCase();
-    void constraintNamesTellTheSituation_data();
-    void constraintNamesTellTheSituation();
-    void everyColumnGuardsItsKind();
-    void nameColumnsRefuseWhatCannotComeBack_data();
-    void nameColumnsRefuseWhatCannotComeBack();
-    void lookupInUseCannotBeDeletedOrRenamed_data();
-    void lookupInUseCannotBeDeletedOrRenamed();
-    void subtypeInUseOnlyUnderItsType();
-    void orderedListsKeepTableOrder();
-    void relationshipsMayPointNowhere();
-    void createRefusesExistingFileAndBadFolder();
+    void initTestCase() {
+        m_template = m_dir.filePath("template.vosk");
+        QString error;
+        QVERIFY2(CreateDatabase(m_template, &error), qPrintable(error));
+    }
+    void init() { // each test gets its own copy of one new database
+        m_file = m_dir.filePath(QStringLiteral("db%1.vosk").arg(++m_n));
+        QVERIFY(QFile::copy(m_template, m_file));
+        QFile::setPermissions(m_file, QFile::ReadOwner | QFile::WriteOwner);
+    }
+    void cleanup() { db().close(); }
+    void everyTableAndColumnOfTheLayout() {
+        static const QHash<QString, QString> kinds = {{"INTEGER", "I"}, {"SMALLINT", "S"}, {"FLOAT", "F"},
+                                                      {"DOUBLE", "F"},  {"TEXT", "M"},     {"BOOLEAN", "B"},
+                                                      {"DATETIME", "D"}};
+        RawDb db(m_file);
+        QStringList names;
+        for (const auto& [table, columns] : expectedTables()) {
+            QStringList inFile; // extra columns would show up in the SELECT * lists
+            for (const auto& r : db.rows("SELECT name, type FROM pragma_table_info(?)", {table}))
+                inFile << r[0].toString() + ' ' +
+                              (r[1].toString().startsWith("VARCHAR(") ? "V"
+                                                                      : kinds.value(r[1].toString(), "?"));
+            QCOMPARE(inFile, columns);
+            names << table;
+        }
+        QCOMPARE(names.size(), 57);
+        names.sort();
+        QCOMPARE(
+            db.column(
+                "SELECT name FROM sqlite_master WHERE type = 'table' AND name NOT LIKE 'sqlite%' ORDER BY name"),
+            names);
+    }
+    void namesAreUniqueWithoutRegardToCase_data() {
+        QTest::addColumn<QString>("table");
+        QTest::addColumn<QString>("column");
+        const QStringList records =
+            QString("EQUIPMENTS COMPONENTS RAW_MATERIALS ITEMS MOBS STATIONS SECTORS AMO_TYPES "
+                    "MOB_STATS WEAPON_STATS")
+                .split(' ');
+        for (const auto& [table, columns] : expectedTables()) // record names and one-column lookups
+            if ((columns.size() == 1 || records.contains(table)) && table != "DB_VERSION")
+                QTest::newRow(qPrintable(table)) << table << columns.first().section(' ', 0, 0);
+    }
+    void namesAreUniqueWithoutRegardToCase() {
+        QFETCH(QString, table);
+        QFETCH(QString, column);
+        RawDb db(m_file);
+        const QString insert = QStringLiteral("INSERT INTO \"%1\" (\"%2\") VALUES (?)").arg(table, column);
+        QVERIFY2(db.exec(insert, {"Hunter's Lance"}), qPrintable(db.error()));
+        QVERIFY(!db.exec(insert, {"HUNTER'S LANCE"}));
+        QCOMPARE(db.extendedCode(), SQLITE_CONSTRAINT_UNIQUE);
+        QVERIFY(db.exec(insert, {"Éclair"}));
+        QVERIFY(!db.exec(insert, {"éCLAIR"})); // beyond A-Z too
+        QVERIFY(db.exec(insert, {"apple"}));
+        QVERIFY(db.exec(insert, {"Banana"}));
+        const QString select =
+            QStringLiteral("SELECT \"%2\" FROM \"%1\" WHERE \"%2\" <> ? ORDER BY 1").arg(table, column);
+        QCOMPARE(db.column(select, {"hunter's lance"}),
+                 (QStringList{"apple", "Banana", "Éclair"})); // any case
+    }
+    void constraintNamesTellTheSituation_data() {
+        QTest::addColumn<QString>("sql");
+        QTest::addColumn<QString>("failure"); // empty: the statement must succeed
+        auto row = [](const char* tag, const QString& sql, const QString& check = {}) {
+            QTest::newRow(tag) << sql
+                               << (check.isEmpty() || check.contains(' ')
+                                       ? check
+                                       : "CHECK constraint failed: " + check);
+        };
+        row("name of 100 fits",
+            "INSERT INTO EQUIPMENTS (EQUIPMENT_NAME) VALUES ('" + QString(100, 'x') + "')");
+        row("smallint range fits",
+            "INSERT INTO EQUIPMENTS (EQUIPMENT_NAME, QUALITY) VALUES ('a', 32767), ('b', -32768)");
+        row("smallint 32768", "INSERT INTO EQUIPMENTS (EQUIPMENT_NAME, QUALITY) VALUES ('a', 32768)",
+            "TOO_LARGE_EQUIPMENTS_QUALITY");
+        row("smallint -32769", "INSERT INTO EQUIPMENTS (EQUIPMENT_NAME, QUALITY) VALUES ('a', -32769)",
+            "TOO_LARGE_EQUIPMENTS_QUALITY");
+        row("long range fits, price codes fit",
+            "INSERT INTO ITEMS (ITEM_NAME, PRICE, LVL) VALUES ('a', 2147483647, -2), ('b', -2147483648, 0)");
+        row("long 2147483648", "INSERT INTO ITEMS (ITEM_NAME, PRICE) VALUES ('a', 2147483648)",
+            "TOO_LARGE_ITEMS_PRICE");
+        row("empty name", "INSERT INTO MOBS (MOB_NAME) VALUES ('')", "EMPTY_MOBS_MOB_NAME");
+        row("empty lookup", "INSERT INTO FACTIONS (FACTION) VALUES ('')", "EMPTY_FACTIONS_FACTION");
+        row("missing name", "INSERT INTO MOBS (TYPE) VALUES ('Organic')",
+            "NOT NULL constraint failed: MOBS.MOB_NAME");
+        row("number as text is a number", "INSERT INTO COMPONENTS (COMPONENT_NAME, LVL) VALUES ('a', '10')");
+        row("fraction in a whole number", "INSERT INTO COMPONENTS (COMPONENT_NAME, LVL) VALUES ('a', 2.5)",
+            "INVALID_COMPONENTS_LVL");
+        row("yes/no TRUE or NULL, a date",
+            "INSERT INTO ITEMS (ITEM_NAME, \"CHECK\", UPDATED, LAST_UPDATED) VALUES ('a', TRUE, NULL, '2026-11-21 10:00:00')");
+        row("the added fee, unknown or -1",
+            "INSERT INTO COMPONENTS (COMPONENT_NAME, COST_TO_MANUFACTURE) VALUES ('a', NULL), "
+            "('b', -1), ('c', 250)");
+        row("the added fee as text",
+            "INSERT INTO COMPONENTS (COMPONENT_NAME, COST_TO_MANUFACTURE) VALUES ('a', 'cheap')",
+            "INVALID_COMPONENTS_COST_TO_MANUFACTURE");
+        row("the added fee beyond 32 bits",
+            "INSERT INTO COMPONENTS (COMPONENT_NAME, COST_TO_MANUFACTURE) VALUES ('a', 3000000000)",
+            "TOO_LARGE_COMPONENTS_COST_TO_MANUFACTURE");
+    }
+    void constraintNamesTellTheSituation() {
+        QFETCH(QString, sql);
+        QFETCH(QString, failure);
+        RawDb db(m_file);
+        QCOMPARE(db.exec(sql), failure.isEmpty());
+        QCOMPARE(db.error(), failure);
+    }
+    // Every column of every table refuses what does not fit its kind under its own constraint name,
+    // so that a column added later without its guard is caught.
+    void everyColumnGuardsItsKind() {
+        RawDb db(m_file);
+        int checked = 0;
+        for (const auto& t : expectedTables())
+            for (const auto& col : db.rows("SELECT name, type FROM pragma_table_info(?)", {t.first})) {
+                const QString name = col[0].toString(), type = col[1].toString(), tag = t.first + "_" + name;
+                if (type == "TEXT" || type == "DATETIME")
+                    continue; // memo and date columns take any text
+                const bool text = type.startsWith("VARCHAR(");
+                const QVariant spoilt = text ? QVariant(QString(schema::textSize(type) + 1, 'w'))
+                                        : type == "BOOLEAN" ? QVariant(3)
+                                                            : QVariant("many");
+                QVERIFY2(!db.exec(insertOne(db, t.first, name, "?"), {spoilt}), qPrintable(tag));
+                QCOMPARE(db.error(),
+                         "CHECK constraint failed: " + QString(text ? "TOO_LARGE_" : "INVALID_") + tag);
+                ++checked;
+            }
+        QVERIFY2(checked > 150, qPrintable(QString::number(checked)));
+    }
+    // A name that would end its literal once it comes back through FixQuotes, a blob, and bytes that are
+    // not UTF-8 are refused by every name column (the 100- and 50-character texts), whoever writes them;
+    // a single quote is a name's own.
+    void nameColumnsRefuseWhatCannotComeBack_data() {
+        QTest::addColumn<QString>("value"); // an SQL expression
+        QTest::addColumn<bool>("stored");
+        QTest::newRow("single quote") << "'Hunter''s Lance'" << true;
+        QTest::newRow("two quotes apart") << "'a''b''c'" << true;
+        QTest::newRow("two quotes in a row") << "'x'''' OR ''''='''" << false;
+        QTest::newRow("typed doubled") << "'O''''Brien'" << false;
+        QTest::newRow("blob") << "x'414243'" << false;
+        QTest::newRow("latin-1 byte") << "CAST(x'4361669E' AS TEXT)" << false;
+        QTest::newRow("utf-8") << "CAST(x'C3A9636C616972' AS TEXT)" << true;
+    }
+    void nameColumnsRefuseWhatCannotComeBack() {
+        QFETCH(QString, value);
+        QFETCH(bool, stored);
+        RawDb db(m_file);
+        QVERIFY(db.exec("BEGIN"));
+        int columns = 0;
+        for (const auto& t : expectedTables())
+            for (const auto& c : db.rows("SELECT name, type FROM pragma_table_info(?)", {t.first})) {
+                if (t.first == "DB_OPTIONS" || (c[1] != "VARCHAR(100)" && c[1] != "VARCHAR(50)"))
+                    continue;
+                const QString column = c[0].toString();
+                QVERIFY(db.exec("SAVEPOINT one"));
+                QVERIFY2(db.exec(insertOne(db, t.first, column, value)) == stored,
+                         qPrintable(t.first + '.' + column + ": " + db.error()));
+                if (!stored)
+                    QCOMPARE(db.error(), "CHECK constraint failed: INVALID_" + t.first + '_' + column);
+                QVERIFY(db.exec("ROLLBACK TO one") && db.exec("RELEASE one"));
+                ++columns;
+            }
+        QVERIFY2(columns > 80, qPrintable(QString::number(columns)));
+    }
+    void lookupInUseCannotBeDeletedOrRenamed_data() {
+        QTest::addColumn<QStringList>("use");
+        for (const auto& u : kLookupUses)
+            QTest::newRow(qPrintable(QString("%1 in %2.%3").arg(u[0], u[2], u[3])))
+                << QStringList{u[0], u[1], u[2], u[3]};
+    }
+    void lookupInUseCannotBeDeletedOrRenamed() {
+        QFETCH(QStringList, use);
+        const QString lookup = use[0], key = use[1], user = use[2], column = use[3];
+        RawDb db(m_file);
+        QVERIFY(db.exec(QString("INSERT INTO \"%1\" (\"%2\") VALUES ('Zed'), ('Spare')").arg(lookup, key)));
+        QVERIFY2(db.exec(insertOne(db, user, column, "'zed'")),
+                 qPrintable(db.error())); // used in another case
+        const QString message = QStringLiteral("%1 value is in use by %2").arg(lookup, user);
+        const QString rename =
+            QString("UPDATE \"%1\" SET \"%2\" = 'Other' WHERE \"%2\" = 'Zed'").arg(lookup, key);
+        QVERIFY(!db.exec(QString("DELETE FROM \"%1\" WHERE \"%2\" = 'Zed'").arg(lookup, key)));
+        QCOMPARE(db.error(), message);
+        QVERIFY(!db.exec(rename));
+        QCOMPARE(db.error(), message);
+        QVERIFY(
+            db.exec(QString("DELETE FROM \"%1\" WHERE \"%2\" = 'Spare'").arg(lookup, key))); // unused: goes
+        QVERIFY(db.exec(QString("DELETE FROM \"%1\"").arg(user)));
+        QVERIFY2(db.exec(rename), qPrintable(db.error())); // once the record lets go
+    }
+    void subtypeInUseOnlyUnderItsType() {
+        RawDb db(m_file);
+        QVERIFY(db.exec("INSERT INTO COMPONENT_TYPES (COMPONENT_TYPE) VALUES ('Optics'), ('Circuitry')"));
+        QVERIFY(db.exec(
+            "INSERT INTO COMPONENT_TYPE_SUBTYPE (COMPONENT_TYPE, COMPONENT_SUBTYPE) VALUES ('Optics', 'Lens'), "
+            "('Circuitry', 'Lens')"));
+        QVERIFY(db.exec(
+            "INSERT INTO COMPONENTS (COMPONENT_NAME, TYPE, SUBTYPE) VALUES ('Basic Lens', 'Optics', 'Lens')"));
+        QVERIFY2(db.exec("DELETE FROM COMPONENT_TYPE_SUBTYPE WHERE COMPONENT_TYPE = 'Circuitry'"),
+                 qPrintable(db.error()));
+        QVERIFY(!db.exec("DELETE FROM COMPONENT_TYPE_SUBTYPE WHERE COMPONENT_TYPE = 'Optics'"));
+        QCOMPARE(db.error(), QStringLiteral("COMPONENT_TYPE_SUBTYPE value is in use by COMPONENTS"));
+        QVERIFY(!db.exec(
+            "DELETE FROM COMPONENT_TYPES WHERE COMPONENT_TYPE = 'Optics'")); // in use by its subtypes
+        QVERIFY(!db.exec(
+            "INSERT INTO COMPONENT_TYPE_SUBTYPE (COMPONENT_TYPE, COMPONENT_SUBTYPE) VALUES ('optics', 'LENS')"));
+        QCOMPARE(db.extendedCode(), SQLITE_CONSTRAINT_UNIQUE);
+    }
+    void orderedListsKeepTableOrder() {
+        RawDb db(m_file);
+        QStringList written;
+        for (int i = 0; i < 300; ++i)
+            written << QStringLiteral("%1 word %2").arg(QChar('Z' - i % 26)).arg(i);
+        for (const auto& [table, column] : {std::pair{"DROP_FREQUENCY", "FREQUENCY"},
+                                            {"SPAWN_RATE", "SPAWN_RATE"},
+                                            {"NAV_TYPES", "NAV_TYPE"}}) {
+            QVERIFY(db.exec("BEGIN"));
+            for (const QString& w : written)
+                QVERIFY(db.exec(QString("INSERT INTO %1 (%2) VALUES (?)").arg(table, column), {w}));
+            QVERIFY(db.exec("COMMIT") && db.exec("ANALYZE"));
+            QCOMPARE(db.column(QString("SELECT %1 FROM %2").arg(column, table)), written);
+        }
+    }
+    void relationshipsMayPointNowhere() {
+        RawDb db(m_file);
+        QVERIFY(db.exec(
+            "INSERT INTO EQUIPMENTS_COMPONENTS (EQUIPMENTS_EQUIPMENT, COMPONENTS_COMPONENT, AMOUNT) VALUES "
+            "('A', 'B', 2)"));
+        QVERIFY(db.exec("INSERT INTO EQUIPMENTS (EQUIPMENT_NAME, MANUFACTURER) VALUES ('A', 'Nobody Inc')"));
+        // Renames rewrite relationship rows themselves: nothing cascades or blocks.
+        QVERIFY(db.exec("UPDATE EQUIPMENTS SET EQUIPMENT_NAME = 'A2' WHERE EQUIPMENT_NAME = 'A'"));
+        QCOMPARE(
+            db.scalar("SELECT count(*) FROM EQUIPMENTS_COMPONENTS WHERE EQUIPMENTS_EQUIPMENT = 'A'").toInt(),
+            1);
+        const QString insert =
+            "INSERT INTO NAV_POINTS (NAV_POINT_NAME, SECTOR_NAME, X_POINT, NAV_TYPE) VALUES (?, ?, 1.5, 'Gate')";
+        QVERIFY(db.exec(insert, {"Gate West", "Aldra Prime"}));
+        QVERIFY(db.exec(insert, {"Gate West", "Aldra Drift"})); // nav point names are unique per sector
+        QVERIFY(!db.exec(insert, {"gate west", "ALDRA PRIME"}));
+        QCOMPARE(db.extendedCode(), SQLITE_CONSTRAINT_UNIQUE);
+    }
+    void createRefusesExistingFileAndBadFolder() {
+        QString error;
+        QVERIFY(!CreateDatabase(m_file, &error));
+        QVERIFY(error.contains("already exists"));
+        RawDb db(m_file); // untouched: as new, only the version and the options row
+        QCOMPARE(db.column("SELECT VERSION FROM DB_VERSION"), QStringList{"6"});
+        QCOMPARE(db.scalar("SELECT count(*) || CUSTOM_FIELDS_ON FROM DB_OPTIONS").toString(),
+                 QStringLiteral("10"));
+        const QString bad = m_dir.filePath("no/such/folder/data.vosk");
+        QVERIFY(!CreateDatabase(bad, &error));
+        QVERIFY(!QFile::exists(bad));
+    }
+    // A version-6 file written before the component's manufacturing fee existed gets it when it is opened,
+    // keeping its rows, its version and the column's guard; a file that has it is not written.
+    void anOlderFileGetsTheAddedColumnWhenOpened() {
+        const auto schemaVersion = [this] { return RawDb(m_file).scalar("PRAGMA schema_version").toInt(); };
+        const int untouched = schemaVersion();
+        db().open(enginedb::connectionFor(m_file));
+        db().close();
+        QCOMPARE(schemaVersion(), untouched);
+        {
+            RawDb raw(m_file);
+            QVERIFY2(raw.exec("ALTER TABLE COMPONENTS DROP COLUMN COST_TO_MANUFACTURE"),
+                     qPrintable(raw.error()));
+            QVERIFY(raw.exec(
+                "INSERT INTO COMPONENTS (COMPONENT_NAME, LVL, PRICE) VALUES ('Gunner''s Sight', 4, 90)"));
+        }
+        db().open(enginedb::connectionFor(m_file));
+        Recordset rs;
+        rs.open("SELECT * FROM COMPONENTS WHERE COMPONENT_NAME = 'Gunner''s Sight'");
+        QCOMPARE(rs.value("PRICE").toInt(), 90);
+        QVERIFY(rs.value("COST_TO_MANUFACTURE").isNull());
+        rs.close();
+        db().execute(
+            "UPDATE COMPONENTS SET COST_TO_MANUFACTURE = 35 WHERE COMPONENT_NAME = 'Gunner''s Sight'");
+        db().close();
+        RawDb raw(m_file);
+        QCOMPARE(raw.scalar("SELECT MAX(VERSION) FROM DB_VERSION").toInt(), 6);
+        QCOMPARE(raw.scalar("SELECT COST_TO_MANUFACTURE FROM COMPONENTS").toInt(), 35);
+        QVERIFY(!raw.exec("UPDATE COMPONENTS SET COST_TO_MANUFACTURE = 'cheap'"));
+        QVERIFY(raw.error().contains("INVALID_COMPONENTS_COST_TO_MANUFACTURE"));
+        // Not part of the layout every version-6 file has, so that older backups still restore.
+        QVERIFY(schema::findTable("COMPONENTS"));
+        for (const schema::Column& c : schema::findTable("COMPONENTS")->columns)
+            QVERIFY(c.name != "COST_TO_MANUFACTURE");
+    }
+    // A file of another version, one without the table, or one that cannot be written is left as it is
+    // and still opens.
+    void otherFilesAreLeftAsTheyAre_data() {
+        QTest::addColumn<QString>("change");
+        QTest::newRow("a version 5 file") << "UPDATE DB_VERSION SET VERSION = 5";
+        QTest::newRow("no components table") << "DROP TABLE COMPONENTS";
+        QTest::newRow("a read-only file") << "";
+    }
+    void otherFilesAreLeftAsTheyAre() {
+        QFETCH(QString, change);
+        {
+            RawDb raw(m_file);
+            QVERIFY(raw.exec("ALTER TABLE COMPONENTS DROP COLUMN COST_TO_MANUFACTURE"));
+            QVERIFY2(change.isEmpty() || raw.exec(change), qPrintable(raw.error()));
+        }
+        const int version = RawDb(m_file).scalar("PRAGMA schema_version").toInt();
+        if (change.isEmpty()) {
+            QFile::setPermissions(m_file, QFile::ReadOwner);
+            if (QFileInfo(m_file).isWritable())
+                QSKIP("this user can write a read-only file");
+        }
+        db().open(enginedb::connectionFor(m_file));
+        QVERIFY(db().isOpen());
+        db().close();
+        QCOMPARE(RawDb(m_file).scalar("PRAGMA schema_version").toInt(), version);
+    }
 
 private:
     QTemporaryDir m_dir;
     QString m_template, m_file;
     int m_n = 0;
 };
-
-void TestSchema::initTestCase() {
-    m_template = m_dir.filePath("template.vosk");
-    QString error;
-    QVERIFY2(CreateDatabase(m_template, &error), qPrintable(error));
-}
-
-void TestSchema::init() { // each test gets its own copy of one new database
-    m_file = m_dir.filePath(QStringLiteral("db%1.vosk").arg(++m_n));
-    QVERIFY(QFile::copy(m_template, m_file));
-}
-
-void TestSchema::everyTableAndColumnOfTheDesign() {
-    static const QHash<QString, QString> kinds = {{"INTEGER", "I"}, {"SMALLINT", "S"}, {"FLOAT", "F"},
-                                                  {"DOUBLE", "F"},  {"TEXT", "M"},     {"BOOLEAN", "B"},
-                                                  {"DATETIME", "D"}};
-    RawDb db(m_file);
-    QStringList names;
-    for (const auto& [table, columns] : expectedTables()) {
-        QStringList inFile; // extra columns would show up in the SELECT * lists
-        for (const auto& r : db.rows("SELECT name, type FROM pragma_table_info(?)", {table}))
-            inFile << r[0].toString() + ' ' +
-                          (r[1].toString().startsWith("VARCHAR(") ? "V" : kinds.value(r[1].toString(), "?"));
-        QCOMPARE(inFile, columns);
-        names << table;
-    }
-    QCOMPARE(names.size(), 57);
-    names.sort();
-    QCOMPARE(
-        db.column(
-            "SELECT name FROM sqlite_master WHERE type = 'table' AND name NOT LIKE 'sqlite%' ORDER BY name"),
-        names);
-}
-
-void TestSchema::namesAreUniqueWithoutRegardToCase_data() {
-    QTest::addColumn<QString>("table");
-    QTest::addColumn<QString>("column");
-    for (const auto& [table, columns] : expectedTables()) // record names and one-column lookups
-        if (columns.size() == 1 ||
-            QString("EQUIPMENTS COMPONENTS RAW_MATERIALS ITEMS MOBS STATIONS SECTORS AMO_TYPES MOB_STATS "
-                    "WEAPON_STATS")
-                .split(' ')
-                .contains(table))
-            if (table != "DB_VERSION")
-                QTest::newRow(qPrintable(table)) << table << columns.first().section(' ', 0, 0);
-}
-
-void TestSchema::namesAreUniqueWithoutRegardToCase() {
-    QFETCH(QString, table);
-    QFETCH(QString, column);
-    RawDb db(m_file);
-    const QString insert = QStringLiteral("INSERT INTO \"%1\" (\"%2\") VALUES (?)").arg(table, column);
-    QVERIFY2(db.exec(insert, {"Hunter's Lance"}), qPrintable(db.error()));
-    QVERIFY(!db.exec(insert, {"HUNTER'S LANCE"}));
-    QCOMPARE(db.extendedCode(), SQLITE_CONSTRAINT_UNIQUE);
-    QVERIFY(db.exec(insert, {"Éclair"}));
-    QVERIFY(!db.exec(insert, {"éCLAIR"})); // beyond A-Z too
-    QVERIFY(db.exec(insert, {"apple"}));
-    QVERIFY(db.exec(insert, {"Banana"}));
-    const QString select =
-        QStringLiteral("SELECT \"%2\" FROM \"%1\" WHERE \"%2\" <> ? ORDER BY 1").arg(table, column);
-    QCOMPARE(db.column(select, {"hunter's lance"}),
-             (QStringList{"apple", "Banana", "Éclair"})); // found and sorted in any case
-}
-
-void TestSchema::constraintNamesTellTheSituation_data() {
-    QTest::addColumn<QString>("sql");
-    QTest::addColumn<QString>("failure"); // empty: the statement must succeed
-    const QString check = "CHECK constraint failed: ";
-    QTest::newRow("name of 100 fits")
-        << "INSERT INTO EQUIPMENTS (EQUIPMENT_NAME) VALUES ('" + QString(100, 'x') + "')"
-        << "";
-    QTest::newRow("smallint 32767 fits")
-        << "INSERT INTO EQUIPMENTS (EQUIPMENT_NAME, QUALITY) VALUES ('a', 32767)"
-        << "";
-    QTest::newRow("smallint -32769")
-        << "INSERT INTO EQUIPMENTS (EQUIPMENT_NAME, QUALITY) VALUES ('a', -32769)"
-        << check + "TOO_LARGE_EQUIPMENTS_QUALITY";
-    QTest::newRow("long 2147483647 fits, price codes fit")
-        << "INSERT INTO ITEMS (ITEM_NAME, PRICE, LVL) VALUES ('a', 2147483647, -2)"
-        << "";
-    QTest::newRow("long 2147483648") << "INSERT INTO ITEMS (ITEM_NAME, PRICE) VALUES ('a', 2147483648)"
-                                     << check + "TOO_LARGE_ITEMS_PRICE";
-    QTest::newRow("empty name") << "INSERT INTO MOBS (MOB_NAME) VALUES ('')" << check + "EMPTY_MOBS_MOB_NAME";
-    QTest::newRow("empty lookup") << "INSERT INTO FACTIONS (FACTION) VALUES ('')"
-                                  << check + "EMPTY_FACTIONS_FACTION";
-    QTest::newRow("missing name") << "INSERT INTO MOBS (TYPE) VALUES ('Organic')"
-                                  << "NOT NULL constraint failed: MOBS.MOB_NAME";
-    QTest::newRow("number as text is a number")
-        << "INSERT INTO COMPONENTS (COMPONENT_NAME, LVL) VALUES ('a', '10')"
-        << "";
-    QTest::newRow("fraction in a whole number")
-        << "INSERT INTO COMPONENTS (COMPONENT_NAME, LVL) VALUES ('a', 2.5)"
-        << check + "INVALID_COMPONENTS_LVL";
-    QTest::newRow("yes/no TRUE or NULL, a date")
-        << "INSERT INTO ITEMS (ITEM_NAME, \"CHECK\", UPDATED, LAST_UPDATED) VALUES "
-           "('a', TRUE, NULL, '2026-11-21 10:00:00')"
-        << "";
-}
-
-void TestSchema::constraintNamesTellTheSituation() {
-    QFETCH(QString, sql);
-    QFETCH(QString, failure);
-    RawDb db(m_file);
-    QCOMPARE(db.exec(sql), failure.isEmpty());
-    QCOMPARE(db.error(), failure);
-}
-
-// Every column of every table refuses what does not fit its kind under its own constraint name,
-// so that a column added later without its guard is caught.
-void TestSchema::everyColumnGuardsItsKind() {
-    RawDb db(m_file);
-    int checked = 0;
-    for (const auto& t : expectedTables()) {
-        const auto info = db.rows("SELECT name, type, \"notnull\" FROM pragma_table_info(?)", {t.first});
-        for (const auto& col : info) {
-            const QString name = col[0].toString(), type = col[1].toString(), tag = t.first + "_" + name;
-            QStringList
-                names; // the required columns filled with fitting values, then the one under test spoilt
-            QVariantList values;
-            for (const auto& other : info)
-                if (other[2].toInt() && other[0] != col[0])
-                    names << '"' + other[0].toString() + '"', values << "ok";
-            if (type.startsWith("VARCHAR("))
-                values << QString(schema::textSize(type) + 1, 'w');
-            else if (type == "TEXT" || type == "DATETIME")
-                continue; // memo and date columns take any text
-            else
-                values << (type == "BOOLEAN" ? QVariant(3) : QVariant("many"));
-            names << '"' + name + '"';
-            const QString marks = QString("?,").repeated(values.size()).chopped(1);
-            QVERIFY2(
-                !db.exec(QString("INSERT INTO \"%1\" (%2) VALUES (%3)").arg(t.first, names.join(','), marks),
-                         values),
-                qPrintable(tag));
-            QCOMPARE(db.error(), "CHECK constraint failed: " +
-                                     QString(type.startsWith("VARCHAR(") ? "TOO_LARGE_" : "INVALID_") + tag);
-            ++checked;
-        }
-    }
-    QVERIFY2(checked > 150, qPrintable(QString::number(checked)));
-}
-
-// A name that would end its literal once it comes back through FixQuotes, a blob, and bytes that are
-// not UTF-8 are refused by every name column, whoever writes them; a single quote is a name's own.
-void TestSchema::nameColumnsRefuseWhatCannotComeBack_data() {
-    QTest::addColumn<QString>("value"); // an SQL expression
-    QTest::addColumn<bool>("stored");
-    QTest::newRow("single quote") << "'Hunter''s Lance'" << true;
-    QTest::newRow("two quotes apart") << "'a''b''c'" << true;
-    QTest::newRow("two quotes in a row") << "'x'''' OR ''''='''" << false;
-    QTest::newRow("typed doubled") << "'O''''Brien'" << false;
-    QTest::newRow("blob") << "x'414243'" << false;
-    QTest::newRow("latin-1 byte") << "CAST(x'4361669E' AS TEXT)" << false;
-    QTest::newRow("utf-8") << "CAST(x'C3A9636C616972' AS TEXT)" << true;
-}
-
-void TestSchema::nameColumnsRefuseWhatCannotComeBack() {
-    QFETCH(QString, value);
-    QFETCH(bool, stored);
-    RawDb db(m_file);
-    const auto columns = nameColumns(db);
-    QVERIFY2(columns.size() > 80, qPrintable(QString::number(columns.size())));
-    QVERIFY(db.exec("BEGIN"));
-    for (const auto& [table, column] : columns) {
-        QStringList names{'"' + column + '"'}, values{value};
-        for (const auto& other : db.rows("SELECT name FROM pragma_table_info(?) WHERE \"notnull\"", {table}))
-            if (other[0] != column)
-                names << '"' + other[0].toString() + '"', values << "'ok'";
-        const QString insert =
-            QString("INSERT INTO \"%1\" (%2) VALUES (%3)").arg(table, names.join(','), values.join(','));
-        QVERIFY(db.exec("SAVEPOINT one"));
-        QVERIFY2(db.exec(insert) == stored, qPrintable(table + '.' + column + ": " + db.error()));
-        if (!stored)
-            QCOMPARE(db.error(), "CHECK constraint failed: INVALID_" + table + '_' + column);
-        QVERIFY(db.exec("ROLLBACK TO one"));
-        QVERIFY(db.exec("RELEASE one"));
-    }
-    QVERIFY(db.exec("ROLLBACK"));
-}
-
-void TestSchema::lookupInUseCannotBeDeletedOrRenamed_data() {
-    QTest::addColumn<QStringList>("use");
-    for (const auto& u : kLookupUses)
-        QTest::newRow(qPrintable(QString("%1 in %2.%3").arg(u[0], u[2], u[3])))
-            << QStringList{u[0], u[1], u[2], u[3]};
-}
-
-void TestSchema::lookupInUseCannotBeDeletedOrRenamed() {
-    QFETCH(QStringList, use);
-    const QString lookup = use[0], key = use[1], user = use[2], column = use[3];
-    RawDb db(m_file);
-    QVERIFY(db.exec(QString("INSERT INTO \"%1\" (\"%2\") VALUES ('Zed'), ('Spare')").arg(lookup, key)));
-    // The record uses the value in another case; its other required columns are filled too.
-    QStringList names{'"' + column + '"'}, values{"'zed'"};
-    for (const auto& other : db.rows("SELECT name FROM pragma_table_info(?) WHERE \"notnull\"", {user}))
-        if (other[0] != column)
-            names << '"' + other[0].toString() + '"', values << "'x'";
-    QVERIFY2(
-        db.exec(QString("INSERT INTO \"%1\" (%2) VALUES (%3)").arg(user, names.join(','), values.join(','))),
-        qPrintable(db.error()));
-    const QString message = QStringLiteral("%1 value is in use by %2").arg(lookup, user);
-    const QString rename =
-        QString("UPDATE \"%1\" SET \"%2\" = 'Other' WHERE \"%2\" = 'Zed'").arg(lookup, key);
-    QVERIFY(!db.exec(QString("DELETE FROM \"%1\" WHERE \"%2\" = 'Zed'").arg(lookup, key)));
-    QCOMPARE(db.error(), message);
-    QVERIFY(!db.exec(rename));
-    QCOMPARE(db.error(), message);
-    QVERIFY(db.exec(QString("DELETE FROM \"%1\" WHERE \"%2\" = 'Spare'").arg(lookup, key))); // unused: goes
-    QVERIFY(db.exec(QString("DELETE FROM \"%1\"").arg(user)));
-    QVERIFY2(db.exec(rename), qPrintable(db.error())); // once the record lets go
-}
-
-void TestSchema::subtypeInUseOnlyUnderItsType() {
-    RawDb db(m_file);
-    QVERIFY(db.exec("INSERT INTO COMPONENT_TYPES (COMPONENT_TYPE) VALUES ('Optics'), ('Circuitry')"));
-    QVERIFY(db.exec(
-        "INSERT INTO COMPONENT_TYPE_SUBTYPE (COMPONENT_TYPE, COMPONENT_SUBTYPE) VALUES ('Optics', 'Lens'), ('Circuitry', 'Lens')"));
-    QVERIFY(db.exec(
-        "INSERT INTO COMPONENTS (COMPONENT_NAME, TYPE, SUBTYPE) VALUES ('Basic Lens', 'Optics', 'Lens')"));
-    QVERIFY2(db.exec("DELETE FROM COMPONENT_TYPE_SUBTYPE WHERE COMPONENT_TYPE = 'Circuitry'"),
-             qPrintable(db.error()));
-    QVERIFY(!db.exec("DELETE FROM COMPONENT_TYPE_SUBTYPE WHERE COMPONENT_TYPE = 'Optics'"));
-    QCOMPARE(db.error(), QStringLiteral("COMPONENT_TYPE_SUBTYPE value is in use by COMPONENTS"));
-    QVERIFY(
-        !db.exec("DELETE FROM COMPONENT_TYPES WHERE COMPONENT_TYPE = 'Optics'")); // in use by its subtypes
-    QVERIFY(!db.exec(
-        "INSERT INTO COMPONENT_TYPE_SUBTYPE (COMPONENT_TYPE, COMPONENT_SUBTYPE) VALUES ('optics', 'LENS')"));
-    QCOMPARE(db.extendedCode(), SQLITE_CONSTRAINT_UNIQUE);
-}
-
-void TestSchema::orderedListsKeepTableOrder() {
-    RawDb db(m_file);
-    for (const auto& [table, column] : {std::pair{"DROP_FREQUENCY", "FREQUENCY"},
-                                        {"SPAWN_RATE", "SPAWN_RATE"},
-                                        {"NAV_TYPES", "NAV_TYPE"}}) {
-        QStringList written;
-        for (int i = 0; i < 300; ++i)
-            written << QStringLiteral("%1 word %2").arg(QChar('Z' - i % 26)).arg(i);
-        QVERIFY(db.exec("BEGIN"));
-        for (const QString& w : written)
-            QVERIFY(db.exec(QString("INSERT INTO %1 (%2) VALUES (?)").arg(table, column), {w}));
-        QVERIFY(db.exec("COMMIT"));
-        QVERIFY(db.exec("ANALYZE"));
-        QCOMPARE(db.column(QString("SELECT %1 FROM %2").arg(column, table)), written);
-    }
-}
-
-void TestSchema::relationshipsMayPointNowhere() {
-    RawDb db(m_file);
-    QVERIFY(db.exec(
-        "INSERT INTO EQUIPMENTS_COMPONENTS (EQUIPMENTS_EQUIPMENT, COMPONENTS_COMPONENT, AMOUNT) VALUES ('A', 'B', 2)"));
-    QVERIFY(db.exec("INSERT INTO EQUIPMENTS (EQUIPMENT_NAME, MANUFACTURER) VALUES ('A', 'Nobody Inc')"));
-    // Renames rewrite relationship rows themselves: nothing cascades or blocks.
-    QVERIFY(db.exec("UPDATE EQUIPMENTS SET EQUIPMENT_NAME = 'A2' WHERE EQUIPMENT_NAME = 'A'"));
-    QCOMPARE(db.scalar("SELECT count(*) FROM EQUIPMENTS_COMPONENTS WHERE EQUIPMENTS_EQUIPMENT = 'A'").toInt(),
-             1);
-    const QString insert =
-        "INSERT INTO NAV_POINTS (NAV_POINT_NAME, SECTOR_NAME, X_POINT, NAV_TYPE) VALUES (?, ?, 1.5, 'Gate')";
-    QVERIFY(db.exec(insert, {"Gate West", "Aldra Prime"}));
-    QVERIFY(db.exec(insert, {"Gate West", "Aldra Drift"})); // nav point names are unique per sector
-    QVERIFY(!db.exec(insert, {"gate west", "ALDRA PRIME"}));
-    QCOMPARE(db.extendedCode(), SQLITE_CONSTRAINT_UNIQUE);
-}
-
-void TestSchema::createRefusesExistingFileAndBadFolder() {
-    QString error;
-    QVERIFY(!CreateDatabase(m_file, &error));
-    QVERIFY(error.contains("already exists"));
-    RawDb db(m_file); // untouched: as new, only the version and the options row
-    QCOMPARE(db.column("SELECT VERSION FROM DB_VERSION"), QStringList{"6"});
-    QCOMPARE(db.scalar("SELECT count(*) || CUSTOM_FIELDS_ON FROM DB_OPTIONS").toString(),
-             QStringLiteral("10"));
-    const QString bad = m_dir.filePath("no/such/folder/data.vosk");
-    QVERIFY(!CreateDatabase(bad, &error));
-    QVERIFY(!QFile::exists(bad));
-}
 
 QTEST_GUILESS_MAIN(TestSchema)
 #include "tst_schema.moc"

@@ -15,28 +15,203 @@ namespace {
 int sign(int v) {
     return (v > 0) - (v < 0);
 }
-QByteArray utf8(const char* s) {
-    return QByteArray(s);
-}
 } // namespace
 
 class TestSqlFunctions : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void init();
-    void cleanup();
-    void compareFolded_data();
-    void compareFolded();
-    void compareAgreesWithFoldedTexts();
-    void like_data();
-    void like();
-    void validUtf8_data();
-    void validUtf8();
-    void namesAgreeOnTheFolding_data();
-    void namesAgreeOnTheFolding();
-    void likeInStatements();
-    void lookupInUseWhateverItsCase();
-    void plainConnectionReadsWholeTables();
+    void init() {
+        m_dir = std::make_unique<QTemporaryDir>();
+        m_path = enginedb::create(*m_dir);
+        QVERIFY(!m_path.isEmpty());
+        m_cn.open(enginedb::connectionFor(m_path));
+    }
+    void cleanup() {
+        m_cn.close();
+        m_dir.reset();
+    }
+    void compareFolded_data() {
+        QTest::addColumn<QByteArray>("a");
+        QTest::addColumn<QByteArray>("b");
+        QTest::addColumn<int>("order");
+        auto row = [](const char* tag, const QByteArray& a, const QByteArray& b, int order) {
+            QTest::newRow(tag) << a << b << order;
+        };
+        row("ascii case", "Field Welder", "FIELD welder", 0);
+        row("ascii order ignores case", "apple", "Banana", -1);
+        row("underscore sorts before letters", "A_B", "aab", -1);
+        row("prefix first", "Beam", "beam 2", -1);
+        row("latin", "Éclair", "éCLAIR", 0);
+        row("latin after ascii", "éclair", "zebra", 1);
+        row("greek sigmas", "ΣΟΦΟΣ", "σοφος", 0);
+        row("kelvin sign is k", "\u212Aelvin", "kelvin", 0);
+        row("capital sharp s", "STRA\u1E9EE", "straße", 0);
+        row("sharp s is not ss", "straße", "strasse", 1);
+        row("beyond the BMP", "\U00010400", "\U00010428", 0);
+        row("dotted capital I stays itself", "\u0130", "i", 1);
+        row("malformed byte equals only itself", "a\xFF", "A\xFF", 0);
+        row("malformed byte is no character", "\xC3", "\u00C3", 1);
+        row("empty", QByteArray(), "a", -1);
+    }
+    void compareFolded() {
+        QFETCH(QByteArray, a);
+        QFETCH(QByteArray, b);
+        QFETCH(int, order);
+        QCOMPARE(sign(CompareFolded(a, b)), order);
+        QCOMPARE(sign(CompareFolded(b, a)), -order);
+    }
+    // Random texts of ASCII, Latin, Greek and letters beyond the BMP, seeded: the byte-wise collation
+    // orders them as their case foldings, character by character.
+    void compareAgreesWithFoldedTexts() {
+        const QList<char32_t> alphabet = {U'a',  U'A',  U'z',   U'Z', U'_',   U'0', 0xC9,    0xE9,    0x3A3,
+                                          0x3C2, 0x3C3, 0x212A, U'k', 0x1E9E, 0xDF, 0x10400, 0x10428, 0x4E2D};
+        QRandomGenerator rng(20261121);
+        auto text = [&] {
+            QList<char32_t> s(rng.bounded(5));
+            for (char32_t& c : s)
+                c = alphabet[rng.bounded(int(alphabet.size()))];
+            return QString::fromUcs4(s.constData(), s.size());
+        };
+        for (int i = 0; i < 20000; ++i) {
+            const QString a = text(), b = text();
+            const QList<uint> fa = FoldCase(a).toUcs4(), fb = FoldCase(b).toUcs4();
+            const int expected = fa < fb ? -1 : (fb < fa ? 1 : 0);
+            if (sign(CompareFolded(a.toUtf8(), b.toUtf8())) != expected)
+                QFAIL(qPrintable(a + " / " + b));
+        }
+    }
+    void like_data() {
+        QTest::addColumn<QByteArray>("pattern");
+        QTest::addColumn<QByteArray>("text");
+        QTest::addColumn<uint>("escape");
+        QTest::addColumn<bool>("match");
+        auto row = [](const char* tag, const char* pattern, const char* text, char escape, bool match) {
+            QTest::newRow(tag) << QByteArray(pattern) << QByteArray(text) << uint(escape) << match;
+        };
+        row("contains, any case", "%beam%", "Heavy BEAM II", 0, true);
+        row("contains beyond ascii", "%ÉCLAIR%", "Mini éclair", 0, true);
+        row("underscore is one character, not one byte", "_clair", "Éclair", 0, true);
+        row("underscore needs a character", "a_", "a", 0, false);
+        row("percent takes nothing too", "a%b", "ab", 0, true);
+        row("backtracking", "%abd", "abcabd", 0, true);
+        row("whole text, not a prefix", "beam", "beams", 0, false);
+        row("escaped percent is a percent", "50!%", "50%", '!', true);
+        row("escaped percent is no wildcard", "50!%", "500", '!', false);
+        row("trailing escape matches nothing", "a!", "a", '!', false);
+        row("sharp s is not ss", "%ss%", "straße", 0, false);
+        row("beyond the BMP", "\U00010400_", "\U00010428x", 0, true);
+    }
+    void like() {
+        QFETCH(QByteArray, pattern);
+        QFETCH(QByteArray, text);
+        QFETCH(uint, escape);
+        QFETCH(bool, match);
+        QCOMPARE(LikeFolded(pattern, text, char32_t(escape)), match);
+        // The same through the engine's LIKE operator.
+        Recordset rs;
+        rs.open(QStringLiteral("SELECT IIF('%1' LIKE '%2'%3, 1, 0)")
+                    .arg(QString::fromUtf8(text), QString::fromUtf8(pattern),
+                         escape ? QStringLiteral(" ESCAPE '%1'").arg(QChar(escape)) : QString()),
+                m_cn);
+        QCOMPARE(rs.intValue(0) == 1, match);
+    }
+    void validUtf8_data() {
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::addColumn<bool>("valid");
+        for (const auto& [tag, bytes, valid] : {std::tuple{"ascii", "Field Welder", true},
+                                                {"two to four bytes", "é \u4E2D \U00010400", true},
+                                                {"highest character", "\xF4\x8F\xBF\xBF", true},
+                                                {"stray continuation", "a\x80", false},
+                                                {"cut short", "a\xE4\xB8", false},
+                                                {"overlong slash", "\xC0\xAF", false},
+                                                {"overlong three bytes", "\xE0\x80\xAF", false},
+                                                {"surrogate", "\xED\xA0\x80", false},
+                                                {"above U+10FFFF", "\xF4\x90\x80\x80", false},
+                                                {"latin-1 byte", "Caf\xE9", false}})
+            QTest::newRow(tag) << QByteArray(bytes) << valid;
+    }
+    void validUtf8() {
+        QFETCH(QByteArray, bytes);
+        QFETCH(bool, valid);
+        QCOMPARE(IsValidUtf8(bytes), valid);
+        // A name made of these bytes is refused by the database itself, whichever way it is written.
+        RawDb raw(m_path);
+        const bool stored =
+            raw.exec(QStringLiteral("INSERT INTO CHARACTERS (CHARACTER_NAME) VALUES (CAST(x'%1' AS TEXT))")
+                         .arg(QString(bytes.toHex())));
+        QCOMPARE(stored, valid);
+        if (!valid)
+            QCOMPARE(raw.error(),
+                     QStringLiteral("CHECK constraint failed: INVALID_CHARACTERS_CHARACTER_NAME"));
+    }
+    // A name stored in one case is the same record in another: the unique index refuses the second,
+    // = and LIKE find the first (ASCII and Latin letters: see the schema's test of every name column).
+    void namesAgreeOnTheFolding_data() {
+        QTest::addColumn<QString>("stored");
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<bool>("same");
+        for (const auto& [stored, typed, same] : {std::tuple{"Σφαίρα", "ΣΦΑΊΡΑ", true},
+                                                  {"\U00010400 Relic", "\U00010428 relic", true},
+                                                  {"Eclair", "Éclair", false},
+                                                  {"Straße", "STRASSE", false}})
+            QTest::newRow(typed) << QString::fromUtf8(stored) << QString::fromUtf8(typed) << same;
+    }
+    void namesAgreeOnTheFolding() {
+        QFETCH(QString, stored);
+        QFETCH(QString, typed);
+        QFETCH(bool, same);
+        m_cn.execute("INSERT INTO ITEMS (ITEM_NAME, LVL) VALUES ('" + stored + "', 9)");
+        QCOMPARE(count("SELECT COUNT(*) FROM ITEMS WHERE ITEM_NAME = '" + typed + "'"), long(same));
+        QCOMPARE(count("SELECT COUNT(*) FROM ITEMS WHERE ITEM_NAME LIKE '" + typed + "'"), long(same));
+        QCOMPARE(count("SELECT COUNT(*) FROM ITEMS WHERE LVL = 9 AND ITEM_NAME IN (SELECT '" + typed + "')"),
+                 long(same));
+        if (same) {
+            QVERIFY_THROWS_EXCEPTION(VbError,
+                                     m_cn.execute("INSERT INTO ITEMS (ITEM_NAME) VALUES ('" + typed + "')"));
+            QCOMPARE(m_cn.errors().first().NativeError, long(SQLITE_CONSTRAINT_UNIQUE));
+        } else {
+            QCOMPARE(m_cn.execute("INSERT INTO ITEMS (ITEM_NAME) VALUES ('" + typed + "')"), 1L);
+        }
+    }
+    void likeInStatements() {
+        for (const char* name : {"Éclair Beam", "ÉCLAIR Lance", "Eclair Torch"})
+            m_cn.execute(QStringLiteral("INSERT INTO EQUIPMENTS (EQUIPMENT_NAME) VALUES ('%1')")
+                             .arg(QString::fromUtf8(name)));
+        // The game channel's search: the keyword anywhere in the name, sorted without regard to case.
+        Recordset rs;
+        rs.open("SELECT EQUIPMENT_NAME FROM EQUIPMENTS WHERE EQUIPMENT_NAME LIKE '%éclair%' ORDER BY "
+                "EQUIPMENTS.EQUIPMENT_NAME",
+                m_cn);
+        QStringList names;
+        for (; !rs.eof(); rs.moveNext())
+            names << rs.value(0).toString();
+        QCOMPARE(names, QStringList({"Éclair Beam", "ÉCLAIR Lance"}));
+        QCOMPARE(count("SELECT COUNT(*) FROM EQUIPMENTS WHERE EQUIPMENT_NAME LIKE NULL"), 0L);
+        QVERIFY_THROWS_EXCEPTION(
+            VbError, count("SELECT COUNT(*) FROM EQUIPMENTS WHERE EQUIPMENT_NAME LIKE 'a' ESCAPE 'xy'"));
+    }
+    // The in-use triggers compare with the column's collation: a lookup value in use in another case
+    // cannot be deleted either.
+    void lookupInUseWhateverItsCase() {
+        m_cn.execute("INSERT INTO FACTIONS (FACTION) VALUES ('Église')");
+        m_cn.execute("UPDATE MOBS SET FACTION = 'ÉGLISE' WHERE MOB_NAME = 'Void Eel'");
+        QVERIFY_THROWS_EXCEPTION(VbError, m_cn.execute("DELETE FROM FACTIONS WHERE FACTION = 'église'"));
+        QCOMPARE(m_cn.errors().first().NativeError, long(SQLITE_CONSTRAINT_TRIGGER));
+        QCOMPARE(count("SELECT COUNT(*) FROM FACTIONS"), 1L);
+    }
+    // Without the program's functions (as the plain sqlite3 shell opens the file) whole tables still
+    // read; comparing names needs the collation, and writing a name needs the check's function.
+    void plainConnectionReadsWholeTables() {
+        m_cn.close();
+        RawDb shell(m_path, false);
+        QCOMPARE(shell.column("SELECT EQUIPMENT_NAME FROM EQUIPMENTS WHERE LVL = 3"),
+                 QStringList{"Hunter's Lance"});
+        QVERIFY(shell.error().isEmpty());
+        QVERIFY(shell.rows("SELECT LVL FROM EQUIPMENTS WHERE EQUIPMENT_NAME = 'x'").isEmpty());
+        QCOMPARE(shell.error(), QStringLiteral("no such collation sequence: VOSK_NOCASE"));
+        QVERIFY(!shell.exec("UPDATE EQUIPMENTS SET TYPE = 'Beam' WHERE rowid = 1"));
+        QCOMPARE(shell.error(), QStringLiteral("unknown function: VOSK_VALID_UTF8()"));
+    }
 
 private:
     long count(const QString& sql) { return enginedb::count(sql, m_cn); }
@@ -44,212 +219,6 @@ private:
     QString m_path;
     Database m_cn;
 };
-
-void TestSqlFunctions::init() {
-    m_dir = std::make_unique<QTemporaryDir>();
-    m_path = enginedb::create(*m_dir);
-    QVERIFY(!m_path.isEmpty());
-    m_cn.open(enginedb::connectionFor(m_path));
-}
-
-void TestSqlFunctions::cleanup() {
-    m_cn.close();
-    m_dir.reset();
-}
-
-void TestSqlFunctions::compareFolded_data() {
-    QTest::addColumn<QByteArray>("a");
-    QTest::addColumn<QByteArray>("b");
-    QTest::addColumn<int>("order");
-    QTest::newRow("ascii case") << utf8("Field Welder") << utf8("FIELD welder") << 0;
-    QTest::newRow("ascii order ignores case") << utf8("apple") << utf8("Banana") << -1;
-    QTest::newRow("underscore sorts before letters") << utf8("A_B") << utf8("aab") << -1;
-    QTest::newRow("prefix first") << utf8("Beam") << utf8("beam 2") << -1;
-    QTest::newRow("latin") << utf8("Éclair") << utf8("éCLAIR") << 0;
-    QTest::newRow("latin after ascii") << utf8("éclair") << utf8("zebra") << 1;
-    QTest::newRow("greek sigmas") << utf8("ΣΟΦΟΣ") << utf8("σοφος") << 0;
-    QTest::newRow("kelvin sign is k") << utf8("\u212Aelvin") << utf8("kelvin") << 0;
-    QTest::newRow("capital sharp s") << utf8("STRA\u1E9EE") << utf8("straße") << 0;
-    QTest::newRow("sharp s is not ss") << utf8("straße") << utf8("strasse") << 1;
-    QTest::newRow("beyond the BMP") << utf8("\U00010400") << utf8("\U00010428") << 0;
-    QTest::newRow("dotted capital I stays itself") << utf8("\u0130") << utf8("i") << 1;
-    QTest::newRow("malformed byte equals only itself") << QByteArray("a\xFF") << QByteArray("A\xFF") << 0;
-    QTest::newRow("malformed byte is no character") << QByteArray("\xC3") << utf8("\u00C3") << 1;
-    QTest::newRow("empty") << QByteArray() << utf8("a") << -1;
-}
-
-void TestSqlFunctions::compareFolded() {
-    QFETCH(QByteArray, a);
-    QFETCH(QByteArray, b);
-    QFETCH(int, order);
-    QCOMPARE(sign(CompareFolded(a, b)), order);
-    QCOMPARE(sign(CompareFolded(b, a)), -order);
-}
-
-// Random texts of ASCII, Latin, Greek and letters beyond the BMP, seeded: the byte-wise collation
-// orders them as their case foldings, character by character.
-void TestSqlFunctions::compareAgreesWithFoldedTexts() {
-    const QList<char32_t> alphabet = {U'a',  U'A',   U'z', U'_',   U'0', 0xC9,    0xE9,    0x3A3, 0x3C2,
-                                      0x3C3, 0x212A, U'k', 0x1E9E, 0xDF, 0x10400, 0x10428, 0x4E2D};
-    QRandomGenerator rng(20261121);
-    auto text = [&] {
-        QList<char32_t> s(rng.bounded(5));
-        for (char32_t& c : s)
-            c = alphabet[rng.bounded(int(alphabet.size()))];
-        return QString::fromUcs4(s.constData(), s.size());
-    };
-    for (int i = 0; i < 20000; ++i) {
-        const QString a = text(), b = text();
-        const QList<uint> fa = FoldCase(a).toUcs4(), fb = FoldCase(b).toUcs4();
-        const int expected = fa < fb ? -1 : (fb < fa ? 1 : 0);
-        if (sign(CompareFolded(a.toUtf8(), b.toUtf8())) != expected)
-            QFAIL(qPrintable(a + " / " + b));
-    }
-}
-
-void TestSqlFunctions::like_data() {
-    QTest::addColumn<QByteArray>("pattern");
-    QTest::addColumn<QByteArray>("text");
-    QTest::addColumn<uint>("escape");
-    QTest::addColumn<bool>("match");
-    QTest::newRow("contains, any case") << utf8("%beam%") << utf8("Heavy BEAM II") << 0u << true;
-    QTest::newRow("contains beyond ascii") << utf8("%ÉCLAIR%") << utf8("Mini éclair") << 0u << true;
-    QTest::newRow("underscore is one character, not one byte")
-        << utf8("_clair") << utf8("Éclair") << 0u << true;
-    QTest::newRow("underscore needs a character") << utf8("a_") << utf8("a") << 0u << false;
-    QTest::newRow("percent takes nothing too") << utf8("a%b") << utf8("ab") << 0u << true;
-    QTest::newRow("backtracking") << utf8("%abd") << utf8("abcabd") << 0u << true;
-    QTest::newRow("whole text, not a prefix") << utf8("beam") << utf8("beams") << 0u << false;
-    QTest::newRow("escaped percent is a percent") << utf8("50!%") << utf8("50%") << uint('!') << true;
-    QTest::newRow("escaped percent is no wildcard") << utf8("50!%") << utf8("500") << uint('!') << false;
-    QTest::newRow("trailing escape matches nothing") << utf8("a!") << utf8("a") << uint('!') << false;
-    QTest::newRow("sharp s is not ss") << utf8("%ss%") << utf8("straße") << 0u << false;
-    QTest::newRow("beyond the BMP") << utf8("\U00010400_") << utf8("\U00010428x") << 0u << true;
-}
-
-void TestSqlFunctions::like() {
-    QFETCH(QByteArray, pattern);
-    QFETCH(QByteArray, text);
-    QFETCH(uint, escape);
-    QFETCH(bool, match);
-    QCOMPARE(LikeFolded(pattern, text, char32_t(escape)), match);
-    // The same through the engine's LIKE operator.
-    Recordset rs;
-    rs.open(QStringLiteral("SELECT IIF('%1' LIKE '%2'%3, 1, 0)")
-                .arg(QString::fromUtf8(text), QString::fromUtf8(pattern),
-                     escape ? QStringLiteral(" ESCAPE '%1'").arg(QChar(escape)) : QString()),
-            m_cn);
-    QCOMPARE(rs.intValue(0) == 1, match);
-}
-
-void TestSqlFunctions::validUtf8_data() {
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<bool>("valid");
-    QTest::newRow("ascii") << QByteArray("Field Welder") << true;
-    QTest::newRow("two to four bytes") << utf8("é \u4E2D \U00010400") << true;
-    QTest::newRow("highest character") << QByteArray("\xF4\x8F\xBF\xBF") << true;
-    QTest::newRow("stray continuation") << QByteArray("a\x80") << false;
-    QTest::newRow("cut short") << QByteArray("a\xE4\xB8") << false;
-    QTest::newRow("overlong slash") << QByteArray("\xC0\xAF") << false;
-    QTest::newRow("overlong three bytes") << QByteArray("\xE0\x80\xAF") << false;
-    QTest::newRow("surrogate") << QByteArray("\xED\xA0\x80") << false;
-    QTest::newRow("above U+10FFFF") << QByteArray("\xF4\x90\x80\x80") << false;
-    QTest::newRow("latin-1 byte") << QByteArray("Caf\xE9") << false;
-}
-
-void TestSqlFunctions::validUtf8() {
-    QFETCH(QByteArray, bytes);
-    QFETCH(bool, valid);
-    QCOMPARE(IsValidUtf8(bytes), valid);
-    // A name made of these bytes is refused by the database itself, whichever way it is written.
-    RawDb raw(m_path);
-    const bool stored =
-        raw.exec(QStringLiteral("INSERT INTO CHARACTERS (CHARACTER_NAME) VALUES (CAST(x'%1' AS TEXT))")
-                     .arg(QString(bytes.toHex())));
-    QCOMPARE(stored, valid);
-    if (!valid)
-        QCOMPARE(raw.error(), QStringLiteral("CHECK constraint failed: INVALID_CHARACTERS_CHARACTER_NAME"));
-}
-
-// A name stored in one case is the same record in another: the unique index refuses the second,
-// = and LIKE find the first.
-void TestSqlFunctions::namesAgreeOnTheFolding_data() {
-    QTest::addColumn<QString>("stored");
-    QTest::addColumn<QString>("typed");
-    QTest::addColumn<bool>("same");
-    QTest::newRow("ascii") << "Iron Slug"
-                           << "IRON SLUG" << true;
-    QTest::newRow("latin") << "Éclair"
-                           << "éclair" << true;
-    QTest::newRow("greek") << "Σφαίρα"
-                           << "ΣΦΑΊΡΑ" << true;
-    QTest::newRow("beyond the BMP") << QString::fromUtf8("\U00010400 Relic")
-                                    << QString::fromUtf8("\U00010428 relic") << true;
-    QTest::newRow("accents still count") << "Eclair"
-                                         << "Éclair" << false;
-    QTest::newRow("sharp s is not ss") << "Straße"
-                                       << "STRASSE" << false;
-}
-
-void TestSqlFunctions::namesAgreeOnTheFolding() {
-    QFETCH(QString, stored);
-    QFETCH(QString, typed);
-    QFETCH(bool, same);
-    m_cn.execute("INSERT INTO ITEMS (ITEM_NAME, LVL) VALUES ('" + stored + "', 9)");
-    QCOMPARE(count("SELECT COUNT(*) FROM ITEMS WHERE ITEM_NAME = '" + typed + "'"), long(same));
-    QCOMPARE(count("SELECT COUNT(*) FROM ITEMS WHERE ITEM_NAME LIKE '" + typed + "'"), long(same));
-    QCOMPARE(count("SELECT COUNT(*) FROM ITEMS WHERE LVL = 9 AND ITEM_NAME IN (SELECT '" + typed + "')"),
-             long(same));
-    if (same) {
-        QVERIFY_THROWS_EXCEPTION(VbError,
-                                 m_cn.execute("INSERT INTO ITEMS (ITEM_NAME) VALUES ('" + typed + "')"));
-        QCOMPARE(m_cn.errors().first().NativeError, long(SQLITE_CONSTRAINT_UNIQUE));
-    } else {
-        QCOMPARE(m_cn.execute("INSERT INTO ITEMS (ITEM_NAME) VALUES ('" + typed + "')"), 1L);
-    }
-}
-
-void TestSqlFunctions::likeInStatements() {
-    for (const char* name : {"Éclair Beam", "ÉCLAIR Lance", "Eclair Torch"})
-        m_cn.execute(QStringLiteral("INSERT INTO EQUIPMENTS (EQUIPMENT_NAME) VALUES ('%1')")
-                         .arg(QString::fromUtf8(name)));
-    // The game channel's search: the keyword anywhere in the name, sorted without regard to case.
-    Recordset rs;
-    rs.open("SELECT EQUIPMENT_NAME FROM EQUIPMENTS WHERE EQUIPMENT_NAME LIKE '%éclair%' ORDER BY "
-            "EQUIPMENTS.EQUIPMENT_NAME",
-            m_cn);
-    QStringList names;
-    for (; !rs.eof(); rs.moveNext())
-        names << rs.value(0).toString();
-    QCOMPARE(names, QStringList({"Éclair Beam", "ÉCLAIR Lance"}));
-    QCOMPARE(count("SELECT COUNT(*) FROM EQUIPMENTS WHERE EQUIPMENT_NAME LIKE NULL"), 0L);
-    QVERIFY_THROWS_EXCEPTION(
-        VbError, count("SELECT COUNT(*) FROM EQUIPMENTS WHERE EQUIPMENT_NAME LIKE 'a' ESCAPE 'xy'"));
-}
-
-// The in-use triggers compare with the column's collation: a lookup value in use in another case
-// cannot be deleted either.
-void TestSqlFunctions::lookupInUseWhateverItsCase() {
-    m_cn.execute("INSERT INTO FACTIONS (FACTION) VALUES ('Église')");
-    m_cn.execute("UPDATE MOBS SET FACTION = 'ÉGLISE' WHERE MOB_NAME = 'Void Eel'");
-    QVERIFY_THROWS_EXCEPTION(VbError, m_cn.execute("DELETE FROM FACTIONS WHERE FACTION = 'église'"));
-    QCOMPARE(m_cn.errors().first().NativeError, long(SQLITE_CONSTRAINT_TRIGGER));
-    QCOMPARE(count("SELECT COUNT(*) FROM FACTIONS"), 1L);
-}
-
-// Without the program's functions (as the plain sqlite3 shell opens the file) whole tables still
-// read; comparing names needs the collation, and writing a name needs the check's function.
-void TestSqlFunctions::plainConnectionReadsWholeTables() {
-    m_cn.close();
-    RawDb shell(m_path, false);
-    QCOMPARE(shell.column("SELECT EQUIPMENT_NAME FROM EQUIPMENTS WHERE LVL = 3"),
-             QStringList{"Hunter's Lance"});
-    QVERIFY(shell.error().isEmpty());
-    QVERIFY(shell.rows("SELECT LVL FROM EQUIPMENTS WHERE EQUIPMENT_NAME = 'x'").isEmpty());
-    QCOMPARE(shell.error(), QStringLiteral("no such collation sequence: VOSK_NOCASE"));
-    QVERIFY(!shell.exec("UPDATE EQUIPMENTS SET TYPE = 'Beam' WHERE rowid = 1"));
-    QCOMPARE(shell.error(), QStringLiteral("unknown function: VOSK_VALID_UTF8()"));
-}
 
 QTEST_GUILESS_MAIN(TestSqlFunctions)
 #include "tst_sqlfunctions.moc"

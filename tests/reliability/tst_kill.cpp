@@ -14,7 +14,6 @@
 #include "editors/recordworld.h"
 
 #include <QCoreApplication>
-#include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QProcess>
@@ -30,14 +29,19 @@ const QStringList Kinds = {"Equipment", "Components", "Raw Materials", "Items", 
 constexpr int LinksPerPlace = 12; // link rows at each place a record's name is held
 constexpr int Kills = 60;
 
-QString connectionFor(const QString& path) {
-    return "Provider=VOSK.SQLite;Data Source=" + path + ";";
+void openDb(const QString& path) {
+    db().open("Provider=VOSK.SQLite;Data Source=" + path + ";");
 }
 
 void useFolder(const QString& folder) {
     for (auto format : {QSettings::NativeFormat, QSettings::IniFormat})
         QSettings::setPath(format, QSettings::UserScope, folder + "/settings");
     setProgramFolder(folder);
+}
+
+void say(const char* line) {
+    std::printf("%s\n", line);
+    std::fflush(stdout);
 }
 
 QStringList operated(const QString& kind) {
@@ -55,10 +59,9 @@ QStringList operated(const QString& kind) {
 int childRecordOps(const QString& folder, quint32 seed) {
     useFolder(folder);
     ScriptedPrompt prompt;
-    db().open(connectionFor(databasePath()));
+    openDb(databasePath());
     QRandomGenerator rng(seed);
-    std::printf("ready\n");
-    std::fflush(stdout);
+    say("ready");
     for (int n = 0;; ++n) {
         const QString kind = Kinds.at(rng.bounded(int(Kinds.size())));
         const QStringList names = operated(kind);
@@ -72,8 +75,7 @@ int childRecordOps(const QString& folder, quint32 seed) {
         else if (roll == 2)
             DeleteRecord(kind, name);
         prompt.clear();
-        std::printf("op\n");
-        std::fflush(stdout);
+        say("op");
     }
 }
 
@@ -81,19 +83,17 @@ int childRecordOps(const QString& folder, quint32 seed) {
 int childRestore(const QString& folder) {
     useFolder(folder);
     ScriptedPrompt prompt;
-    db().open(connectionFor(databasePath()));
-    std::printf("ready\n");
-    std::fflush(stdout);
+    openDb(databasePath());
+    say("ready");
     for (int n = 0;; ++n) {
         if (!RestoreDB(folder + (n % 2 ? "/b.bak" : "/a.bak")))
             return 3;
-        std::printf("op\n");
-        std::fflush(stdout);
+        say("op");
     }
 }
 
 // Starts a child, waits until it is ready, lets it work for a random time and kills it. Returns the
-// number of operations it finished.
+// number of operations it finished, -1 when it did not start.
 int runAndKill(const QStringList& args, int minMs, int maxMs) {
     QProcess child;
     child.setProcessChannelMode(QProcess::ForwardedErrorChannel);
@@ -106,8 +106,7 @@ int runAndKill(const QStringList& args, int minMs, int maxMs) {
     QTest::qWait(QRandomGenerator::global()->bounded(minMs, maxMs));
     child.kill(); // SIGKILL
     child.waitForFinished(10000);
-    out += child.readAllStandardOutput();
-    return int(out.count("op\n"));
+    return int((out + child.readAllStandardOutput()).count("op\n"));
 }
 
 // Rows at a place that name an operated record that does not exist: an orphan.
@@ -117,18 +116,27 @@ long orphans(const QString& kind, const world::Place& p) {
                         p.column + " NOT IN (SELECT " + main.column + " FROM " + main.table + ")");
 }
 
+bool makedb(const QStringList& args, int ms = 60000) {
+    QProcess tool;
+    tool.start(VOSK_MAKEDB, args);
+    return tool.waitForFinished(ms) && tool.exitCode() == 0;
+}
+
 } // namespace
 
 class TestKill : public QObject {
     Q_OBJECT
 private Q_SLOTS:
+    void init() {
+        m_dir = std::make_unique<QTemporaryDir>();
+        QVERIFY(m_dir->isValid());
+        useFolder(m_dir->path());
+    }
+
     void recordOpsAreAllOrNothing() {
-        QTemporaryDir dir;
-        QVERIFY(dir.isValid());
-        useFolder(dir.path());
         QString error;
         QVERIFY2(CreateDatabase(databasePath(), &error), qPrintable(error));
-        db().open(connectionFor(databasePath()));
+        openDb(databasePath());
         db().beginTrans();
         for (const QString& kind : Kinds)
             for (int i = 0; i < 4; ++i)
@@ -137,31 +145,25 @@ private Q_SLOTS:
         db().execute("DELETE FROM EQUIPMENTS_UPGRADE_FROM WHERE UPGRADE_FROM LIKE 'Kill %'");
         db().commitTrans();
         db().close();
-
         int ops = 0, midChange = 0;
         for (int k = 0; k < Kills; ++k) {
             const int done =
-                runAndKill({"--child-recordops", dir.path(), QString::number(1000 + k)}, 20, 400);
+                runAndKill({"--child-recordops", m_dir->path(), QString::number(1000 + k)}, 20, 400);
             QVERIFY2(done >= 0, "the child did not start");
             ops += done;
             // A journal left behind is a change the kill interrupted; opening rolls it back.
             midChange += QFile(databasePath() + "-journal").size() > 0 ? 1 : 0;
-            db().open(connectionFor(databasePath()));
-            Recordset check;
-            check.open("PRAGMA integrity_check");
-            QCOMPARE(check.value(0).toString(), QString("ok"));
-            check.close();
+            openDb(databasePath());
+            QCOMPARE(CheckRestorable(databasePath()), QString()); // the integrity check too
             for (const QString& kind : Kinds) {
                 const QList<world::Place> places = world::placesOf(kind);
+                QList<long> expected(places.size(), LinksPerPlace);
+                for (int p = 0; p < places.size(); ++p)
+                    if (places[p].table == "EQUIPMENTS_UPGRADE_FROM" && places[p].column == "UPGRADE_FROM")
+                        expected[p] = 0;
                 for (const QString& name : operated(kind)) {
-                    QList<long> expected(places.size(), LinksPerPlace);
-                    for (int p = 0; p < places.size(); ++p)
-                        if (places[p].table == "EQUIPMENTS_UPGRADE_FROM" &&
-                            places[p].column == "UPGRADE_FROM")
-                            expected[p] = 0;
                     QVERIFY2(world::linkCounts(kind, name) == expected, qPrintable("half a record: " + name));
-                    const QString stats = kind == "Equipment" ? QString("WEAPON_STATS") : QString();
-                    QCOMPARE(world::recordRows(kind, name, stats),
+                    QCOMPARE(world::recordRows(kind, name, kind == "Equipment" ? "WEAPON_STATS" : ""),
                              kind == "Equipment" || kind == "MOBs" ? 2 : 1);
                 }
                 for (const world::Place& p : places)
@@ -178,38 +180,32 @@ private Q_SLOTS:
     }
 
     void restoreLeavesOldOrNew() {
-        QTemporaryDir dir;
-        QVERIFY(dir.isValid());
-        useFolder(dir.path());
         QString error;
         // Two backups big enough for the copy to take a while, and the database they replace.
-        for (const char* which : {"a", "b"}) {
-            const QString path = dir.filePath(QString(which) + ".bak");
-            QVERIFY2(GenerateSynthetic(path, 3000, &error), qPrintable(error));
-            db().open(connectionFor(path));
-            db().execute(QString("INSERT INTO CHARACTERS (CHARACTER_NAME) VALUES ('Backup %1')").arg(which));
+        for (const QString which : {"a", "b"}) {
+            QVERIFY2(GenerateSynthetic(m_dir->filePath(which + ".bak"), 3000, &error), qPrintable(error));
+            openDb(m_dir->filePath(which + ".bak"));
+            db().execute("INSERT INTO CHARACTERS (CHARACTER_NAME) VALUES ('Backup " + which + "')");
             db().close();
         }
         QVERIFY2(CreateDatabase(databasePath(), &error), qPrintable(error));
-        db().open(connectionFor(databasePath()));
+        openDb(databasePath());
         db().execute("INSERT INTO CHARACTERS (CHARACTER_NAME) VALUES ('Original')");
         db().close();
-
         int ops = 0, midRestore = 0;
         QSet<QString> seen;
         for (int k = 0; k < Kills; ++k) {
-            const int done = runAndKill({"--child-restore", dir.path()}, 5, 300);
+            const int done = runAndKill({"--child-restore", m_dir->path()}, 5, 300);
             QVERIFY2(done >= 0, "the child did not start");
             ops += done;
             midRestore +=
                 QFile::exists(databasePath() + ".restoring") || QFile::exists(databasePath() + ".temp");
             QCOMPARE(CheckRestorable(databasePath()), QString());
-            db().open(connectionFor(databasePath()));
-            const QString who = [] {
-                Recordset rs;
-                rs.open("SELECT CHARACTER_NAME FROM CHARACTERS");
-                return rs.eof() ? QString() : rs.value(0).toString();
-            }();
+            openDb(databasePath());
+            Recordset rs;
+            rs.open("SELECT CHARACTER_NAME FROM CHARACTERS");
+            const QString who = rs.eof() ? QString() : rs.value(0).toString();
+            rs.close();
             QVERIFY2(who == "Original" || who == "Backup a" || who == "Backup b", qPrintable(who));
             seen.insert(who);
             db().close();
@@ -236,63 +232,55 @@ private Q_SLOTS:
     // vosk-makedb stopped while it builds never leaves a database that looks whole but is not: the
     // file is the one that was there before, or the complete new one.
     void makedbLeavesOldOrComplete() {
-        QTemporaryDir dir;
-        QVERIFY(dir.isValid());
-        const QString file = dir.filePath("made.vosk");
-        QProcess first;
-        first.start(VOSK_MAKEDB, {"--sample", file});
-        QVERIFY(first.waitForFinished(60000) && first.exitCode() == 0);
-        useFolder(dir.path());
-        db().open(connectionFor(file));
-        const long sampleRows = world::count("SELECT COUNT(*) FROM EQUIPMENTS");
-        db().close();
+        const QString file = m_dir->filePath("made.vosk");
+        QVERIFY(makedb({"--sample", file}));
+        const auto rows = [&file] {
+            openDb(file);
+            const long n = world::count("SELECT COUNT(*) FROM EQUIPMENTS");
+            db().close();
+            return n;
+        };
+        const long sampleRows = rows();
         // The kill moments are spread over how long a build takes on this machine, so a fast machine
         // is stopped mid-build as often as a slow one; the world grows until a build takes a while.
-        int Equipment = 8000;
+        int equipment = 8000;
         qint64 buildMs = 0;
         for (;;) {
             QElapsedTimer timer;
             timer.start();
-            QProcess probe;
-            probe.start(VOSK_MAKEDB, {"--force", "--synthetic", QString::number(Equipment), file});
-            QVERIFY(probe.waitForFinished(120000) && probe.exitCode() == 0);
+            QVERIFY(makedb({"--force", "--synthetic", QString::number(equipment), file}, 120000));
             buildMs = timer.elapsed();
-            QProcess back;
-            back.start(VOSK_MAKEDB, {"--force", "--sample", file});
-            QVERIFY(back.waitForFinished(60000) && back.exitCode() == 0);
-            if (buildMs >= 400 || Equipment >= 256000)
+            QVERIFY(makedb({"--force", "--sample", file}));
+            if (buildMs >= 400 || equipment >= 256000)
                 break;
-            Equipment *= 2;
+            equipment *= 2;
         }
         int killed = 0, complete = 0;
         for (int k = 0; k < 12; ++k) {
             QProcess tool;
-            tool.start(VOSK_MAKEDB, {"--force", "--synthetic", QString::number(Equipment), file});
+            tool.start(VOSK_MAKEDB, {"--force", "--synthetic", QString::number(equipment), file});
             QVERIFY(tool.waitForStarted());
-            const int at =
-                QRandomGenerator::global()->bounded(int(buildMs / 20) + 1, int(buildMs * 6 / 5) + 2);
-            const bool stopped = !tool.waitForFinished(at);
-            if (stopped) {
+            if (!tool.waitForFinished(
+                    QRandomGenerator::global()->bounded(int(buildMs / 20) + 1, int(buildMs * 6 / 5) + 2))) {
                 tool.kill();
                 tool.waitForFinished(10000);
                 ++killed;
             }
             QCOMPARE(CheckRestorable(file), QString());
-            db().open(connectionFor(file));
-            const long rows = world::count("SELECT COUNT(*) FROM EQUIPMENTS");
-            db().close();
-            QVERIFY2(rows == sampleRows || rows == Equipment, qPrintable(QString::number(rows)));
-            complete += rows == Equipment ? 1 : 0;
-            if (rows == Equipment) { // back to the sample for the next round
-                QProcess again;
-                again.start(VOSK_MAKEDB, {"--force", "--sample", file});
-                QVERIFY(again.waitForFinished(60000) && again.exitCode() == 0);
+            const long n = rows();
+            QVERIFY2(n == sampleRows || n == equipment, qPrintable(QString::number(n)));
+            if (n == equipment) { // back to the sample for the next round
+                ++complete;
+                QVERIFY(makedb({"--force", "--sample", file}));
             }
         }
         qInfo("vosk-makedb: %d equipment in %lld ms; 12 runs, %d killed while building, %d finished",
-              Equipment, buildMs, killed, complete);
+              equipment, buildMs, killed, complete);
         QVERIFY(killed > 0);
     }
+
+private:
+    std::unique_ptr<QTemporaryDir> m_dir;
 };
 
 int main(int argc, char** argv) {
