@@ -8,8 +8,6 @@
 
 namespace comp {
 namespace {
-const QString Equip = QStringLiteral("SELECT EQUIPMENT_NAME FROM EQUIPMENTS ORDER BY EQUIPMENT_NAME|1");
-const QString Comps = QStringLiteral("SELECT COMPONENT_NAME FROM COMPONENTS ORDER BY COMPONENT_NAME|1");
 
 QList<GridDef> build() {
     QList<GridDef> g;
@@ -20,7 +18,7 @@ QList<GridDef> build() {
                  "SELECT EQUIPMENTS_EQUIPMENT AS EQUIPMENT_NAME, AMOUNT FROM EQUIPMENTS_COMPONENTS WHERE "
                  "COMPONENTS_COMPONENT = '",
                  "EQUIPMENTS_EQUIPMENT",
-                 {Equip},
+                 {GridChoices::Equipment},
                  "SELECT EQUIPMENTS_EQUIPMENT, AMOUNT, COMPONENTS_COMPONENT FROM EQUIPMENTS_COMPONENTS WHERE "
                  "COMPONENTS_COMPONENT = '",
                  "COMPONENTS_COMPONENT"};
@@ -30,7 +28,7 @@ QList<GridDef> build() {
         "Manufacturing: Components",
         "SELECT COMPONENT_NAME, AMOUNT FROM COMPONENTS_UPGRADE_FROM WHERE UPGRADE_FROM = '",
         "COMPONENT_NAME",
-        {Comps},
+        {GridChoices::Components},
         "SELECT COMPONENT_NAME, AMOUNT, UPGRADE_FROM FROM COMPONENTS_UPGRADE_FROM WHERE UPGRADE_FROM = '",
         "UPGRADE_FROM"};
     g << GridDef{
@@ -39,7 +37,7 @@ QList<GridDef> build() {
         "MOBs",
         "SELECT MOB_NAME, DROP_FREQUENCY FROM MOB_COMP_DROP WHERE COMPONENT_NAME = '",
         "MOB_NAME",
-        {"SELECT MOB_NAME FROM MOBS ORDER BY MOB_NAME|1", "SELECT FREQUENCY FROM DROP_FREQUENCY|2"},
+        {GridChoices::Mobs, GridChoices::DropFrequencies},
         "SELECT MOB_NAME, DROP_FREQUENCY, COMPONENT_NAME FROM MOB_COMP_DROP WHERE COMPONENT_NAME = '",
         "COMPONENT_NAME"};
     // Blueprint: what it is built from.
@@ -49,7 +47,7 @@ QList<GridDef> build() {
         "Blueprint: Equipment",
         "SELECT EQUIPMENT_NAME, AMOUNT FROM COMPONENTS_EQUIPMENTS WHERE COMPONENT_NAME = '",
         "EQUIPMENT_NAME",
-        {Equip},
+        {GridChoices::Equipment},
         "SELECT EQUIPMENT_NAME, AMOUNT, COMPONENT_NAME FROM COMPONENTS_EQUIPMENTS WHERE COMPONENT_NAME = '",
         "COMPONENT_NAME"};
     g << GridDef{
@@ -58,7 +56,7 @@ QList<GridDef> build() {
         "Blueprint: Components",
         "SELECT UPGRADE_FROM AS COMPONENT_NAME, AMOUNT FROM COMPONENTS_UPGRADE_FROM WHERE COMPONENT_NAME = '",
         "UPGRADE_FROM",
-        {Comps},
+        {GridChoices::Components},
         "SELECT UPGRADE_FROM, AMOUNT, COMPONENT_NAME FROM COMPONENTS_UPGRADE_FROM WHERE COMPONENT_NAME = '",
         "COMPONENT_NAME"};
     g << GridDef{"ubgBlueRawMats",
@@ -66,7 +64,7 @@ QList<GridDef> build() {
                  "Blueprint: Raw Materials",
                  "SELECT RAW_MATERIAL, AMOUNT FROM COMPONENTS_RAW_MATERIALS WHERE COMPONENTS_COMPONENT = '",
                  "RAW_MATERIAL",
-                 {"SELECT RAW_MATERIAL_NAME FROM RAW_MATERIALS ORDER BY RAW_MATERIAL_NAME|1"},
+                 {GridChoices::RawMaterials},
                  "SELECT RAW_MATERIAL, AMOUNT, COMPONENTS_COMPONENT FROM COMPONENTS_RAW_MATERIALS WHERE "
                  "COMPONENTS_COMPONENT = '",
                  "COMPONENTS_COMPONENT"};
@@ -75,7 +73,7 @@ QList<GridDef> build() {
                  "Blueprint: Items",
                  "SELECT ITEM_NAME, AMOUNT FROM COMPONENTS_ITEMS WHERE COMPONENT_NAME = '",
                  "ITEM_NAME",
-                 {"SELECT ITEM_NAME FROM ITEMS ORDER BY ITEM_NAME|1"},
+                 {GridChoices::Items},
                  "SELECT ITEM_NAME, AMOUNT, COMPONENT_NAME FROM COMPONENTS_ITEMS WHERE COMPONENT_NAME = '",
                  "COMPONENT_NAME"};
     return g;
@@ -98,20 +96,13 @@ QStringList writeOrder() {
 
 Fields readRecord(const QString& name) {
     Recordset rs;
-    rs.open(QStringLiteral("SELECT * FROM COMPONENTS WHERE COMPONENT_NAME = '") + FixQuotes(name) +
-            QLatin1Char('\''));
-    if (rs.eof())
-        throw NoCurrentRecord();
+    OpenStoredRecord(rs, QStringLiteral("COMPONENTS"), QStringLiteral("COMPONENT_NAME"), name);
     Fields f;
-    f.name = NzString(rs.value(QStringLiteral("COMPONENT_NAME")));
-    f.level = NzString(rs.value(QStringLiteral("LVL")));
-    f.price = NzString(rs.value(QStringLiteral("PRICE")));
+    static_cast<PricedFields&>(f) = ReadPricedFields(rs, QStringLiteral("COMPONENT_NAME"));
     if (const int cost = rs.fieldIndex(QStringLiteral("COST_TO_MANUFACTURE")); cost >= 0)
         f.cost = NzString(rs.value(cost));
-    f.comments = NzString(rs.value(QStringLiteral("COMMENTS")));
     f.type = NzString(rs.value(QStringLiteral("TYPE")));
     f.subtype = NzString(rs.value(QStringLiteral("SUBTYPE")));
-    f.picture = NzLong(rs.value(QStringLiteral("PIC_ID")));
     return f;
 }
 

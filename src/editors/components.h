@@ -6,7 +6,7 @@
 // asymmetry: a new component is INSERTed without COST_TO_MANUFACTURE, which only the UPDATE of an
 // existing component writes. An empty number, type or subtype is written as NULL (an empty type
 // must stay NULL, or the main list's "Unknown" filter would lose the component).
-#include "editors/griddef.h"
+#include "editors/recordsql.h"
 
 #include <QDateTime>
 #include <QList>
@@ -22,15 +22,10 @@ const GridDef& grid(const QString& widget);
 QStringList writeOrder();
 
 // The record as the window shows it: texts as typed, the picture number.
-struct Fields {
-    QString name;
-    QString level;
-    QString price;
+struct Fields : PricedFields {
     QString cost; // COST_TO_MANUFACTURE, the manufacturing fee
-    QString comments;
     QString type;
     QString subtype;
-    qint32 picture = 0;
 };
 // Reads the record (throws VbError 3021 when there is none).
 Fields readRecord(const QString& name);

@@ -1,7 +1,6 @@
 #include "editors/editorparts.h"
 
 #include "core/imagestore.h"
-#include "core/prompt.h"
 #include "data/errorreport.h"
 #include "editors/frmlistdialog.h"
 #include "editors/ubgrid.h"
@@ -118,13 +117,13 @@ private:
     QList<QAbstractItemModel*> m_watched;
 };
 
-QString counted(const QString& caption, int rows) {
+QString withCount(const QString& caption, int rows) {
     return rows > 0 ? caption + QStringLiteral(" (") + QString::number(rows) + QLatin1Char(')') : caption;
 }
 } // namespace
 
 PickListBox NewPickListBox(QWidget* parent, const QString& title, const QString& listName,
-                           const QString& buttonName) {
+                           const QString& buttonName, bool counted) {
     PickListBox p;
     auto* box = new Counting<QGroupBox>(title, parent);
     p.box = box;
@@ -137,15 +136,9 @@ PickListBox NewPickListBox(QWidget* parent, const QString& title, const QString&
     QPushButton* change = p.change;
     QObject::connect(p.list, &QListWidget::itemDoubleClicked, change, [change] { change->click(); });
     QListWidget* list = p.list;
-    box->watch(list->model(), [box, list, title] { box->setTitle(counted(title, list->count())); });
+    if (counted)
+        box->watch(list->model(), [box, list, title] { box->setTitle(withCount(title, list->count())); });
     return p;
-}
-
-QStringList ListEntries(const QListWidget* list) {
-    QStringList out;
-    for (int i = 0; i < list->count(); ++i)
-        out.append(list->item(i)->text());
-    return out;
 }
 
 void PickInto(QListWidget* list, const QString& kind, const QString& sql, const QString& procedure,
@@ -157,7 +150,7 @@ void PickInto(QListWidget* list, const QString& kind, const QString& sql, const 
     }
 }
 
-QTabWidget* NewGridTabs(const QList<GridDef>& defs, const QStringList& widgets) {
+QTabWidget* NewGridTabs(const QList<GridDef>& defs, const QStringList& widgets, bool counted) {
     auto* tabs = new Counting<QTabWidget>;
     tabs->setDocumentMode(true);
     for (const QString& w : widgets)
@@ -166,9 +159,10 @@ QTabWidget* NewGridTabs(const QList<GridDef>& defs, const QStringList& widgets) 
                 auto* grid = new UBGrid(w, tabs);
                 const int at = tabs->addTab(grid, d.caption);
                 const QString caption = d.caption;
-                tabs->watch(grid->model(), [tabs, at, grid, caption] {
-                    tabs->setTabText(at, counted(caption, grid->grid().lastDataRow()));
-                });
+                if (counted)
+                    tabs->watch(grid->model(), [tabs, at, grid, caption] {
+                        tabs->setTabText(at, withCount(caption, grid->grid().lastDataRow()));
+                    });
             }
     return tabs;
 }
@@ -184,19 +178,4 @@ QLabel* BuddyLabel(const QString& text, QWidget* buddy, QWidget* parent) {
     auto* l = new QLabel(text, parent);
     l->setBuddy(buddy);
     return l;
-}
-
-void ShowEmptyData() {
-    MsgBox(QStringLiteral("One or more of the values entered must not be empty"), vb::Information,
-           QStringLiteral("Empty Data"));
-}
-
-void ShowInvalidName() {
-    MsgBox(QStringLiteral("Names cannot contain a double single-quote! Please change name to continue."),
-           vb::Exclamation, QStringLiteral("Invalid name"));
-}
-
-void ShowInvalidValues() {
-    MsgBox(QStringLiteral("One or more of the values entered is invalid"), vb::Information,
-           QStringLiteral("Invalid Values"));
 }

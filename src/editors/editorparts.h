@@ -40,28 +40,22 @@ QPushButton* NewPictureButton(QWidget* parent);
 // Shows the picture on the button (with its number) and in the window's head.
 void ShowPicture(QPushButton* button, QLabel* headIcon, qint32 picture);
 
-// A titled list of names with a Change... button under it; a double click changes it too. The title
-// carries the number of entries.
+// A titled list of names with a Change... button under it; a double click changes it too. Unless
+// counted is false, the title carries the number of entries.
 struct PickListBox {
     QGroupBox* box = nullptr;
     QListWidget* list = nullptr;
     QPushButton* change = nullptr;
 };
 PickListBox NewPickListBox(QWidget* parent, const QString& title, const QString& listName,
-                           const QString& buttonName);
-QStringList ListEntries(const QListWidget* list);
+                           const QString& buttonName, bool counted = true);
 // Shows the pick dialog for the list with every value of sql to choose from; a failure to read them
 // is reported under the procedure and container given.
 void PickInto(QListWidget* list, const QString& kind, const QString& sql, const QString& procedure,
               const QString& container);
 
-// The grids of the widgets named, each on a sub-tab captioned with its definition's caption and the
-// number of its rows ("Items (2)"), kept up to date as rows come and go.
-QTabWidget* NewGridTabs(const QList<GridDef>& defs, const QStringList& widgets);
+// The grids of the widgets named, each on a sub-tab captioned with its definition's caption and,
+// unless counted is false, the number of its rows ("Items (2)"), kept up to date as rows come and go.
+QTabWidget* NewGridTabs(const QList<GridDef>& defs, const QStringList& widgets, bool counted = true);
 QPlainTextEdit* NewCommentsBox(QWidget* parent);
 QLabel* BuddyLabel(const QString& text, QWidget* buddy, QWidget* parent);
-
-// The refusals of a save, before anything is written.
-void ShowEmptyData();     // "Empty Data"
-void ShowInvalidName();   // "Invalid name": two single quotes together
-void ShowInvalidValues(); // "Invalid Values": a number box holding something else

@@ -1,9 +1,13 @@
 #include "editors/editorsave.h"
 
+#include "core/prompt.h"
 #include "data/database.h"
 #include "data/errorreport.h"
+#include "data/quotes.h"
+#include "data/recordset.h"
 #include "editors/gridmodel.h"
 #include "editors/gridroutines.h"
+#include "editors/recordsql.h"
 
 namespace {
 QString& lastDetails() {
@@ -95,6 +99,60 @@ SaveResult RunSave(const SavePlan& plan) {
         ReportDBError(e, QStringLiteral("cmdSave_Click"), plan.container);
         return SaveResult::Failed;
     }
+}
+
+void ShowEmptyData() {
+    MsgBox(QStringLiteral("One or more of the values entered must not be empty"), vb::Information,
+           QStringLiteral("Empty Data"));
+}
+
+void ShowInvalidName() {
+    MsgBox(QStringLiteral("Names cannot contain a double single-quote! Please change name to continue."),
+           vb::Exclamation, QStringLiteral("Invalid name"));
+}
+
+void ShowInvalidValues() {
+    MsgBox(QStringLiteral("One or more of the values entered is invalid"), vb::Information,
+           QStringLiteral("Invalid Values"));
+}
+
+bool CheckRecordInput(const QString& name, const QStringList& required, const QStringList& numbers) {
+    for (const QString& value : required)
+        if (value.isEmpty()) {
+            ShowEmptyData();
+            return false;
+        }
+    if (!ValidName(name)) {
+        ShowInvalidName();
+        return false;
+    }
+    for (const QString& number : numbers)
+        if (!IsWholeNumberText(number)) {
+            ShowInvalidValues();
+            return false;
+        }
+    return true;
+}
+
+std::function<bool(bool)> WriteWhenChanged(bool adding, bool fieldsChanged, std::function<void()> write) {
+    return [adding, fieldsChanged, write = std::move(write)](bool relationsChanged) {
+        if (!adding && !fieldsChanged && !relationsChanged)
+            return false;
+        write();
+        return true;
+    };
+}
+
+std::function<bool(bool)> WriteByStatement(bool adding, bool fieldsChanged,
+                                           std::function<QString()> insertSql,
+                                           std::function<QString()> updateSql) {
+    return WriteWhenChanged(adding, fieldsChanged,
+                            [adding, insertSql = std::move(insertSql), updateSql = std::move(updateSql)] {
+                                if (adding)
+                                    db().execute(insertSql());
+                                else if (db().execute(updateSql()) == 0)
+                                    throw NoCurrentRecord();
+                            });
 }
 
 QString LastSaveErrorDetails() {

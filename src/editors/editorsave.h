@@ -71,6 +71,24 @@ SaveResult RunSave(const SavePlan& plan);
 // rollback); empty after a save that did not fail on a database error.
 QString LastSaveErrorDetails();
 
+// The refusals of a save, before anything is written.
+void ShowEmptyData();     // "Empty Data"
+void ShowInvalidName();   // "Invalid name": two single quotes together
+void ShowInvalidValues(); // "Invalid Values": a number box holding something else
+// The checks of an editor's own values before anything is written, in this order: every required
+// value filled in, the name without two single quotes together, every number empty or whole. Shows
+// the first refusal and returns false then.
+bool CheckRecordInput(const QString& name, const QStringList& required, const QStringList& numbers = {});
+
+// A writeRecord that writes a new record always, and an existing one only when it or a relation
+// changed (the write stamps it as updated): write() throws VbError on failure.
+std::function<bool(bool)> WriteWhenChanged(bool adding, bool fieldsChanged, std::function<void()> write);
+// The same by statement: a new record's INSERT, or an existing one's UPDATE, which must find it still
+// there (a record deleted or renamed meanwhile must not get link rows that point nowhere).
+std::function<bool(bool)> WriteByStatement(bool adding, bool fieldsChanged,
+                                           std::function<QString()> insertSql,
+                                           std::function<QString()> updateSql);
+
 // Where a saved record is announced (kind as the main window names its category, and the name).
 void setRecordSavedHandler(std::function<void(const QString& kind, const QString& name)> handler);
 void RecordSaved(const QString& kind, const QString& name);

@@ -2,13 +2,19 @@
 
 #include "core/childwindows.h"
 #include "core/prompt.h"
+#include "core/tooltip.h"
 #include "data/database.h"
+#include "data/quotes.h"
+#include "editors/gridroutines.h"
+#include "editors/ubgrid.h"
+#include "views/modmain.h"
 #include "views/viewwidgets.h"
 
 #include <QAbstractItemView>
 #include <QCloseEvent>
 #include <QHBoxLayout>
 #include <QKeySequence>
+#include <QListWidget>
 #include <QPushButton>
 #include <QShortcut>
 
@@ -28,6 +34,55 @@ EditorWindow::EditorWindow(const QString& objectName, const QString& kind, QWidg
 bool EditorWindow::isNew() const {
     const QString title = windowTitle();
     return title.startsWith(QLatin1String("Add")) || title.startsWith(QLatin1String("New"));
+}
+
+UBGrid* EditorWindow::grid(const QString& widgetName) const {
+    return findChild<UBGrid*>(widgetName);
+}
+
+QStringList EditorWindow::listEntries(const QListWidget* list) {
+    QStringList out;
+    for (int i = 0; i < list->count(); ++i)
+        out.append(list->item(i)->text());
+    return out;
+}
+
+QString EditorWindow::caption(const QString& newCaption, const QString& name) {
+    return name.isEmpty() ? newCaption : QStringLiteral("Edit: ") + name;
+}
+
+void EditorWindow::showCaption(const QString& newCaption, const QString& storedName) {
+    setWindowTitle(caption(newCaption, storedName));
+    setRecordName(storedName);
+}
+
+void EditorWindow::populateGrids(const QList<GridDef>& defs, const QString& name) {
+    const QString quoted = FixQuotes(name);
+    for (const GridDef& def : defs)
+        PopulateGrid(grid(def.widget)->grid(), def.queries(quoted), true);
+}
+
+bool EditorWindow::gridsChanged(const QList<GridDef>& defs) const {
+    for (const GridDef& def : defs)
+        if (GridChanged(grid(def.widget)->grid()))
+            return true;
+    return false;
+}
+
+QList<SaveGrid> EditorWindow::gridChecks(const QList<GridDef>& defs) const {
+    QList<SaveGrid> out;
+    for (const GridDef& def : defs)
+        out.append({&grid(def.widget)->grid(), def.listName});
+    return out;
+}
+
+SaveStep EditorWindow::gridWrite(const GridDef& def, const QString& name) const {
+    return SaveStep::forGrid(grid(def.widget)->grid(), def.save(FixQuotes(name)), def.keyColumn, name);
+}
+
+void EditorWindow::setTips(const QString& section, const QString& noun, std::initializer_list<Tip> tips) {
+    for (const Tip& t : tips)
+        SetTip(t.widget, GetToolTip(section, QLatin1String(t.key), noun));
 }
 
 // A cell or value still being typed belongs to the save: every open editor of a grid or a property

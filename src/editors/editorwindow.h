@@ -10,12 +10,16 @@
 //   hasChanges()   whether closing now would lose edits
 // and is registered with its kind in editors.cpp. Grids (UBGrid) size themselves when shown.
 #include "editors/editorsave.h"
+#include "editors/griddef.h"
 
 #include <QWidget>
+#include <initializer_list>
 
 class QHBoxLayout;
+class QListWidget;
 class QPushButton;
 class QVBoxLayout;
+class UBGrid;
 
 class EditorWindow : public QWidget {
     Q_OBJECT
@@ -35,6 +39,13 @@ public:
     SaveResult lastResult() const { return m_result; }
 
     QPushButton *cmdSave = nullptr, *cmdCancel = nullptr;
+
+    // The grid with the widget name; the entries of a list in the order shown.
+    UBGrid* grid(const QString& widgetName) const;
+    static QStringList listEntries(const QListWidget* list);
+
+    // The caption of a record's editor: "Edit: " + name, or newCaption for a new record (no name).
+    static QString caption(const QString& newCaption, const QString& name);
 
     // Opens an editor: brings a window with the caption forward, or makes one with make(), lets it
     // load (load() returns false after reporting a failure: no window then), registers and shows it.
@@ -56,6 +67,23 @@ protected:
     virtual bool hasChanges() const = 0;
 
     void setRecordName(const QString& name) { m_name = name; }
+    // Captions the window for the record as loaded (no stored name: a new one) and keeps its name.
+    void showCaption(const QString& newCaption, const QString& storedName);
+
+    // The window's grids of the definitions: filled from the record, changed since, validated and
+    // rewritten by a save (the name as stored; the queries get it quote-doubled).
+    void populateGrids(const QList<GridDef>& defs, const QString& name);
+    bool gridsChanged(const QList<GridDef>& defs) const;
+    QList<SaveGrid> gridChecks(const QList<GridDef>& defs) const;
+    SaveStep gridWrite(const GridDef& def, const QString& name) const;
+
+    // The tool tips of the widgets, from the help section's keys, worded for the record noun.
+    struct Tip {
+        QWidget* widget;
+        const char* key;
+    };
+    static void setTips(const QString& section, const QString& noun, std::initializer_list<Tip> tips);
+
     // The row of Save and Cancel, to be put at the foot of the window's layout.
     QHBoxLayout* buttonRow() const { return m_buttons; }
     void closeEvent(QCloseEvent* event) override;

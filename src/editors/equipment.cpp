@@ -11,8 +11,6 @@
 
 namespace equipedit {
 namespace {
-const QString Equipment = QStringLiteral("SELECT EQUIPMENT_NAME FROM EQUIPMENTS ORDER BY EQUIPMENT_NAME|1");
-const QString Components = QStringLiteral("SELECT COMPONENT_NAME FROM COMPONENTS ORDER BY COMPONENT_NAME|1");
 
 QList<GridDef> build() {
     QList<GridDef> g;
@@ -22,7 +20,7 @@ QList<GridDef> build() {
                  "SELECT EQUIPMENTS_UPGRADE_FROM.UPGRADE_FROM, AMOUNT FROM EQUIPMENTS_UPGRADE_FROM WHERE "
                  "EQUIPMENT_NAME = '",
                  "EQUIPMENT_NAME",
-                 {Equipment},
+                 {GridChoices::Equipment},
                  "SELECT UPGRADE_FROM, AMOUNT, EQUIPMENT_NAME FROM EQUIPMENTS_UPGRADE_FROM WHERE "
                  "EQUIPMENT_NAME = '",
                  "EQUIPMENT_NAME"};
@@ -32,7 +30,7 @@ QList<GridDef> build() {
                  "SELECT COMPONENTS_COMPONENT AS COMPONENT_NAME, AMOUNT FROM EQUIPMENTS_COMPONENTS WHERE "
                  "EQUIPMENTS_EQUIPMENT = '",
                  "COMPONENTS_COMPONENT",
-                 {Components},
+                 {GridChoices::Components},
                  "SELECT COMPONENTS_COMPONENT, AMOUNT, EQUIPMENTS_EQUIPMENT FROM EQUIPMENTS_COMPONENTS "
                  "WHERE EQUIPMENTS_EQUIPMENT = '",
                  "EQUIPMENTS_EQUIPMENT"};
@@ -42,7 +40,7 @@ QList<GridDef> build() {
         "Blueprint: Raw Materials",
         "SELECT RAW_MATERIAL_NAME, AMOUNT FROM EQUIPMENTS_RAW_MATERIALS WHERE EQUIPMENTS_EQUIPMENT = '",
         "RAW_MATERIAL_NAME",
-        {"SELECT RAW_MATERIAL_NAME FROM RAW_MATERIALS ORDER BY RAW_MATERIAL_NAME|1"},
+        {GridChoices::RawMaterials},
         "SELECT RAW_MATERIAL_NAME, AMOUNT, EQUIPMENTS_EQUIPMENT FROM EQUIPMENTS_RAW_MATERIALS WHERE "
         "EQUIPMENTS_EQUIPMENT = '",
         "EQUIPMENTS_EQUIPMENT"};
@@ -51,7 +49,7 @@ QList<GridDef> build() {
                  "Blueprint: Items",
                  "SELECT ITEM_NAME, AMOUNT FROM EQUIPMENTS_ITEMS WHERE EQUIPMENTS_EQUIPMENT = '",
                  "ITEM_NAME",
-                 {"SELECT ITEM_NAME FROM ITEMS ORDER BY ITEM_NAME|1"},
+                 {GridChoices::Items},
                  "SELECT ITEM_NAME, AMOUNT, EQUIPMENTS_EQUIPMENT FROM EQUIPMENTS_ITEMS WHERE "
                  "EQUIPMENTS_EQUIPMENT = '",
                  "EQUIPMENTS_EQUIPMENT"};
@@ -62,7 +60,7 @@ QList<GridDef> build() {
                  "SELECT EQUIPMENT_NAME, AMOUNT FROM EQUIPMENTS_UPGRADE_FROM WHERE "
                  "EQUIPMENTS_UPGRADE_FROM.UPGRADE_FROM = '",
                  "EQUIPMENT_NAME",
-                 {Equipment},
+                 {GridChoices::Equipment},
                  "SELECT EQUIPMENT_NAME, AMOUNT, EQUIPMENTS_UPGRADE_FROM.UPGRADE_FROM FROM "
                  "EQUIPMENTS_UPGRADE_FROM WHERE EQUIPMENTS_UPGRADE_FROM.UPGRADE_FROM = '",
                  "UPGRADE_FROM"};
@@ -71,7 +69,7 @@ QList<GridDef> build() {
                  "Manufacturing: Items",
                  "SELECT COMPONENT_NAME, AMOUNT FROM COMPONENTS_EQUIPMENTS WHERE EQUIPMENT_NAME = '",
                  "COMPONENT_NAME",
-                 {Components},
+                 {GridChoices::Components},
                  "SELECT COMPONENT_NAME, AMOUNT, EQUIPMENT_NAME FROM COMPONENTS_EQUIPMENTS WHERE "
                  "EQUIPMENT_NAME = '",
                  "EQUIPMENT_NAME"};
@@ -81,7 +79,7 @@ QList<GridDef> build() {
         "MOBs",
         "SELECT MOB_NAME, DROP_FREQUENCY FROM MOB_EQUIP_DROP WHERE EQUIPMENT_NAME = '",
         "MOB_NAME",
-        {"SELECT MOB_NAME FROM MOBS ORDER BY MOB_NAME|1", "SELECT FREQUENCY FROM DROP_FREQUENCY|2"},
+        {GridChoices::Mobs, GridChoices::DropFrequencies},
         "SELECT MOB_NAME, DROP_FREQUENCY, EQUIPMENT_NAME FROM MOB_EQUIP_DROP WHERE EQUIPMENT_NAME = '",
         "EQUIPMENT_NAME"};
     // The specials' save statement names the key column first; SaveUBGrid skips it by name.
@@ -170,10 +168,7 @@ const QList<GridDef>& grids() {
 }
 
 const GridDef& grid(const QString& widget) {
-    for (const GridDef& g : grids())
-        if (g.widget == widget)
-            return g;
-    return grids().first();
+    return FindGridDef(grids(), widget);
 }
 
 QList<QPair<QString, QString>> validationOrder() {

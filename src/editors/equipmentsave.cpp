@@ -65,13 +65,7 @@ SavePlan BuildSavePlan(const SaveInput& in) {
     plan.checkInput = [specials, name] {
         if (specials && !CheckSpecials(*specials))
             return false;
-        if (!ValidName(name)) {
-            MsgBox(
-                QStringLiteral("Names cannot contain a double single-quote! Please change name to continue."),
-                vb::Exclamation, QStringLiteral("Invalid name"));
-            return false;
-        }
-        return true;
+        return CheckRecordInput(name, {});
     };
 
     // The record's result set stays open from the record's write to the stamp after the grids.

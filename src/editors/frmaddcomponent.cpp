@@ -57,66 +57,43 @@ void fillChoices(QComboBox* box, const QStringList& choices, const QString& keep
 } // namespace
 
 frmAddComponent::frmAddComponent(QWidget* parent)
-    : EditorWindow(QStringLiteral("frmAddComponent"), Kind, parent) {
-    auto* top = new QVBoxLayout(this);
-    top->addLayout(NewViewHeader(this, m_icon, m_title, m_typeLine));
-    m_typeLine->setText(QStringLiteral("Component"));
-
+    : CatalogueEditor(QStringLiteral("frmAddComponent"), Kind, Container, QStringLiteral("Component"),
+                      comp::grids(), parent) {
     const QList<GridDef>& defs = comp::grids();
-    tabMain = new QTabWidget(this);
-    tabMain->setObjectName(QStringLiteral("tabMain"));
-    tabMain->addTab(buildGeneral(), QStringLiteral("General"));
+    tabMain->addTab(buildGeneral([this](QWidget* page, QFormLayout* form) { addTypeRows(page, form); },
+                                 [this](QWidget* page, QFormLayout* form) { addFeeRow(page, form); }),
+                    QStringLiteral("General"));
     tabMain->addTab(NewGridTabs(defs, {"ubgBlueRawMats", "ubgBlueItems", "ubgBlueComps", "ubgBlueEquip"}),
                     QStringLiteral("Blueprint"));
     tabMain->addTab(NewGridTabs(defs, {"ubgManuEquip", "ubgManuComps"}), QStringLiteral("Used In"));
-    auto* buyPage = new QWidget;
-    auto* buyRow = new QHBoxLayout(buyPage);
-    const PickListBox buy = NewPickListBox(buyPage, tr("Bought At"), QStringLiteral("lstBuyLocations"),
-                                           QStringLiteral("cmdBuyLocations"));
-    buyRow->addWidget(buy.box);
-    lstBuyLocations = buy.list;
-    tabMain->addTab(buyPage, QStringLiteral("Where to Buy"));
-    txtComments = NewCommentsBox(this);
-    tabMain->addTab(txtComments, QStringLiteral("Comments"));
-    top->addWidget(tabMain, 1);
-    top->addLayout(buttonRow());
+    tabMain->addTab(buildBuyPage(&comp::buyLocationsSql, QStringLiteral("BUY_COMPONENT_LOCATIONS"),
+                                 QStringLiteral("COMPONENTS_COMPONENT")),
+                    QStringLiteral("Where to Buy"));
+    finishTabs();
 
     ubgManuEquip = grid(QStringLiteral("ubgManuEquip"));
     ubgManuComps = grid(QStringLiteral("ubgManuComps"));
-    ubgMOBs = grid(QStringLiteral("ubgMOBs"));
     ubgBlueEquip = grid(QStringLiteral("ubgBlueEquip"));
     ubgBlueComps = grid(QStringLiteral("ubgBlueComps"));
     ubgBlueRawMats = grid(QStringLiteral("ubgBlueRawMats"));
     ubgBlueItems = grid(QStringLiteral("ubgBlueItems"));
-    connect(buy.change, &QPushButton::clicked, this, &frmAddComponent::cmdBuyLocations_Click);
 
-    const struct {
-        QWidget* widget;
-        const char* key;
-    } tips[] = {{txtName, "NAME"},
-                {cmbLevel, "LEVEL"},
-                {cmbType, "TYPE"},
-                {cmbSubType, "SUBTYPE"},
-                {txtPrice, "PRICE"},
-                {txtManufPrice, "MANUFACTURING_FEE"},
-                {m_pictureButton, "PICTURE"},
-                {lstBuyLocations, "BUY_LOCATIONS"},
-                {txtComments, "COMMENTS"},
-                {cmdSave, "SAVE"},
-                {cmdCancel, "CANCEL"}};
-    for (const auto& t : tips)
-        SetTip(t.widget, GetToolTip(QStringLiteral("ADD_COMPONENT"), QLatin1String(t.key),
-                                    QStringLiteral("component")));
+    setTips(QStringLiteral("ADD_COMPONENT"), QStringLiteral("component"),
+            {{txtName, "NAME"},
+             {cmbLevel, "LEVEL"},
+             {cmbType, "TYPE"},
+             {cmbSubType, "SUBTYPE"},
+             {txtPrice, "PRICE"},
+             {txtManufPrice, "MANUFACTURING_FEE"},
+             {m_pictureButton, "PICTURE"},
+             {lstBuyLocations, "BUY_LOCATIONS"},
+             {txtComments, "COMMENTS"},
+             {cmdSave, "SAVE"},
+             {cmdCancel, "CANCEL"}});
     resize(680, 560);
 }
 
-QWidget* frmAddComponent::buildGeneral() {
-    auto* page = new QWidget;
-    auto* col = new QVBoxLayout(page);
-    auto* form = new QFormLayout;
-    txtName = NewNameBox(page);
-    cmbLevel = NewLevelBox(page);
-
+void frmAddComponent::addTypeRows(QWidget* page, QFormLayout* form) {
     cmbType = new QComboBox(page);
     cmbType->setObjectName(QStringLiteral("cmbType"));
     cmbType->setMinimumContentsLength(18);
@@ -134,11 +111,15 @@ QWidget* frmAddComponent::buildGeneral() {
     subtype->addWidget(cmbSubType);
     subtype->addWidget(cmdEditSubTypes);
     subtype->addStretch();
+    form->addRow(BuddyLabel(tr("&Type:"), cmbType, page), type);
+    form->addRow(BuddyLabel(tr("S&ubtype:"), cmbSubType, page), subtype);
 
-    const PriceField price =
-        NewPriceField(page, QStringLiteral("txtPrice"), QStringLiteral("lblPriceWord"), PriceWords::Price);
-    txtPrice = price.box;
-    lblPriceWord = price.word;
+    connect(cmbType, &QComboBox::currentIndexChanged, this, &frmAddComponent::cmbType_Click);
+    connect(cmdEditTypes, &QToolButton::clicked, this, &frmAddComponent::cmdEditTypes_Click);
+    connect(cmdEditSubTypes, &QToolButton::clicked, this, &frmAddComponent::cmdEditSubTypes_Click);
+}
+
+void frmAddComponent::addFeeRow(QWidget* page, QFormLayout* form) {
     const PriceField fee = NewPriceField(page, QStringLiteral("txtManufPrice"),
                                          QStringLiteral("lblManufWord"), PriceWords::Cost);
     txtManufPrice = fee.box;
@@ -147,78 +128,27 @@ QWidget* frmAddComponent::buildGeneral() {
     m_feeNote->setObjectName(QStringLiteral("lblFeeNote"));
     m_feeNote->setEnabled(false);
     fee.row->insertWidget(1, m_feeNote);
-
-    m_pictureButton = NewPictureButton(page);
-    auto* picture = new QHBoxLayout;
-    picture->addWidget(m_pictureButton);
-    picture->addStretch();
-
-    form->addRow(BuddyLabel(tr("&Name:"), txtName, page), txtName);
-    form->addRow(BuddyLabel(tr("&Level:"), cmbLevel, page), cmbLevel);
-    form->addRow(BuddyLabel(tr("&Type:"), cmbType, page), type);
-    form->addRow(BuddyLabel(tr("S&ubtype:"), cmbSubType, page), subtype);
-    form->addRow(BuddyLabel(tr("&Price:"), txtPrice, page), price.row);
     form->addRow(BuddyLabel(tr("&Manufacturing Fee:"), txtManufPrice, page), fee.row);
-    form->addRow(BuddyLabel(tr("P&icture:"), m_pictureButton, page), picture);
-    col->addLayout(form);
-
-    auto* box = new QGroupBox(comp::grid(QStringLiteral("ubgMOBs")).caption, page);
-    auto* inner = new QVBoxLayout(box);
-    inner->addWidget(new UBGrid(QStringLiteral("ubgMOBs"), box));
-    col->addWidget(box, 1);
-
-    connect(txtName, &QLineEdit::textChanged, this, [this](const QString& t) { m_title->setText(t); });
-    connect(m_pictureButton, &QPushButton::clicked, this, &frmAddComponent::cmdPicture_Click);
-    connect(cmbType, &QComboBox::currentIndexChanged, this, &frmAddComponent::cmbType_Click);
-    connect(cmdEditTypes, &QToolButton::clicked, this, &frmAddComponent::cmdEditTypes_Click);
-    connect(cmdEditSubTypes, &QToolButton::clicked, this, &frmAddComponent::cmdEditSubTypes_Click);
-    return page;
-}
-
-UBGrid* frmAddComponent::grid(const QString& widgetName) const {
-    return findChild<UBGrid*>(widgetName);
 }
 
 bool frmAddComponent::load(const QString& name) {
     try {
-        if (name.isEmpty()) {
-            setWindowTitle(QStringLiteral("Add Component"));
-            m_loaded = comp::Fields();
-            m_loaded.level = QStringLiteral("1");
-        } else {
-            m_loaded = comp::readRecord(name);
-            setWindowTitle(QStringLiteral("Edit: ") + m_loaded.name);
-            setRecordName(m_loaded.name);
-            // The name identifies the record being changed; renaming is the main window's Rename.
-            txtName->setReadOnly(true);
-            FillList(lstBuyLocations, comp::buyLocationsSql(m_loaded.name));
-        }
+        m_loaded = readRecord(QStringLiteral("Add Component"), name, &comp::readRecord);
         fillTypes(m_loaded.type, true);
         fillSubtypes(m_loaded.subtype, true);
     } catch (const VbError& e) {
         ReportDBError(e, QStringLiteral("Form_Load"), Container);
         return false;
     }
-    m_loadedBuy = JoinedEntries(ListEntries(lstBuyLocations));
-
-    txtName->setText(m_loaded.name);
-    m_title->setText(m_loaded.name);
-    FillLevels(cmbLevel, m_loaded.level);
-    txtPrice->setText(m_loaded.price);
     txtManufPrice->setText(m_loaded.cost);
     // A new component is written without its fee: the box opens once the component exists.
     txtManufPrice->setEnabled(!isNew());
     m_feeNote->setVisible(isNew());
-    txtComments->setPlainText(m_loaded.comments);
-    setPicture(m_loaded.picture);
     if (!isNew())
         m_typeLine->setText(QStringLiteral("Level ") + m_loaded.level + QLatin1Char(' ') +
                             (m_loaded.type.isEmpty() ? QString() : m_loaded.type + QLatin1Char(' ')) +
                             QStringLiteral("Component"));
-
-    const QString quoted = FixQuotes(m_loaded.name);
-    for (const GridDef& def : comp::grids())
-        PopulateGrid(grid(def.widget)->grid(), def.queries(quoted), true);
+    showRecord(m_loaded);
     return true;
 }
 
@@ -272,108 +202,35 @@ void frmAddComponent::cmdEditSubTypes_Click() {
 
 comp::Fields frmAddComponent::fields() const {
     comp::Fields f;
-    f.name = txtName->text().trimmed();
-    f.level = cmbLevel->currentText().trimmed();
-    f.price = txtPrice->text().trimmed();
+    static_cast<PricedFields&>(f) = pricedFields();
     f.cost = txtManufPrice->text().trimmed();
-    f.comments = txtComments->toPlainText();
     f.type = cmbType->currentText();
     f.subtype = cmbSubType->currentText();
-    f.picture = m_picture;
     return f;
-}
-
-void frmAddComponent::setPicture(qint32 picture) {
-    m_picture = picture;
-    ShowPicture(m_pictureButton, m_icon, picture);
-}
-
-void frmAddComponent::cmdPicture_Click() {
-    const long chosen = DisplayItemIconDialogbox(m_picture, this);
-    if (chosen >= 0)
-        setPicture(qint32(chosen));
-}
-
-void frmAddComponent::cmdBuyLocations_Click() {
-    PickInto(lstBuyLocations, QStringLiteral("Stations"),
-             QStringLiteral("SELECT STATION_NAME FROM STATIONS ORDER BY STATION_NAME"),
-             QStringLiteral("cmdBuyLocations_Click"), Container);
 }
 
 bool frmAddComponent::recordChanged() const {
     const comp::Fields f = fields();
-    return f.level != m_loaded.level || f.price != m_loaded.price || f.cost != m_loaded.cost ||
-           f.comments != m_loaded.comments || f.type != m_loaded.type || f.subtype != m_loaded.subtype ||
-           f.picture != m_loaded.picture || (isNew() && !f.name.isEmpty());
-}
-
-bool frmAddComponent::hasChanges() const {
-    if (recordChanged() || JoinedEntries(ListEntries(lstBuyLocations)) != m_loadedBuy)
-        return true;
-    for (const GridDef& def : comp::grids())
-        if (GridChanged(grid(def.widget)->grid()))
-            return true;
-    return false;
-}
-
-QString frmAddComponent::savedName() const {
-    return fields().name;
+    return CatalogueEditor::recordChanged() || f.cost != m_loaded.cost || f.type != m_loaded.type ||
+           f.subtype != m_loaded.subtype;
 }
 
 SavePlan frmAddComponent::savePlan() {
     const comp::Fields f = fields();
-    SavePlan plan;
-    plan.container = Container;
-    for (const GridDef& def : comp::grids())
-        plan.validate.append({&grid(def.widget)->grid(), def.listName});
+    SavePlan plan = planSave(comp::writeOrder(), f.name);
     const bool adding = isNew();
     plan.checkInput = [f, adding] {
-        if (f.name.isEmpty()) {
-            ShowEmptyData();
-            return false;
-        }
-        if (!ValidName(f.name)) {
-            ShowInvalidName();
-            return false;
-        }
-        if (!IsWholeNumberText(f.level) || !IsWholeNumberText(f.price) ||
-            (!adding && !IsWholeNumberText(f.cost))) {
-            ShowInvalidValues();
-            return false;
-        }
-        return true;
+        // A new component's fee is not written, so it is not checked either.
+        return CheckRecordInput(
+            f.name, {f.name}, adding ? QStringList{f.level, f.price} : QStringList{f.level, f.price, f.cost});
     };
-    const bool fieldsChanged = recordChanged();
-    plan.writeRecord = [f, adding, fieldsChanged](bool relationsChanged) {
-        if (adding) {
-            db().execute(comp::insertSql(f, Now()));
-            return true;
-        }
-        // The UPDATE stamps the record as changed: it runs only when something of it did change.
-        if (!fieldsChanged && !relationsChanged)
-            return false;
-        // A record deleted or renamed meanwhile must not get link rows that point nowhere.
-        if (db().execute(comp::updateSql(f, Now())) == 0)
-            throw NoCurrentRecord();
-        return true;
-    };
-    for (const QString& w : comp::writeOrder()) {
-        if (w == QLatin1String("lstBuyLocations")) {
-            plan.writes.append(SaveStep::forList(ListEntries(lstBuyLocations), m_loadedBuy,
-                                                 QStringLiteral("BUY_COMPONENT_LOCATIONS"),
-                                                 QStringLiteral("COMPONENTS_COMPONENT"),
-                                                 QStringLiteral("STATIONS_STATION"), FixQuotes(f.name)));
-        } else {
-            const GridDef& def = comp::grid(w);
-            plan.writes.append(
-                SaveStep::forGrid(grid(w)->grid(), def.save(FixQuotes(f.name)), def.keyColumn, f.name));
-        }
-    }
+    // The UPDATE stamps the record as changed: it runs only when something of it did change.
+    plan.writeRecord = WriteByStatement(
+        adding, recordChanged(), [f] { return comp::insertSql(f, Now()); },
+        [f] { return comp::updateSql(f, Now()); });
     return plan;
 }
 
 void OpenComponentEditor(const QString& name) {
-    const QString caption =
-        name.isEmpty() ? QStringLiteral("Add Component") : QStringLiteral("Edit: ") + name;
-    EditorWindow::open<frmAddComponent>(caption, name);
+    EditorWindow::open<frmAddComponent>(EditorWindow::caption(QStringLiteral("Add Component"), name), name);
 }

@@ -133,36 +133,20 @@ QWidget* frmAddEquip::listPage(QListWidget*& list, const QString& listName, QPus
 }
 
 void frmAddEquip::setTips() {
-    const struct {
-        QWidget* widget;
-        const char* key;
-    } tips[] = {{cmdPicture, "PICTURE"},
-                {prpList, "PROPERTIES"},
-                {ubgSpecials, "SPECIALS"},
-                {tabBlueprint, "BLUEPRINT"},
-                {tabManufacturing, "MANUFACTURING"},
-                {txtComments, "COMMENTS"},
-                {lstBuyLocations, "BUY_LOCATIONS"},
-                {cmdBuyLocations, "BUY_CHANGE"},
-                {ubgMOBs, "MOBS"},
-                {lstAllowed, "ALLOWED"},
-                {cmdAllowed, "ALLOWED_CHANGE"},
-                {cmdSave, "SAVE"},
-                {cmdCancel, "CANCEL"}};
-    for (const auto& t : tips)
-        SetTip(t.widget, GetToolTip(QStringLiteral("EDIT_EQUIPMENT"), QLatin1String(t.key),
-                                    QStringLiteral("equipment")));
-}
-
-UBGrid* frmAddEquip::grid(const QString& widgetName) const {
-    return findChild<UBGrid*>(widgetName);
-}
-
-QStringList frmAddEquip::listEntries(const QListWidget* list) const {
-    QStringList out;
-    for (int i = 0; i < list->count(); ++i)
-        out.append(list->item(i)->text());
-    return out;
+    EditorWindow::setTips(QStringLiteral("EDIT_EQUIPMENT"), QStringLiteral("equipment"),
+                          {{cmdPicture, "PICTURE"},
+                           {prpList, "PROPERTIES"},
+                           {ubgSpecials, "SPECIALS"},
+                           {tabBlueprint, "BLUEPRINT"},
+                           {tabManufacturing, "MANUFACTURING"},
+                           {txtComments, "COMMENTS"},
+                           {lstBuyLocations, "BUY_LOCATIONS"},
+                           {cmdBuyLocations, "BUY_CHANGE"},
+                           {ubgMOBs, "MOBS"},
+                           {lstAllowed, "ALLOWED"},
+                           {cmdAllowed, "ALLOWED_CHANGE"},
+                           {cmdSave, "SAVE"},
+                           {cmdCancel, "CANCEL"}});
 }
 
 void frmAddEquip::setPicture(qint32 picture) {

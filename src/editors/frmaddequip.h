@@ -28,8 +28,6 @@ public:
     bool load(const QString& name);
 
     int equipmentType() const { return m_type; }
-    UBGrid* grid(const QString& widgetName) const;
-    QStringList listEntries(const QListWidget* list) const;
     qint32 picture() const { return m_picture; }
     void setPicture(qint32 picture);
     // A new record takes another type: the statistics rows follow, the values typed so far stay.
@@ -63,7 +61,6 @@ private:
     void propertyChanged(const QString& key);
     void showTitle();
     void selectFirstEditableRow();
-    void pickList(QListWidget* list, const QString& kind, const QString& sql, const QString& procedure);
     void setTips();
 
     int m_type = 0;

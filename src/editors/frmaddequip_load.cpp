@@ -4,8 +4,8 @@
 #include "data/errorreport.h"
 #include "data/quotes.h"
 #include "data/recordset.h"
+#include "editors/editorparts.h"
 #include "editors/frmaddequip.h"
-#include "editors/frmlistdialog.h"
 #include "editors/frmpicselect.h"
 #include "editors/gridroutines.h"
 #include "editors/propertylistwidget.h"
@@ -79,17 +79,13 @@ bool EditEquipment(frmAddEquip* w, const QString& name, int type) {
         return false;
     }
     w->m_type = type;
-    w->setWindowTitle(adding ? QStringLiteral("New: ") + DeEnumerate(type)
-                             : QStringLiteral("Edit: ") + stored);
-    w->setRecordName(adding ? QString() : stored);
+    w->showCaption(QStringLiteral("New: ") + DeEnumerate(type), stored);
     p.buildHelp(HelpSection, DeEnumerate(type).toLower());
     w->prpList->rebuild();
     w->showTitle();
     w->selectFirstEditableRow();
 
-    const QString quoted = FixQuotes(stored);
-    for (const GridDef& def : equipedit::grids())
-        PopulateGrid(w->grid(def.widget)->grid(), def.queries(quoted), true);
+    w->populateGrids(equipedit::grids(), stored);
 
     w->m_loadedValues = valuesOf(p);
     w->m_loadedPicture = w->m_picture;
@@ -175,23 +171,14 @@ void frmAddEquip::cmdPicture_Click() {
         setPicture(qint32(chosen));
 }
 
-void frmAddEquip::pickList(QListWidget* list, const QString& kind, const QString& sql,
-                           const QString& procedure) {
-    try {
-        DisplayListDialog(kind, ChoicesFrom(sql), list);
-    } catch (const VbError& e) {
-        ReportDBError(e, procedure, Container);
-    }
-}
-
 void frmAddEquip::cmdBuyLocations_Click() {
-    pickList(lstBuyLocations, QStringLiteral("Stations"), equipedit::allStationsSql(),
-             QStringLiteral("cmdBuyLocations_Click"));
+    PickInto(lstBuyLocations, QStringLiteral("Stations"), equipedit::allStationsSql(),
+             QStringLiteral("cmdBuyLocations_Click"), Container);
 }
 
 void frmAddEquip::cmdAllowed_Click() {
-    pickList(lstAllowed, QStringLiteral("Classes"), equipedit::allClassesSql(),
-             QStringLiteral("cmdAllowed_Click"));
+    PickInto(lstAllowed, QStringLiteral("Classes"), equipedit::allClassesSql(),
+             QStringLiteral("cmdAllowed_Click"), Container);
 }
 
 bool frmAddEquip::hasChanges() const {
@@ -209,10 +196,7 @@ bool frmAddEquip::hasChanges() const {
         JoinedEntries(listEntries(lstAllowed)) != m_loadedClasses ||
         JoinedEntries(listEntries(lstBuyLocations)) != m_loadedStations)
         return true;
-    for (const GridDef& def : equipedit::grids())
-        if (GridChanged(grid(def.widget)->grid()))
-            return true;
-    return false;
+    return gridsChanged(equipedit::grids());
 }
 
 QString frmAddEquip::savedName() const {
@@ -237,7 +221,6 @@ SavePlan frmAddEquip::savePlan() {
 }
 
 void OpenEquipmentEditor(const QString& name) {
-    const QString caption = name.isEmpty() ? QStringLiteral("New: ") + DeEnumerate(newEquipmentType())
-                                           : QStringLiteral("Edit: ") + name;
-    EditorWindow::open<frmAddEquip>(caption, name);
+    EditorWindow::open<frmAddEquip>(
+        EditorWindow::caption(QStringLiteral("New: ") + DeEnumerate(newEquipmentType()), name), name);
 }

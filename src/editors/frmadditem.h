@@ -3,19 +3,10 @@
 // level, price (its pop-up menu writes the reserved prices), picture, and the MOBs that drop it;
 // Used In: the equipment, components and raw materials made with it; Where to Buy: the stations that
 // sell it; Comments. The record is written through an updatable result set.
-#include "editors/editorwindow.h"
+#include "editors/catalogueeditor.h"
 #include "editors/items.h"
 
-class QComboBox;
-class QLabel;
-class QLineEdit;
-class QListWidget;
-class QPlainTextEdit;
-class QPushButton;
-class QTabWidget;
-class UBGrid;
-
-class frmAddItem : public EditorWindow {
+class frmAddItem : public CatalogueEditor {
     Q_OBJECT
 public:
     explicit frmAddItem(QWidget* parent = nullptr);
@@ -23,38 +14,12 @@ public:
     // Fills the window from the record (empty name: a new one). False after reporting a failure.
     bool load(const QString& name);
 
-    UBGrid* grid(const QString& widgetName) const;
-    item::Fields fields() const;
-    void setPicture(qint32 picture);
+    item::Fields fields() const { return pricedFields(); }
 
-    QTabWidget* tabMain = nullptr;
-    QLineEdit* txtName = nullptr;
-    QComboBox* cmbLevel = nullptr;
-    QLineEdit* txtPrice = nullptr;
-    QLabel* lblPriceWord = nullptr;
-    QPlainTextEdit* txtComments = nullptr;
-    QListWidget* lstBuyLocations = nullptr;
-    UBGrid *ubgMOBs = nullptr, *ubgManuEquip = nullptr, *ubgManuComps = nullptr, *ubgManuRawMats = nullptr;
-
-    void cmdPicture_Click();
-    void cmdBuyLocations_Click();
+    UBGrid *ubgManuEquip = nullptr, *ubgManuComps = nullptr, *ubgManuRawMats = nullptr;
 
 protected:
     SavePlan savePlan() override;
-    QString savedName() const override;
-    bool hasChanges() const override;
-
-private:
-    QWidget* buildGeneral();
-    bool recordChanged() const;
-
-    item::Fields m_loaded;
-    qint32 m_picture = 0;
-    QString m_loadedBuy;
-    QLabel* m_icon = nullptr;
-    QLabel* m_title = nullptr;
-    QLabel* m_typeLine = nullptr;
-    QPushButton* m_pictureButton = nullptr;
 };
 
 // Opens the item editor on a record (an empty name: a new item).

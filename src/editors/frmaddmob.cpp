@@ -83,10 +83,6 @@ frmAddMob::frmAddMob(QWidget* parent) : EditorWindow(QStringLiteral("frmAddMob")
     resize(330 + tabsWidth + 40, 600);
 }
 
-UBGrid* frmAddMob::grid(const QString& widgetName) const {
-    return findChild<UBGrid*>(widgetName);
-}
-
 bool frmAddMob::load(const QString& name) {
     try {
         mob::Load(m_edit, name);
@@ -99,12 +95,7 @@ bool frmAddMob::load(const QString& name) {
         const QSignalBlocker quiet(txtComments);
         txtComments->setPlainText(m_edit.loadedComments);
     }
-    if (m_edit.adding) {
-        setWindowTitle(mob::NewCaption);
-    } else {
-        setRecordName(m_edit.name());
-        setWindowTitle(QStringLiteral("Edit: ") + m_edit.name());
-    }
+    showCaption(mob::NewCaption, m_edit.adding ? QString() : m_edit.name());
     showTitle();
     return true;
 }
@@ -132,5 +123,5 @@ bool frmAddMob::hasChanges() const {
 }
 
 void OpenMobEditor(const QString& name) {
-    EditorWindow::open<frmAddMob>(name.isEmpty() ? mob::NewCaption : QStringLiteral("Edit: ") + name, name);
+    EditorWindow::open<frmAddMob>(EditorWindow::caption(mob::NewCaption, name), name);
 }

@@ -23,7 +23,6 @@ public:
     // False after reporting a failure.
     bool load(const QString& name);
 
-    UBGrid* grid(const QString& widgetName) const;
     const mob::Edit& edit() const { return m_edit; }
 
     QLabel *lblName = nullptr, *lblType = nullptr;

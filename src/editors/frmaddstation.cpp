@@ -43,14 +43,13 @@ frmAddStation::frmAddStation(QWidget* parent) : EditorWindow(QStringLiteral("frm
     top->addWidget(tabMain, 1);
     top->addLayout(buttonRow());
 
-    const struct {
-        QWidget* widget;
-        const char* key;
-    } tips[] = {{txtName, "NAME"},         {cmbSector, "SECTOR"}, {ubgTerminals, "TERMINALS"},
-                {txtComments, "COMMENTS"}, {cmdSave, "SAVE"},     {cmdCancel, "CANCEL"}};
-    for (const auto& t : tips)
-        SetTip(t.widget,
-               GetToolTip(QStringLiteral("ADD_STATION"), QLatin1String(t.key), QStringLiteral("station")));
+    setTips(QStringLiteral("ADD_STATION"), QStringLiteral("station"),
+            {{txtName, "NAME"},
+             {cmbSector, "SECTOR"},
+             {ubgTerminals, "TERMINALS"},
+             {txtComments, "COMMENTS"},
+             {cmdSave, "SAVE"},
+             {cmdCancel, "CANCEL"}});
     for (const station::Sells& s : station::sells())
         SetTip(sellsList(s.widget),
                GetToolTip(QStringLiteral("ADD_STATION"), QStringLiteral("SELLS"), s.kind));
@@ -117,13 +116,9 @@ bool frmAddStation::load(const QString& name) {
                 m_systems.insert(sectors.last(), NzString(rs.value(1)));
             }
         }
-        if (name.isEmpty()) {
-            setWindowTitle(QStringLiteral("Add Station"));
-            m_loaded = station::Fields();
-        } else {
-            m_loaded = station::readRecord(name);
-            setWindowTitle(QStringLiteral("Edit: ") + m_loaded.name);
-            setRecordName(m_loaded.name);
+        m_loaded = name.isEmpty() ? station::Fields() : station::readRecord(name);
+        showCaption(QStringLiteral("Add Station"), m_loaded.name);
+        if (!name.isEmpty()) {
             // The name identifies the record being changed.
             txtName->setReadOnly(true);
             for (const station::Sells& s : station::sells())
@@ -143,12 +138,12 @@ bool frmAddStation::load(const QString& name) {
         return false;
     }
     for (const station::Sells& s : station::sells())
-        m_loadedSells.insert(s.widget, JoinedEntries(ListEntries(sellsList(s.widget))));
+        m_loadedSells.insert(s.widget, JoinedEntries(listEntries(sellsList(s.widget))));
     txtName->setText(m_loaded.name);
     m_title->setText(m_loaded.name);
     txtComments->setPlainText(m_loaded.comments);
     showSystem();
-    PopulateGrid(ubgTerminals->grid(), station::terminals().queries(FixQuotes(m_loaded.name)), true);
+    populateGrids({station::terminals()}, m_loaded.name);
     return true;
 }
 
@@ -186,7 +181,7 @@ bool frmAddStation::hasChanges() const {
     if (recordChanged() || GridChanged(ubgTerminals->grid()))
         return true;
     for (const station::Sells& s : station::sells())
-        if (JoinedEntries(ListEntries(sellsList(s.widget))) != m_loadedSells.value(s.widget))
+        if (JoinedEntries(listEntries(sellsList(s.widget))) != m_loadedSells.value(s.widget))
             return true;
     return false;
 }
@@ -200,42 +195,18 @@ SavePlan frmAddStation::savePlan() {
     const QString quoted = FixQuotes(f.name);
     SavePlan plan;
     plan.container = Container;
-    plan.validate.append({&ubgTerminals->grid(), station::terminals().listName});
-    plan.checkInput = [f] {
-        if (f.name.isEmpty() || f.sector.isEmpty()) {
-            ShowEmptyData();
-            return false;
-        }
-        if (!ValidName(f.name)) {
-            ShowInvalidName();
-            return false;
-        }
-        return true;
-    };
-    const bool adding = isNew();
-    const bool fieldsChanged = recordChanged();
-    plan.writeRecord = [f, adding, fieldsChanged](bool relationsChanged) {
-        if (adding) {
-            db().execute(station::insertSql(f, Now()));
-            return true;
-        }
-        if (!fieldsChanged && !relationsChanged)
-            return false;
-        // A station deleted or renamed meanwhile must not get link rows that point nowhere.
-        if (db().execute(station::updateSql(f, Now())) == 0)
-            throw NoCurrentRecord();
-        return true;
-    };
+    plan.validate = gridChecks({station::terminals()});
+    plan.checkInput = [f] { return CheckRecordInput(f.name, {f.name, f.sector}); };
+    plan.writeRecord = WriteByStatement(
+        isNew(), recordChanged(), [f] { return station::insertSql(f, Now()); },
+        [f] { return station::updateSql(f, Now()); });
     for (const station::Sells& s : station::sells())
-        plan.writes.append(SaveStep::forList(ListEntries(sellsList(s.widget)), m_loadedSells.value(s.widget),
+        plan.writes.append(SaveStep::forList(listEntries(sellsList(s.widget)), m_loadedSells.value(s.widget),
                                              s.table, station::StationColumn, s.valueColumn, quoted));
-    const GridDef& terminals = station::terminals();
-    plan.writes.append(
-        SaveStep::forGrid(ubgTerminals->grid(), terminals.save(quoted), terminals.keyColumn, f.name));
+    plan.writes.append(gridWrite(station::terminals(), f.name));
     return plan;
 }
 
 void OpenStationEditor(const QString& name) {
-    const QString caption = name.isEmpty() ? QStringLiteral("Add Station") : QStringLiteral("Edit: ") + name;
-    EditorWindow::open<frmAddStation>(caption, name);
+    EditorWindow::open<frmAddStation>(EditorWindow::caption(QStringLiteral("Add Station"), name), name);
 }

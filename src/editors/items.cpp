@@ -15,7 +15,7 @@ QList<GridDef> build() {
                  "General: MOBs",
                  "SELECT MOB_NAME, DROP_FREQUENCY FROM MOB_ITEM_DROP WHERE ITEM_NAME = '",
                  "MOB_NAME",
-                 {"SELECT MOB_NAME FROM MOBS ORDER BY MOB_NAME|1", "SELECT FREQUENCY FROM DROP_FREQUENCY|2"},
+                 {GridChoices::Mobs, GridChoices::DropFrequencies},
                  "SELECT MOB_NAME, DROP_FREQUENCY, ITEM_NAME FROM MOB_ITEM_DROP WHERE ITEM_NAME = '",
                  "ITEM_NAME"};
     // Used in: what is built with it.
@@ -25,7 +25,7 @@ QList<GridDef> build() {
         "Manufacturing: Equipment",
         "SELECT EQUIPMENTS_EQUIPMENT AS EQUIPMENT_NAME, AMOUNT FROM EQUIPMENTS_ITEMS WHERE ITEM_NAME = '",
         "EQUIPMENTS_EQUIPMENT",
-        {"SELECT EQUIPMENT_NAME FROM EQUIPMENTS ORDER BY EQUIPMENT_NAME|1"},
+        {GridChoices::Equipment},
         "SELECT EQUIPMENTS_EQUIPMENT, AMOUNT, ITEM_NAME FROM EQUIPMENTS_ITEMS WHERE ITEM_NAME = '",
         "ITEM_NAME"};
     g << GridDef{"ubgManuComps",
@@ -33,7 +33,7 @@ QList<GridDef> build() {
                  "Manufacturing: Components",
                  "SELECT COMPONENT_NAME, AMOUNT FROM COMPONENTS_ITEMS WHERE ITEM_NAME ='",
                  "COMPONENT_NAME",
-                 {"SELECT COMPONENT_NAME FROM COMPONENTS ORDER BY COMPONENT_NAME|1"},
+                 {GridChoices::Components},
                  "SELECT COMPONENT_NAME, AMOUNT, ITEM_NAME FROM COMPONENTS_ITEMS WHERE ITEM_NAME ='",
                  "ITEM_NAME"};
     g << GridDef{"ubgManuRawMats",
@@ -41,7 +41,7 @@ QList<GridDef> build() {
                  "Manufacturing: Raw Materials",
                  "SELECT RAW_MATERIAL_NAME, AMOUNT FROM RAW_MATERIALS_ITEMS WHERE ITEM_NAME = '",
                  "RAW_MATERIAL_NAME",
-                 {"SELECT RAW_MATERIAL_NAME FROM RAW_MATERIALS ORDER BY RAW_MATERIAL_NAME|1"},
+                 {GridChoices::RawMaterials},
                  "SELECT RAW_MATERIAL_NAME, AMOUNT, ITEM_NAME FROM RAW_MATERIALS_ITEMS WHERE ITEM_NAME = '",
                  "ITEM_NAME"};
     return g;
@@ -66,21 +66,13 @@ QStringList writeOrder() {
 }
 
 QString recordSql(const QString& name) {
-    return QStringLiteral("SELECT * FROM ITEMS WHERE ITEM_NAME = '") + FixQuotes(name) + QLatin1Char('\'');
+    return RecordSql(QStringLiteral("ITEMS"), QStringLiteral("ITEM_NAME"), name);
 }
 
 Fields readRecord(const QString& name) {
     Recordset rs;
-    rs.open(recordSql(name));
-    if (rs.eof())
-        throw NoCurrentRecord();
-    Fields f;
-    f.name = NzString(rs.value(QStringLiteral("ITEM_NAME")));
-    f.level = NzString(rs.value(QStringLiteral("LVL")));
-    f.price = NzString(rs.value(QStringLiteral("PRICE")));
-    f.comments = NzString(rs.value(QStringLiteral("COMMENTS")));
-    f.picture = NzLong(rs.value(QStringLiteral("PIC_ID")));
-    return f;
+    OpenStoredRecord(rs, QStringLiteral("ITEMS"), QStringLiteral("ITEM_NAME"), name);
+    return ReadPricedFields(rs, QStringLiteral("ITEM_NAME"));
 }
 
 void writeRecord(const Fields& f, bool adding, const QDateTime& now) {

@@ -1,7 +1,7 @@
 #pragma once
 // What the item editor (frmAddItem) reads and writes, without its window: the record's fields, its
 // list of stations, its four grids and the record's write through an updatable result set.
-#include "editors/griddef.h"
+#include "editors/recordsql.h"
 
 #include <QDateTime>
 #include <QList>
@@ -15,13 +15,7 @@ const GridDef& grid(const QString& widget);
 // The widgets in the order a save rewrites them (the list and the grids).
 QStringList writeOrder();
 
-struct Fields {
-    QString name;
-    QString level;
-    QString price;
-    QString comments;
-    qint32 picture = 0;
-};
+using Fields = PricedFields;
 // Reads the record (throws VbError 3021 when there is none).
 Fields readRecord(const QString& name);
 // The statement the write opens its result set on.

@@ -13,7 +13,6 @@
 namespace mob {
 namespace {
 const QString DamageTypes = QStringLiteral("SELECT DAMAGE_TYPE FROM DAMAGE_TYPE ORDER BY DAMAGE_TYPE|1");
-const QString Frequencies = QStringLiteral("SELECT FREQUENCY FROM DROP_FREQUENCY|2");
 
 GridDef def(const char* widget, const char* listName, const char* columns, const char* table,
             const char* orderBy, const QStringList& dropDowns) {
@@ -34,22 +33,18 @@ QList<GridDef> build() {
     QList<GridDef> g;
     g << def("ubgAttackTypes", "Attack Types", "ATTACK_TYPE, AMOUNT", "MOB_ATTACK_TYPE", "ATTACK_TYPE",
              {DamageTypes});
-    g << def(
-        "ubgComponents", "Components", "COMPONENT_NAME, DROP_FREQUENCY", "MOB_COMP_DROP", "COMPONENT_NAME",
-        {QStringLiteral("SELECT COMPONENT_NAME FROM COMPONENTS ORDER BY COMPONENT_NAME|1"), Frequencies});
-    g << def(
-        "ubgEquipment", "Equipment", "EQUIPMENT_NAME, DROP_FREQUENCY", "MOB_EQUIP_DROP", "EQUIPMENT_NAME",
-        {QStringLiteral("SELECT EQUIPMENT_NAME FROM EQUIPMENTS ORDER BY EQUIPMENT_NAME|1"), Frequencies});
+    g << def("ubgComponents", "Components", "COMPONENT_NAME, DROP_FREQUENCY", "MOB_COMP_DROP",
+             "COMPONENT_NAME", {GridChoices::Components, GridChoices::DropFrequencies});
+    g << def("ubgEquipment", "Equipment", "EQUIPMENT_NAME, DROP_FREQUENCY", "MOB_EQUIP_DROP",
+             "EQUIPMENT_NAME", {GridChoices::Equipment, GridChoices::DropFrequencies});
     g << def("ubgItems", "Items", "ITEM_NAME, DROP_FREQUENCY", "MOB_ITEM_DROP", "ITEM_NAME",
-             {QStringLiteral("SELECT ITEM_NAME FROM ITEMS ORDER BY ITEM_NAME|1"), Frequencies});
+             {GridChoices::Items, GridChoices::DropFrequencies});
     g << def("ubgLocations", "Locations", "SECTOR_NAME, NAV_POINT, SPAWN_RATE", "MOBS_LOCATION",
              "SECTOR_NAME",
              {QStringLiteral("SELECT SECTOR_NAME FROM SECTORS ORDER BY SECTOR_NAME|1"),
               QStringLiteral("SELECT SPAWN_RATE FROM SPAWN_RATE|3")});
     g << def("ubgRawMaterials", "Raw Materials", "RAW_MATERIAL_NAME, DROP_FREQUENCY", "MOB_RAW_MAT_DROP",
-             "RAW_MATERIAL_NAME",
-             {QStringLiteral("SELECT RAW_MATERIAL_NAME FROM RAW_MATERIALS ORDER BY RAW_MATERIAL_NAME|1"),
-              Frequencies});
+             "RAW_MATERIAL_NAME", {GridChoices::RawMaterials, GridChoices::DropFrequencies});
     g << def("ubgResistances", "Resistances", "RESISTANCE, AMOUNT", "MOB_RESISTANCE", "RESISTANCE",
              {DamageTypes});
     g << def("ubgWeaknesses", "Weaknesses", "WEAKNESS, AMOUNT", "MOB_WEAKNESS", "WEAKNESS", {DamageTypes});
@@ -83,10 +78,7 @@ const QList<GridDef>& grids() {
 }
 
 const GridDef& grid(const QString& widget) {
-    for (const GridDef& g : grids())
-        if (g.widget == widget)
-            return g;
-    return grids().first();
+    return FindGridDef(grids(), widget);
 }
 
 QStringList tabs() {
@@ -210,10 +202,10 @@ bool Edit::hasChanges() const {
 
 bool CheckName(const QString& name) {
     if (name.isEmpty()) {
-        MsgBox(QStringLiteral("One or more of the values entered must not be empty"), vb::Information,
-               QStringLiteral("Empty Data"));
+        ShowEmptyData();
         return false;
     }
+    // The MOB editor has always worded this refusal its own way.
     if (!ValidName(name)) {
         MsgBox(
             QStringLiteral("Names cannot contain a double single-quote! Please change the name to continue."),

@@ -3,13 +3,11 @@
 #include "core/clock.h"
 #include "data/quotes.h"
 #include "data/recordset.h"
+#include "editors/recordsql.h"
 #include "views/modmain.h"
 
 namespace rawmat {
 namespace {
-const QString Raw =
-    QStringLiteral("SELECT RAW_MATERIAL_NAME FROM RAW_MATERIALS ORDER BY RAW_MATERIAL_NAME|1");
-
 QList<GridDef> build() {
     QList<GridDef> g;
     g << GridDef{"ubgMOBs",
@@ -17,7 +15,7 @@ QList<GridDef> build() {
                  "General: MOBs",
                  "SELECT MOB_NAME, DROP_FREQUENCY FROM MOB_RAW_MAT_DROP WHERE RAW_MATERIAL_NAME = '",
                  "MOB_NAME",
-                 {"SELECT MOB_NAME FROM MOBS ORDER BY MOB_NAME|1", "SELECT FREQUENCY FROM DROP_FREQUENCY|2"},
+                 {GridChoices::Mobs, GridChoices::DropFrequencies},
                  "SELECT MOB_NAME, DROP_FREQUENCY, RAW_MATERIAL_NAME FROM MOB_RAW_MAT_DROP WHERE "
                  "RAW_MATERIAL_NAME = '",
                  "RAW_MATERIAL_NAME"};
@@ -26,7 +24,7 @@ QList<GridDef> build() {
                  "Requires in Manufacture: Components",
                  "SELECT COMPONENTS_COMPONENT, AMOUNT FROM COMPONENTS_RAW_MATERIALS WHERE RAW_MATERIAL = '",
                  "COMPONENTS_COMPONENT",
-                 {"SELECT COMPONENT_NAME FROM COMPONENTS ORDER BY COMPONENT_NAME|1"},
+                 {GridChoices::Components},
                  "SELECT COMPONENTS_COMPONENT, AMOUNT, RAW_MATERIAL FROM COMPONENTS_RAW_MATERIALS WHERE "
                  "RAW_MATERIAL = '",
                  "RAW_MATERIAL"};
@@ -36,7 +34,7 @@ QList<GridDef> build() {
         "Requires in Manufacture: Equipment",
         "SELECT EQUIPMENTS_EQUIPMENT, AMOUNT FROM EQUIPMENTS_RAW_MATERIALS WHERE RAW_MATERIAL_NAME = '",
         "EQUIPMENTS_EQUIPMENT",
-        {"SELECT EQUIPMENT_NAME FROM EQUIPMENTS ORDER BY EQUIPMENT_NAME|1"},
+        {GridChoices::Equipment},
         "SELECT EQUIPMENTS_EQUIPMENT, AMOUNT, RAW_MATERIAL_NAME FROM EQUIPMENTS_RAW_MATERIALS WHERE "
         "RAW_MATERIAL_NAME = '",
         "RAW_MATERIAL_NAME"};
@@ -45,7 +43,7 @@ QList<GridDef> build() {
                  "Requires in Manufacture: Raw Materials",
                  "SELECT RAW_MATERIAL_NAME, AMOUNT FROM RAW_MATERIALS_REFINES_FROM WHERE REFINES_FROM = '",
                  "RAW_MATERIAL_NAME",
-                 {Raw},
+                 {GridChoices::RawMaterials},
                  "SELECT RAW_MATERIAL_NAME, AMOUNT, REFINES_FROM FROM RAW_MATERIALS_REFINES_FROM WHERE "
                  "REFINES_FROM = '",
                  "REFINES_FROM"};
@@ -54,7 +52,7 @@ QList<GridDef> build() {
                  "Required to Refine: Refines From",
                  "SELECT REFINES_FROM, AMOUNT FROM RAW_MATERIALS_REFINES_FROM WHERE RAW_MATERIAL_NAME = '",
                  "REFINES_FROM",
-                 {Raw},
+                 {GridChoices::RawMaterials},
                  "SELECT REFINES_FROM, AMOUNT, RAW_MATERIAL_NAME FROM RAW_MATERIALS_REFINES_FROM WHERE "
                  "RAW_MATERIAL_NAME = '",
                  "RAW_MATERIAL_NAME"};
@@ -64,7 +62,7 @@ QList<GridDef> build() {
         "Required to Refine: Items",
         "SELECT ITEM_NAME, AMOUNT FROM RAW_MATERIALS_ITEMS WHERE RAW_MATERIAL_NAME = '",
         "ITEM_NAME",
-        {"SELECT ITEM_NAME FROM ITEMS ORDER BY ITEM_NAME|1"},
+        {GridChoices::Items},
         "SELECT ITEM_NAME, AMOUNT, RAW_MATERIAL_NAME FROM RAW_MATERIALS_ITEMS WHERE RAW_MATERIAL_NAME = '",
         "RAW_MATERIAL_NAME"};
     return g;
@@ -77,10 +75,7 @@ const QList<GridDef>& grids() {
 }
 
 const GridDef& grid(const QString& widget) {
-    for (const GridDef& g : grids())
-        if (g.widget == widget)
-            return g;
-    return grids().first();
+    return FindGridDef(grids(), widget);
 }
 
 QStringList writeOrder() {
@@ -90,17 +85,8 @@ QStringList writeOrder() {
 
 Fields readRecord(const QString& name) {
     Recordset rs;
-    rs.open(QStringLiteral("SELECT * FROM RAW_MATERIALS WHERE RAW_MATERIAL_NAME = '") + FixQuotes(name) +
-            QLatin1Char('\''));
-    if (rs.eof())
-        throw NoCurrentRecord();
-    Fields f;
-    f.name = NzString(rs.value(QStringLiteral("RAW_MATERIAL_NAME")));
-    f.level = NzString(rs.value(QStringLiteral("LVL")));
-    f.price = NzString(rs.value(QStringLiteral("PRICE")));
-    f.comments = NzString(rs.value(QStringLiteral("COMMENTS")));
-    f.picture = NzLong(rs.value(QStringLiteral("PIC_ID")));
-    return f;
+    OpenStoredRecord(rs, QStringLiteral("RAW_MATERIALS"), QStringLiteral("RAW_MATERIAL_NAME"), name);
+    return ReadPricedFields(rs, QStringLiteral("RAW_MATERIAL_NAME"));
 }
 
 QString insertSql(const Fields& f, const QDateTime& now) {
@@ -127,10 +113,6 @@ QString buyLocationsSql(const QString& name) {
 QString mineLocationsSql(const QString& name) {
     return QStringLiteral("SELECT SECTORS_SECTOR FROM MINE_LOCATIONS WHERE RAW_MATERIAL = '") +
            FixQuotes(name) + QStringLiteral("' ORDER BY SECTORS_SECTOR");
-}
-
-QString allStationsSql() {
-    return QStringLiteral("SELECT STATION_NAME FROM STATIONS ORDER BY STATION_NAME");
 }
 
 QString allSectorsSql() {

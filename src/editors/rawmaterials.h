@@ -1,7 +1,7 @@
 #pragma once
 // What the raw material editor (frmAddRawMaterials) reads and writes, without its window: the record's
 // fields, its two lists, its six grids and the exact statements of its save.
-#include "editors/griddef.h"
+#include "editors/recordsql.h"
 
 #include <QDateTime>
 #include <QList>
@@ -17,24 +17,16 @@ const GridDef& grid(const QString& widget);
 // The widgets in the order a save rewrites them (lists and grids).
 QStringList writeOrder();
 
-// The record as the window shows it: texts as typed, the picture number.
-struct Fields {
-    QString name;
-    QString level;
-    QString price;
-    QString comments;
-    qint32 picture = 0;
-};
+using Fields = PricedFields;
 // Reads the record (throws VbError 3021 when there is none).
 Fields readRecord(const QString& name);
 
 QString insertSql(const Fields& f, const QDateTime& now);
 QString updateSql(const Fields& f, const QDateTime& now);
 
-// The two plain lists: load queries and the values offered.
+// The two plain lists' load queries, and the sectors offered.
 QString buyLocationsSql(const QString& name);
 QString mineLocationsSql(const QString& name);
-QString allStationsSql();
 QString allSectorsSql();
 
 } // namespace rawmat

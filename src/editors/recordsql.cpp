@@ -1,6 +1,8 @@
 #include "editors/recordsql.h"
 
 #include "data/quotes.h"
+#include "data/recordset.h"
+#include "views/modmain.h"
 
 #include <QRegularExpression>
 
@@ -17,9 +19,23 @@ bool IsWholeNumberText(const QString& typed) {
     return whole.match(typed).hasMatch();
 }
 
-const GridDef& FindGridDef(const QList<GridDef>& defs, const QString& widget) {
-    for (const GridDef& g : defs)
-        if (g.widget == widget)
-            return g;
-    return defs.first();
+PricedFields ReadPricedFields(const Recordset& rs, const QString& nameColumn) {
+    PricedFields f;
+    f.name = NzString(rs.value(nameColumn));
+    f.level = NzString(rs.value(QStringLiteral("LVL")));
+    f.price = NzString(rs.value(QStringLiteral("PRICE")));
+    f.comments = NzString(rs.value(QStringLiteral("COMMENTS")));
+    f.picture = NzLong(rs.value(QStringLiteral("PIC_ID")));
+    return f;
+}
+
+QString RecordSql(const QString& table, const QString& nameColumn, const QString& name) {
+    return QStringLiteral("SELECT * FROM ") + table + QStringLiteral(" WHERE ") + nameColumn +
+           QStringLiteral(" = '") + FixQuotes(name) + QLatin1Char('\'');
+}
+
+void OpenStoredRecord(Recordset& rs, const QString& table, const QString& nameColumn, const QString& name) {
+    rs.open(RecordSql(table, nameColumn, name));
+    if (rs.eof())
+        throw NoCurrentRecord();
 }

@@ -10,10 +10,7 @@ namespace station {
 
 Fields readRecord(const QString& name) {
     Recordset rs;
-    rs.open(QStringLiteral("SELECT * FROM STATIONS WHERE STATION_NAME = '") + FixQuotes(name) +
-            QLatin1Char('\''));
-    if (rs.eof())
-        throw NoCurrentRecord();
+    OpenStoredRecord(rs, QStringLiteral("STATIONS"), QStringLiteral("STATION_NAME"), name);
     Fields f;
     f.name = NzString(rs.value(QStringLiteral("STATION_NAME")));
     f.sector = NzString(rs.value(QStringLiteral("SECTORS_SECTOR")));
