@@ -53,33 +53,23 @@ private Q_SLOTS:
         QTest::addColumn<QString>("text");
         QTest::addColumn<QString>("pattern");
         QTest::addColumn<bool>("match");
-        QTest::newRow("star needs the rest") << "Heavy Beam"
-                                             << "*Beam*x" << false;
-        QTest::newRow("hash digit") << "Mk2"
-                                    << "Mk#" << true;
-        QTest::newRow("negated") << "d"
-                                 << "[!abc]" << true;
-        QTest::newRow("literal star in list") << "a*b"
-                                              << "a[*]b" << true;
-        QTest::newRow("open bracket in list") << "["
-                                              << "[[]" << true;
-        QTest::newRow("dash first is literal") << "-"
-                                               << "[-a]" << true;
-        QTest::newRow("backtracking") << "abcabd"
-                                      << "*abd" << true;
+        auto row = [](const char* tag, const char* text, const char* pattern, bool match) {
+            QTest::newRow(tag) << QString(text) << QString(pattern) << match;
+        };
+        row("star needs the rest", "Heavy Beam", "*Beam*x", false);
+        row("hash digit", "Mk2", "Mk#", true);
+        row("negated", "d", "[!abc]", true);
+        row("literal star in list", "a*b", "a[*]b", true);
+        row("open bracket in list", "[", "[[]", true);
+        row("dash first is literal", "-", "[-a]", true);
+        row("backtracking", "abcabd", "*abd", true);
         // Lists that are not well formed.
-        QTest::newRow("unclosed bracket is literal") << "x[ab"
-                                                     << "*[ab*" << true;
-        QTest::newRow("empty list takes no character") << "ab"
-                                                       << "a[]b" << true;
-        QTest::newRow("backwards range finds nothing") << "m"
-                                                       << "[z-a]" << false;
-        QTest::newRow("bang alone is a bang") << "!"
-                                              << "[!]" << true;
-        QTest::newRow("ranges keep case") << "q"
-                                          << "[!A-Z]" << true;
-        QTest::newRow("case beyond ascii") << "ÜBER"
-                                           << "*über*" << false;
+        row("unclosed bracket is literal", "x[ab", "*[ab*", true);
+        row("empty list takes no character", "ab", "a[]b", true);
+        row("backwards range finds nothing", "m", "[z-a]", false);
+        row("bang alone is a bang", "!", "[!]", true);
+        row("ranges keep case", "q", "[!A-Z]", true);
+        row("case beyond ascii", "ÜBER", "*über*", false);
     }
 
     void like() {
@@ -127,16 +117,15 @@ private Q_SLOTS:
 
     void controls() {
         frmFind& f = *s->find;
-        QCOMPARE(f.windowTitle(), QStringLiteral("Find..."));
-        QCOMPARE(f.lblFindWhat->text(), QStringLiteral("Find What:"));
-        QCOMPARE(f.fraDirection->title(), QStringLiteral("Direction"));
-        QCOMPARE(f.optDown->text(), QStringLiteral("Down"));
+        const QList<QPair<QString, QString>> captions = {
+            {f.windowTitle(), "Find..."},           {f.lblFindWhat->text(), "Find What:"},
+            {f.fraDirection->title(), "Direction"}, {f.optDown->text(), "Down"},
+            {f.chkMatchCase->text(), "Match Case"}, {f.chkNamesOnly->text(), "Search Names Only"},
+            {f.chkMarkAll->text(), "Mark All"},     {f.cmdFindNext->text(), "&Find Next"},
+            {f.cmdCancel->text(), "&Cancel"}};
+        for (const auto& [shown, caption] : captions)
+            QCOMPARE(shown, caption);
         QVERIFY(f.optDown->isChecked());
-        QCOMPARE(f.chkMatchCase->text(), QStringLiteral("Match Case"));
-        QCOMPARE(f.chkNamesOnly->text(), QStringLiteral("Search Names Only"));
-        QCOMPARE(f.chkMarkAll->text(), QStringLiteral("Mark All"));
-        QCOMPARE(f.cmdFindNext->text(), QStringLiteral("&Find Next"));
-        QCOMPARE(f.cmdCancel->text(), QStringLiteral("&Cancel"));
         QCOMPARE(FindChildWindow(QStringLiteral("Find...")), &f); // registered under its caption
         // The button follows the text; Mark All switches its caption and the direction.
         QVERIFY(!f.cmdFindNext->isEnabled());
@@ -202,39 +191,32 @@ private Q_SLOTS:
         QVERIFY2(seconds.match(loadTime).hasMatch(), qPrintable(loadTime));
     }
 
-    void findAllMarksSelectsLastAndCloses() {
-        s->find->chkMarkAll->setChecked(true);
-        s->find->txtSearchText->setText(QStringLiteral("*a B?am"));
-        s->find->cmdFindNext->click();
-        QVERIFY(s->m.isRowBold(0) && s->m.isRowBold(2) && !s->m.isRowBold(1) && !s->m.isRowBold(3));
-        QCOMPARE(s->selectedRow(), 2);
-        QTRY_VERIFY(!s->find); // dismissed after a Find All
-    }
-
-    // Bold text is wider: the marked columns grow to show it whole, and no column shrinks.
-    void findAllWidensColumnsToTheBoldText() {
+    // Find All marks, selects the last row found and closes. Bold text is wider: the marked columns
+    // grow to show it whole, and no column shrinks.
+    void findAllMarksWidensAndCloses() {
         QTreeView& view = s->view;
         view.resize(700, 300);
         view.show();
         QVERIFY(QTest::qWaitForWindowExposed(&view));
         QHeaderView* header = view.header();
         header->setStretchLastSection(false); // as the main list
-        for (int c = 0; c < s->m.columnCount(); ++c)
-            view.resizeColumnToContents(c);
-        header->resizeSection(2, 300); // widened by the user
         QList<int> before;
-        for (int c = 0; c < s->m.columnCount(); ++c)
+        for (int c = 0; c < s->m.columnCount(); ++c) {
+            view.resizeColumnToContents(c);
             before << header->sectionSize(c);
+        }
+        header->resizeSection(2, before[2] = 300); // widened by the user
         s->find->chkMarkAll->setChecked(true);
-        s->find->txtSearchText->setText(QStringLiteral("e")); // every name holds one: all rows bold
+        s->find->txtSearchText->setText(QStringLiteral("*a B?am"));
         s->find->cmdFindNext->click();
-        QVERIFY(s->m.isRowBold(3) && s->m.isRowBold(4));
+        QVERIFY(s->m.isRowBold(0) && s->m.isRowBold(2) && !s->m.isRowBold(1) && !s->m.isRowBold(3));
+        QCOMPARE(s->selectedRow(), 2);
         QVERIFY2(header->sectionSize(0) > before[0], "the name column grows to the bold name");
         for (int c = 0; c < s->m.columnCount(); ++c)
-            QVERIFY2(header->sectionSize(c) >=
-                         qMax(before[c], static_cast<QAbstractItemView&>(view).sizeHintForColumn(c)),
-                     qPrintable(QString::number(c)));
+            QVERIFY(header->sectionSize(c) >=
+                    qMax(before[c], static_cast<QAbstractItemView&>(view).sizeHintForColumn(c)));
         QCOMPARE(header->sectionSize(2), 300);
+        QTRY_VERIFY(!s->find); // dismissed after a Find All
     }
 
     void cancelCloses() {

@@ -17,75 +17,31 @@ private Q_SLOTS:
         QTest::addColumn<QString>("column"); // declaration of the value column
         QTest::addColumn<QString>("literal");
         QTest::addColumn<QString>("shown");
-        QTest::newRow("whole grouped") << "VAL INTEGER"
-                                       << "1234567"
-                                       << "1,234,567";
-        QTest::newRow("smallest whole") << "VAL INTEGER"
-                                        << "-9223372036854775808"
-                                        << "-9,223,372,036,854,775,808";
-        QTest::newRow("fraction rounded") << "VAL DOUBLE"
-                                          << "3.14159"
-                                          << "3.14";
-        QTest::newRow("fraction tiny negative is zero") << "VAL DOUBLE"
-                                                        << "-0.001"
-                                                        << "0";
-        QTest::newRow("fraction huge") << "VAL DOUBLE"
-                                       << "1e16"
-                                       << "1E+16";
-        QTest::newRow("fraction ties to even down") << "VAL DOUBLE"
-                                                    << "0.125"
-                                                    << "0.12";
-        QTest::newRow("fraction ties to even up") << "VAL DOUBLE"
-                                                  << "0.375"
-                                                  << "0.38";
-        QTest::newRow("fraction, no grouping") << "VAL DOUBLE"
-                                               << "12345678901234.5"
-                                               << "12345678901234.5";
-        QTest::newRow("currency") << "VAL CURRENCY"
-                                  << "19.999"
-                                  << "20";
-        QTest::newRow("maneuverability -1") << "MANEUVERABILITY INTEGER"
-                                            << "-1"
-                                            << "N/A";
-        QTest::newRow("ammo range -1 double") << "AMMO_RANGE DOUBLE"
-                                              << "-1"
-                                              << "N/A";
-        QTest::newRow("other column -1") << "VAL INTEGER"
-                                         << "-1"
-                                         << "-1";
-        QTest::newRow("type empty") << "TYPE VARCHAR(50)"
-                                    << "''"
-                                    << "Unknown";
-        QTest::newRow("subtype null") << "SUBTYPE VARCHAR(50)"
-                                      << "NULL"
-                                      << "Unknown";
-        QTest::newRow("text empty stays empty") << "VAL VARCHAR(50)"
-                                                << "''"
-                                                << "";
-        QTest::newRow("number null") << "VAL INTEGER"
-                                     << "NULL"
-                                     << "";
-        QTest::newRow("non-ascii") << "VAL VARCHAR(50)"
-                                   << "'Übergröße Ω'"
-                                   << "Übergröße Ω";
-        QTest::newRow("yes") << "VAL BOOLEAN"
-                             << "1"
-                             << "True";
-        QTest::newRow("date as stored") << "VAL DATETIME"
-                                        << "'2024-03-15 10:20:30'"
-                                        << "2024-03-15 10:20:30";
-        QTest::newRow("digits in a text column") << "VAL VARCHAR(50)"
-                                                 << "'1234567'"
-                                                 << "1234567";
-        // The engine keeps whatever is written: a number column may hold text between numbers.
-        QTest::newRow("text in a number column") << "VAL INTEGER"
-                                                 << "'abc'"
-                                                 << "abc";
-        QTest::newRow("fraction in a whole column") << "VAL INTEGER"
-                                                    << "2.75"
-                                                    << "2.75";
-        // Price columns show the words the record views show for the coded prices.
-        const QList<std::array<const char*, 3>> prices{
+        // The engine keeps whatever is written: a number column may hold text between numbers. Price
+        // columns show the words the record views show for the coded prices.
+        const QList<std::array<const char*, 3>> rows{
+            {"VAL INTEGER", "1234567", "1,234,567"},
+            {"VAL INTEGER", "-9223372036854775808", "-9,223,372,036,854,775,808"},
+            {"VAL DOUBLE", "3.14159", "3.14"},
+            {"VAL DOUBLE", "-0.001", "0"},
+            {"VAL DOUBLE", "1e16", "1E+16"},
+            {"VAL DOUBLE", "0.125", "0.12"}, // ties to even
+            {"VAL DOUBLE", "0.375", "0.38"},
+            {"VAL DOUBLE", "12345678901234.5", "12345678901234.5"}, // fractions are not grouped
+            {"VAL CURRENCY", "19.999", "20"},
+            {"MANEUVERABILITY INTEGER", "-1", "N/A"},
+            {"AMMO_RANGE DOUBLE", "-1", "N/A"},
+            {"VAL INTEGER", "-1", "-1"},
+            {"TYPE VARCHAR(50)", "''", "Unknown"},
+            {"SUBTYPE VARCHAR(50)", "NULL", "Unknown"},
+            {"VAL VARCHAR(50)", "''", ""},
+            {"VAL INTEGER", "NULL", ""},
+            {"VAL VARCHAR(50)", "'Übergröße Ω'", "Übergröße Ω"},
+            {"VAL BOOLEAN", "1", "True"},
+            {"VAL DATETIME", "'2024-03-15 10:20:30'", "2024-03-15 10:20:30"},
+            {"VAL VARCHAR(50)", "'1234567'", "1234567"},
+            {"VAL INTEGER", "'abc'", "abc"},
+            {"VAL INTEGER", "2.75", "2.75"},
             {"PRICE INTEGER", "-2", "Mission Reward"},
             {"PRICE INTEGER", "-1", "Loot Only"},
             {"PURCHASE_PRICE INTEGER", "0", "Unknown"},
@@ -98,8 +54,8 @@ private Q_SLOTS:
             {"MANUFACTURING_FEE INTEGER", "-1", "Not Manufacturable"},
             {"PRICE VARCHAR(50)", "'-1'", "-1"}, // a text column is no price column
             {"PRICE INTEGER", "NULL", ""}};
-        for (const auto& [column, literal, shown] : prices)
-            QTest::addRow("%s %s", column, literal) << column << literal << shown;
+        for (const auto& [column, literal, shown] : rows)
+            QTest::addRow("%s %s", column, literal) << column << literal << QString::fromUtf8(shown);
     }
 
     void cellTexts() {

@@ -21,14 +21,11 @@ QStringList mixedRows(int n, quint32 seed) {
                                              : QString::number(rng.bounded(2001) - 1000);
         const QString fraction = i % 83 == 0 ? QStringLiteral("NULL")
                                              : QString::number((rng.bounded(200001) - 100000) / 7.0, 'g', 17);
-        const QString date = i % 79 == 0 ? QStringLiteral("'later'")
-                                         : QStringLiteral("'%1-%2-%3 %4:%5:%6'")
-                                               .arg(2000 + rng.bounded(3))
-                                               .arg(1 + rng.bounded(12), 2, 10, QLatin1Char('0'))
-                                               .arg(1 + rng.bounded(28), 2, 10, QLatin1Char('0'))
-                                               .arg(rng.bounded(24), 2, 10, QLatin1Char('0'))
-                                               .arg(rng.bounded(2), 2, 10, QLatin1Char('0'))
-                                               .arg(rng.bounded(2), 2, 10, QLatin1Char('0'));
+        const int y = 2000 + rng.bounded(3), mo = 1 + rng.bounded(12), d = 1 + rng.bounded(28),
+                  h = rng.bounded(24), mi = rng.bounded(2), se = rng.bounded(2);
+        const QString date = i % 79 == 0
+                                 ? QStringLiteral("'later'")
+                                 : QString::asprintf("'%d-%02d-%02d %02d:%02d:%02d'", y, mo, d, h, mi, se);
         const QString text = QString::fromUtf8(stems[rng.bounded(6)]) +
                              (i % 5 == 0 ? QString() : QString::number(rng.bounded(300)));
         s << QStringLiteral("INSERT INTO T VALUES ('r%1', %2, %3, %4, '%5')")
@@ -51,56 +48,26 @@ private Q_SLOTS:
         QTest::addColumn<QString>("in");
         QTest::addColumn<QString>("out");
         const QString z30(30, QLatin1Char('0')), n30(30, QLatin1Char('9'));
-        QTest::newRow("invert") << "invert"
-                                << "&-0123456789.5e+x"
-                                << "& 9876543210.4e+x";
-        QTest::newRow("number ten") << "number"
-                                    << "10" << z30.left(28) + "10." + z30;
-        QTest::newRow("number minus one") << "number"
-                                          << "-1"
-                                          << "&" + n30.left(29) + "8." + n30;
-        QTest::newRow("number: 31 digits kept") << "number"
-                                                << "1E+30"
-                                                << "1" + z30 + "." + z30;
-        QTest::newRow("parse negative grouped") << "parse"
-                                                << "-1,234"
-                                                << "-1234";
-        QTest::newRow("parse dash") << "parse"
-                                    << "-"
-                                    << "false";
-        QTest::newRow("parse trailing junk") << "parse"
-                                             << "12abc"
-                                             << "false";
-        QTest::newRow("parse exponent without digits") << "parse"
-                                                       << "1e"
-                                                       << "false";
-        QTest::newRow("date as stored") << "date"
-                                        << "2023-12-31 23:59:59"
-                                        << "20231231235959";
-        QTest::newRow("date: no such day") << "date"
-                                           << "2023-02-29 10:00:00"
-                                           << "";
-        QTest::newRow("date iso T, minutes") << "date"
-                                             << "2024-03-15T14:20"
-                                             << "20240315142000";
-        QTest::newRow("date us pm") << "date"
-                                    << "3/5/2024 2:04:05 PM"
-                                    << "20240305140405";
-        QTest::newRow("date us 12 am") << "date"
-                                       << "3/5/2024 12:00:00 AM"
-                                       << "20240305000000";
-        QTest::newRow("date us two-digit year") << "date"
-                                                << "1/2/99"
-                                                << "19990102000000";
-        QTest::newRow("date: time alone") << "date"
-                                          << "10:20"
-                                          << "18991230102000";
-        QTest::newRow("date: month 13") << "date"
-                                        << "13/1/2024"
-                                        << "";
-        QTest::newRow("date: trailing junk") << "date"
-                                             << "2024-01-01 x"
-                                             << "";
+        auto row = [](const char* tag, const char* fn, const QString& in, const QString& out) {
+            QTest::newRow(tag) << QString(fn) << in << out;
+        };
+        row("invert", "invert", "&-0123456789.5e+x", "& 9876543210.4e+x");
+        row("number ten", "number", "10", z30.left(28) + "10." + z30);
+        row("number minus one", "number", "-1", "&" + n30.left(29) + "8." + n30);
+        row("number: 31 digits kept", "number", "1E+30", "1" + z30 + "." + z30);
+        row("parse negative grouped", "parse", "-1,234", "-1234");
+        row("parse dash", "parse", "-", "false");
+        row("parse trailing junk", "parse", "12abc", "false");
+        row("parse exponent without digits", "parse", "1e", "false");
+        row("date as stored", "date", "2023-12-31 23:59:59", "20231231235959");
+        row("date: no such day", "date", "2023-02-29 10:00:00", "");
+        row("date iso T, minutes", "date", "2024-03-15T14:20", "20240315142000");
+        row("date us pm", "date", "3/5/2024 2:04:05 PM", "20240305140405");
+        row("date us 12 am", "date", "3/5/2024 12:00:00 AM", "20240305000000");
+        row("date us two-digit year", "date", "1/2/99", "19990102000000");
+        row("date: time alone", "date", "10:20", "18991230102000");
+        row("date: month 13", "date", "13/1/2024", "");
+        row("date: trailing junk", "date", "2024-01-01 x", "");
     }
 
     void keyTexts() {
@@ -126,30 +93,27 @@ private Q_SLOTS:
         QTest::addColumn<int>("order");
         QTest::addColumn<QString>("names"); // the rows in sorted order
         const int asc = ListModel::Ascending, desc = ListModel::Descending;
-        QTest::newRow("numbers, dash first") << "VAL INTEGER"
-                                             << "10|9|-1|-20|'-'" << asc << "43210";
+        auto row = [](const char* tag, const char* column, const QString& values, int order,
+                      const char* names) {
+            QTest::newRow(tag) << QString(column) << values << order << QString(names);
+        };
+        row("numbers, dash first", "VAL INTEGER", "10|9|-1|-20|'-'", asc, "43210");
         // -0.004 is shown as 0 and sorts as the 0 it shows.
-        QTest::newRow("fractions") << "VAL DOUBLE"
-                                   << "1234.5|999|-0.004|0.5|-1000000|12" << asc << "423510";
-        QTest::newRow("N/A among the empty cells") << "MANEUVERABILITY INTEGER"
-                                                   << "4|-1|-2|NULL" << asc << "1320";
-        // Price words sort as the prices they stand for.
-        QTest::newRow("prices by value") << "PRICE INTEGER"
-                                         << "5|-1|0|-2|12" << asc << "31204";
+        row("fractions", "VAL DOUBLE", "1234.5|999|-0.004|0.5|-1000000|12", asc, "423510");
+        row("N/A among the empty cells", "MANEUVERABILITY INTEGER", "4|-1|-2|NULL", asc, "1320");
+        row("prices by value", "PRICE INTEGER", "5|-1|0|-2|12", asc, "31204"); // as the prices they stand for
         // More than 30 integer digits overflow the fixed-width key: 1E+31 sorts by its first 30 digits.
-        QTest::newRow("huge numbers") << "VAL DOUBLE"
-                                      << "1e31|2e30|5|'x'|-7" << asc << "34201";
+        row("huge numbers", "VAL DOUBLE", "1e31|2e30|5|'x'|-7", asc, "34201");
         const QString dates = "'2024-03-15 10:00:00'|'someday'|'2023-12-31 23:59:59'|NULL|"
                               "'3/15/2024 9:30:00 AM'|'2024-03-15 10:00:00'";
-        QTest::newRow("dates, invalid first") << "VAL DATETIME" << dates << asc << "132405";
-        QTest::newRow("dates descending, ties stable") << "VAL DATETIME" << dates << desc << "054213";
-        QTest::newRow("texts without case, ties stable")
-            << "VAL VARCHAR(50)"
-            << "'banana'|'Apple'|'apple'|'Cherry'|'APPLE'|NULL|'Äpfel'|'b'" << asc << "51247036";
+        row("dates, invalid first", "VAL DATETIME", dates, asc, "132405");
+        row("dates descending, ties stable", "VAL DATETIME", dates, desc, "054213");
+        row("texts without case, ties stable", "VAL VARCHAR(50)",
+            "'banana'|'Apple'|'apple'|'Cherry'|'APPLE'|NULL|'Äpfel'|'b'", asc, "51247036");
         QStringList prefixed;
         for (const char* s : {"0010", "0002", "00010", "0001", "", "A", "a0", "0002"})
             prefixed << QStringLiteral("'Synthetic Equipment Beam %1'").arg(QLatin1String(s));
-        QTest::newRow("long common prefixes") << "VAL VARCHAR(80)" << prefixed.join('|') << asc << "43217056";
+        row("long common prefixes", "VAL VARCHAR(80)", prefixed.join('|'), asc, "43217056");
     }
 
     void order() {

@@ -24,13 +24,22 @@ NavPoint pointAt(const QString& name, const QString& type, double x, double y) {
     return p;
 }
 
-bool near(QPointF a, QPointF b, double eps) {
+bool near(QPointF a, QPointF b, double eps = 1e-6) {
     return std::fabs(a.x() - b.x()) <= eps && std::fabs(a.y() - b.y()) <= eps;
 }
 
-void sendMouse(QWidget* w, QEvent::Type type, QPointF pos, Qt::MouseButtons buttons) {
-    const Qt::MouseButton button = type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton;
-    QMouseEvent e(type, pos, w->mapToGlobal(pos), button, buttons, Qt::NoModifier);
+void sendMouse(QWidget* w, QEvent::Type type, QPointF pos, Qt::MouseButtons buttons = Qt::LeftButton) {
+    QMouseEvent e(type, pos, w->mapToGlobal(pos), type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton,
+                  type == QEvent::MouseButtonRelease ? Qt::NoButton : buttons, Qt::NoModifier);
+    QApplication::sendEvent(w, &e);
+}
+void click(QWidget* w, QPointF pos) {
+    sendMouse(w, QEvent::MouseButtonPress, pos);
+    sendMouse(w, QEvent::MouseButtonRelease, pos);
+}
+void wheel(QWidget* w, QPointF pos, int delta) {
+    QWheelEvent e(pos, w->mapToGlobal(pos), QPoint(), QPoint(0, delta), Qt::NoButton, Qt::NoModifier,
+                  Qt::NoScrollPhase, false);
     QApplication::sendEvent(w, &e);
 }
 } // namespace
@@ -62,22 +71,16 @@ private Q_SLOTS:
         QCOMPARE(prompt.count(), 0);
     }
 
-    void opensShowingTheWholeSector() {
-        const QRectF visible = map->view().visibleWorld();
-        for (const NavPoint& p : map->points()) {
-            QVERIFY2(visible.contains(QPointF(p.x, p.y)), qPrintable(p.name));
-            QVERIFY(map->viewport()->rect().contains(screenOf(p.name).toPoint()));
-        }
+    // The map opens on the whole sector; each point's picture differs from the space around it, at its
+    // own coordinates, and its name has a place beside it.
+    void opensShowingEveryPointWhereItIs() {
         QCOMPARE(qRound(map->zoomPercent()), 100);
         QVERIFY(map->selected().isEmpty());
-    }
-
-    void eachPointIsDrawnWhereItIs() {
         const QImage shot = map->viewport()->grab().toImage();
         const QColor background =
             shot.pixelColor(map->viewport()->width() / 2, map->viewport()->height() - 60);
         for (const NavPoint& p : map->points()) {
-            // A point's picture differs from the space around it, at its own coordinates.
+            QVERIFY2(map->view().visibleWorld().contains(QPointF(p.x, p.y)), qPrintable(p.name));
             const QPoint at = screenOf(p.name).toPoint() * shot.devicePixelRatio();
             int differing = 0;
             for (int dx = -3; dx <= 3; ++dx)
@@ -89,7 +92,6 @@ private Q_SLOTS:
                                  60;
                 }
             QVERIFY2(differing > 10, qPrintable(p.name));
-            // Its name has a place beside it, clear of the other markers.
             const QRectF box = map->labelBox(map->indexOf(p.name));
             QVERIFY2(!box.isNull(), qPrintable(p.name));
             QVERIFY(QLineF(box.center(), screenOf(p.name)).length() <
@@ -97,23 +99,16 @@ private Q_SLOTS:
         }
     }
 
-    void wheelZoomsAroundThePointer() {
+    void wheelZoomsAroundThePointerWithinLimits() {
         const QPointF pointer(250, 180);
         const QPointF under = map->view().toWorld(pointer);
         const double before = map->view().scale();
-        QWheelEvent in(pointer, map->viewport()->mapToGlobal(pointer), QPoint(), QPoint(0, 240), Qt::NoButton,
-                       Qt::NoModifier, Qt::NoScrollPhase, false);
-        QApplication::sendEvent(map->viewport(), &in);
+        wheel(map->viewport(), pointer, 240);
         QVERIFY(map->view().scale() > before * 1.4);
-        QVERIFY(near(map->view().toWorld(pointer), under, 1e-6));
-        QWheelEvent out(pointer, map->viewport()->mapToGlobal(pointer), QPoint(), QPoint(0, -240),
-                        Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
-        QApplication::sendEvent(map->viewport(), &out);
+        QVERIFY(near(map->view().toWorld(pointer), under));
+        wheel(map->viewport(), pointer, -240);
         QVERIFY(std::fabs(map->view().scale() - before) < before * 1e-9);
-        QVERIFY(near(map->view().toWorld(pointer), under, 1e-6));
-    }
-
-    void zoomStaysWithinItsLimits() {
+        QVERIFY(near(map->view().toWorld(pointer), under));
         for (int i = 0; i < 100; ++i)
             map->zoomOut();
         QVERIFY(map->zoomPercent() >= 25 - 1e-6);
@@ -127,11 +122,11 @@ private Q_SLOTS:
     void dragPansWithThePointer() {
         const QPointF grab(400, 350), drop(520, 290);
         const QPointF grabbed = map->view().toWorld(grab);
-        sendMouse(map->viewport(), QEvent::MouseButtonPress, grab, Qt::LeftButton);
+        sendMouse(map->viewport(), QEvent::MouseButtonPress, grab);
         for (int step = 1; step <= 4; ++step)
-            sendMouse(map->viewport(), QEvent::MouseMove, grab + (drop - grab) * step / 4.0, Qt::LeftButton);
-        sendMouse(map->viewport(), QEvent::MouseButtonRelease, drop, Qt::NoButton);
-        QVERIFY(near(map->view().toScreen(grabbed), drop, 1e-6));
+            sendMouse(map->viewport(), QEvent::MouseMove, grab + (drop - grab) * step / 4.0);
+        sendMouse(map->viewport(), QEvent::MouseButtonRelease, drop);
+        QVERIFY(near(map->view().toScreen(grabbed), drop));
         QVERIFY(map->selected().isEmpty()); // a drag is not a click
     }
 
@@ -144,58 +139,48 @@ private Q_SLOTS:
         QVERIFY(map->view().centre().y() < centre.y()); // down the bar is down the map: smaller Y
         map->setFocus();
         QTest::keyClick(map.get(), Qt::Key_0);
-        QVERIFY(near(map->view().centre(), centre, 1e-6));
-        const QPointF before = map->view().centre();
+        QVERIFY(near(map->view().centre(), centre));
         QTest::keyClick(map.get(), Qt::Key_Right);
-        QVERIFY(map->view().centre().x() > before.x());
+        QVERIFY(map->view().centre().x() > centre.x());
         const double scale = map->view().scale();
         QTest::keyClick(map.get(), Qt::Key_Plus);
         QVERIFY(map->view().scale() > scale);
         // The bars follow the view however it moved.
-        const ScrollAxis h = horizontalScroll(map->view(), map->contentRect());
-        QCOMPARE(map->horizontalScrollBar()->value(), h.value);
+        QCOMPARE(map->horizontalScrollBar()->value(),
+                 horizontalScroll(map->view(), map->contentRect()).value);
     }
 
-    void clickSelectsThePointUnderThePointer() {
+    void clicksSelectActivateAndPlace() {
         QSignalSpy selected(map.get(), &ctlMap::selectionChanged);
         QSignalSpy activated(map.get(), &ctlMap::pointActivated);
         const QPointF at = screenOf("Ore Field") + QPointF(3, -2);
         QCOMPARE(map->pointAt(at), map->indexOf("Ore Field"));
-        sendMouse(map->viewport(), QEvent::MouseButtonPress, at, Qt::LeftButton);
-        sendMouse(map->viewport(), QEvent::MouseButtonRelease, at, Qt::NoButton);
+        click(map->viewport(), at);
         QCOMPARE(map->selected(), QString("Ore Field"));
         QCOMPARE(selected.size(), 1);
-        sendMouse(map->viewport(), QEvent::MouseButtonDblClick, at, Qt::LeftButton);
+        sendMouse(map->viewport(), QEvent::MouseButtonDblClick, at);
         QCOMPARE(activated.size(), 1);
         QCOMPARE(activated.first().first().toString(), QString("Ore Field"));
         // A click on empty space clears the selection.
         const QPointF empty = map->view().toScreen(QPointF(-6000, -6000));
         QCOMPARE(map->pointAt(empty), -1);
-        sendMouse(map->viewport(), QEvent::MouseButtonPress, empty, Qt::LeftButton);
-        sendMouse(map->viewport(), QEvent::MouseButtonRelease, empty, Qt::NoButton);
+        click(map->viewport(), empty);
         QVERIFY(map->selected().isEmpty());
-    }
-
-    void placingReportsThePosition() {
+        // While placing, a click (even on a point) reports its position and selects nothing.
         QSignalSpy placed(map.get(), &ctlMap::placeRequested);
         map->setPlacing(true);
-        const QPointF at = screenOf("Harrow Station"); // even on a point, the click places
-        sendMouse(map->viewport(), QEvent::MouseButtonPress, at, Qt::LeftButton);
-        sendMouse(map->viewport(), QEvent::MouseButtonRelease, at, Qt::NoButton);
+        click(map->viewport(), screenOf("Harrow Station"));
         QCOMPARE(placed.size(), 1);
-        QVERIFY(near(placed.first().first().toPointF(), QPointF(1200, -300), 1e-6));
+        QVERIFY(near(placed.first().first().toPointF(), QPointF(1200, -300)));
         QVERIFY(map->selected().isEmpty());
     }
 
-    void centringOnAPoint() {
+    void centringAndSizes() {
         QVERIFY(map->centreOn("ore field"));
         QCOMPARE(map->selected(), QString("Ore Field"));
-        QVERIFY(near(map->view().centre(), QPointF(3000, -4500), 1e-6));
+        QVERIFY(near(map->view().centre(), QPointF(3000, -4500)));
         QVERIFY(map->zoomPercent() >= 200 - 1e-6);
         QVERIFY(!map->centreOn("Nowhere"));
-    }
-
-    void aFilledMapWaitsForItsSize() {
         // A map filled before it is shown fits (or centres) once it has its real size.
         ctlMap late;
         late.setPoints("Test Reach", map->points());
@@ -203,13 +188,11 @@ private Q_SLOTS:
         late.resize(640, 480);
         late.show();
         QVERIFY(QTest::qWaitForWindowExposed(&late));
-        QVERIFY(near(late.view().centre(), QPointF(-4000, 5000), 1e-6));
+        QVERIFY(near(late.view().centre(), QPointF(-4000, 5000)));
         QCOMPARE(late.view().viewport(), QSizeF(late.viewport()->size()));
         late.setPoints("Test Reach", map->points());
         QVERIFY(late.view().visibleWorld().contains(QRectF(-4000, -4500, 7000, 9500)));
-    }
-
-    void emptySectorStillHasAMap() {
+        // An empty sector still has a map.
         map->setPoints("Empty Reach", {});
         QVERIFY(map->view().visibleWorld().contains(QRectF(-5000, -5000, 10000, 10000)));
         QCOMPARE(map->pointAt(QPointF(100, 100)), -1);

@@ -25,6 +25,11 @@ private:
                 return p;
         return NavPoint();
     }
+    void checkPrompt(const QString& title, const QString& text, int style = vb::Exclamation) {
+        QCOMPARE(f.prompt().last().title, title);
+        QCOMPARE(f.prompt().last().text, text);
+        QCOMPARE(f.prompt().last().style, style);
+    }
 
 private Q_SLOTS:
     void init() {
@@ -54,17 +59,30 @@ private Q_SLOTS:
     }
     void cleanup() { f.tearDown(); }
 
-    void systemsAndSectors() {
+    void systemsSectorsAndPoints() {
         // Sectors of no system, or of one SYSTEMS does not hold, are found under their own entry.
         QCOMPARE(MapSystems(), (QStringList{"Aldra", "Veyl", NoSystem}));
         QCOMPARE(MapSectors("Aldra"), (QStringList{"Aldra Drift", "Aldra Prime"}));
         QCOMPARE(MapSectors("veyl"), QStringList{"Kell's Reach"});
         QCOMPARE(MapSectors(NoSystem), (QStringList{"Lost Verge", "Nowhere"}));
         QCOMPARE(SystemOfSector("kell's reach"), QString("Veyl"));
-        QCOMPARE(SystemOfSector("Nowhere"), NoSystem);
-        QCOMPARE(SystemOfSector("Lost Verge"), NoSystem);
+        QCOMPARE(SystemOfSector("Nowhere") + SystemOfSector("Lost Verge"), NoSystem + NoSystem);
         QCOMPARE(SystemOfSector("Atlantis"), QString());
         QCOMPARE(MapNavTypes().size(), 9);
+        const QList<NavPoint> points = LoadSector("Kell's Reach");
+        QStringList names;
+        for (const NavPoint& p : points)
+            names << p.name + " " + p.type + " " + QString::number(int(p.kind));
+        // An unknown type keeps its word; missing coordinates read as 0.
+        QCOMPARE(names, (QStringList{"Cinder Rock Moon " + QString::number(int(NavKind::Unknown)),
+                                     "Dunmore's Rest Station " + QString::number(int(NavKind::Station)),
+                                     "Old Gate Gate " + QString::number(int(NavKind::Gate))}));
+        QCOMPARE(points.at(2).sector, QString("Kell's Reach"));
+        QCOMPARE(QPointF(points.at(2).x, points.at(2).y), QPointF(-7000.5, 1200));
+        QCOMPARE(points.at(1).y, -450.25);
+        QCOMPARE(QPointF(points.at(0).x, points.at(0).y), QPointF(0, 0));
+        QCOMPARE(PointBounds(points), QRectF(-7000.5, -450.25, 7300.5, 1650.25));
+        QVERIFY(PointBounds({}).isNull() && LoadSector("Atlantis").isEmpty());
         QString error;
         QVERIFY2(
             f.exec({"DELETE FROM SECTORS WHERE SYSTEM_SYSTEM_NAME IS NULL OR SYSTEM_SYSTEM_NAME = 'Gone'"},
@@ -73,37 +91,15 @@ private Q_SLOTS:
         QCOMPARE(MapSystems(), (QStringList{"Aldra", "Veyl"}));
     }
 
-    void sectorPoints() {
-        const QList<NavPoint> points = LoadSector("Kell's Reach");
-        QStringList names;
-        for (const NavPoint& p : points)
-            names << p.name;
-        QCOMPARE(names, (QStringList{"Cinder Rock", "Dunmore's Rest", "Old Gate"}));
-        const NavPoint gate = points.at(2);
-        QCOMPARE(gate.sector, QString("Kell's Reach"));
-        QCOMPARE(gate.kind, NavKind::Gate);
-        QCOMPARE(gate.x, -7000.5);
-        QCOMPARE(gate.y, 1200.0);
-        QCOMPARE(points.at(1).y, -450.25);
-        // An unknown type keeps its word; missing coordinates read as 0.
-        QCOMPARE(points.at(0).kind, NavKind::Unknown);
-        QCOMPARE(points.at(0).type, QString("Moon"));
-        QCOMPARE(QPointF(points.at(0).x, points.at(0).y), QPointF(0, 0));
-        QCOMPARE(PointBounds(points), QRectF(-7000.5, -450.25, 7300.5, 1650.25));
-        QVERIFY(PointBounds({}).isNull());
-        QVERIFY(LoadSector("Atlantis").isEmpty());
-    }
-
     void whatIsAtAPoint() {
         const PointDetails gate = ReadPointDetails("Kell's Reach", "old gate");
         QVERIFY(gate.stations.isEmpty()); // the station of that name is in another sector
         QCOMPARE(gate.spawns.size(), 2);
-        QCOMPARE(gate.spawns.at(0).mob + "/" + gate.spawns.at(0).rate, QString("Iron Maw/"));
-        QCOMPARE(gate.spawns.at(1).mob + "/" + gate.spawns.at(1).rate, QString("Rust Eater/Fast"));
+        QCOMPARE(gate.spawns.at(0).mob + "/" + gate.spawns.at(0).rate + "," + gate.spawns.at(1).mob + "/" +
+                     gate.spawns.at(1).rate,
+                 QString("Iron Maw/,Rust Eater/Fast"));
         const PointDetails rest = ReadPointDetails("Kell's Reach", "Dunmore's Rest");
-        QCOMPARE(rest.stations, QStringList{"Dunmore's Rest"});
-        QVERIFY(rest.spawns.isEmpty());
-
+        QVERIFY(rest.stations == QStringList{"Dunmore's Rest"} && rest.spawns.isEmpty());
         const QString html = PointDetailsHtml(point("Old Gate"), gate);
         for (const char* part : {"<b>Old Gate</b>", "Gate<br>", "X -7000.5, Y 1200",
                                  "Watch the &lt;b&gt;rocks&lt;/b&gt;<br>and the drones.",
@@ -114,59 +110,37 @@ private Q_SLOTS:
         QVERIFY(restHtml.contains("Station: <a href=\"station:Dunmore%27s%20Rest\">Dunmore&#39;s Rest</a>") ||
                 restHtml.contains("Station: <a href=\"station:Dunmore%27s%20Rest\">Dunmore's Rest</a>"));
         QVERIFY(restHtml.contains("No MOBs spawn here."));
-    }
-
-    void detailLinksLeadBack_data() {
-        QTest::addColumn<QString>("kind");
-        QTest::addColumn<QString>("name");
-        QTest::newRow("station with an apostrophe") << "station"
-                                                    << "Dunmore's Rest";
-        QTest::newRow("mob with odd characters") << "mob"
-                                                 << "Rust & Ruin: 50% <Elite>";
-    }
-    void detailLinksLeadBack() {
-        QFETCH(QString, kind);
-        QFETCH(QString, name);
-        PointDetails d;
-        if (kind == "station")
-            d.stations << name;
-        else
-            d.spawns << Spawn{name, "Fast"};
-        const QString html = PointDetailsHtml(NavPoint(), d, true);
-        const int at = int(html.indexOf("href=\"")) + 6;
-        const QString href = html.mid(at, html.indexOf('"', at) - at);
+        // The links lead back to their records, whatever the names hold.
+        const QList<std::pair<QString, QString>> links = {{"station", "Dunmore's Rest"},
+                                                          {"mob", "Rust & Ruin: 50% <Elite>"}};
+        for (const auto& [kind, name] : links) {
+            PointDetails d;
+            if (kind == "station")
+                d.stations << name;
+            else
+                d.spawns << Spawn{name, "Fast"};
+            const QString linked = PointDetailsHtml(NavPoint(), d, true);
+            const int at = int(linked.indexOf("href=\"")) + 6;
+            QString k, n;
+            QVERIFY(ParseDetailsLink(linked.mid(at, linked.indexOf('"', at) - at), &k, &n));
+            QCOMPARE(k + "/" + n, kind + "/" + name);
+        }
         QString k, n;
-        QVERIFY(ParseDetailsLink(href, &k, &n));
-        QCOMPARE(k, kind);
-        QCOMPARE(n, name);
-        QVERIFY(!ParseDetailsLink("http://example.com", &k, &n));
-        QVERIFY(!ParseDetailsLink("mob:", &k, &n));
+        QVERIFY(!ParseDetailsLink("http://example.com", &k, &n) && !ParseDetailsLink("mob:", &k, &n));
     }
 
-    void coordinates_data() {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<bool>("ok");
-        QTest::addColumn<double>("value");
-        QTest::newRow("whole") << "1250" << true << 1250.0;
-        QTest::newRow("negative fraction, spaces") << "  -340.5 " << true << -340.5;
-        QTest::newRow("minus zero") << "-0" << true << 0.0;
-        QTest::newRow("the far edge") << "1000000000" << true << 1e9;
-        QTest::newRow("beyond the far edge") << "-1000000001" << false << 0.0;
-        QTest::newRow("empty") << "" << false << 0.0;
-        QTest::newRow("words") << "east" << false << 0.0;
-        QTest::newRow("not a number") << "nan" << false << 0.0;
-        QTest::newRow("infinite") << "inf" << false << 0.0;
-    }
     void coordinates() {
-        QFETCH(QString, text);
-        QFETCH(bool, ok);
-        QFETCH(double, value);
-        double v = 0;
-        QCOMPARE(ParseCoordinate(text, &v), ok);
-        if (ok) {
+        const QList<std::pair<QString, double>> good = {
+            {"1250", 1250}, {"  -340.5 ", -340.5}, {"-0", 0}, {"1000000000", 1e9}};
+        for (const auto& [text, value] : good) {
+            double v = 1;
+            QVERIFY(ParseCoordinate(text, &v));
             QCOMPARE(v, value);
             QVERIFY(!std::signbit(v) || v != 0);
         }
+        double v = 0;
+        for (const QString bad : {"-1000000001", "", "east", "nan", "inf"})
+            QVERIFY2(!ParseCoordinate(bad, &v), qPrintable(bad));
     }
 
     void refusals_data() {
@@ -200,12 +174,10 @@ private Q_SLOTS:
         QVERIFY(!CheckLocation({input[0], input[1], input[2], input[3], input[4], QString()}, &out));
         QCOMPARE(out.name, QString("untouched"));
         QCOMPARE(f.prompt().count(), 1);
-        QCOMPARE(f.prompt().last().title, title);
-        QCOMPARE(f.prompt().last().text, text);
-        QCOMPARE(f.prompt().last().style, int(vb::Exclamation));
+        checkPrompt(title, text);
     }
 
-    void addWritesTheLocation() {
+    void addWritesTheLocationOnce() {
         NavPoint p;
         QVERIFY(CheckLocation(
             {"Kell's Reach", "  O'Hara Beacon ", "Navigation Point", "0.1", "-2500", "  Near the gate.  "},
@@ -214,19 +186,13 @@ private Q_SLOTS:
         AddLocation(p);
         QVERIFY(!db().inTransaction());
         const NavPoint back = point("O'Hara Beacon");
-        QCOMPARE(back.type, QString("Navigation Point"));
-        QCOMPARE(back.x, 0.1);
-        QCOMPARE(back.y, -2500.0);
-        QCOMPARE(back.comments, QString("Near the gate."));
+        QCOMPARE(back.type + "|" + back.comments, QString("Navigation Point|Near the gate."));
+        QCOMPARE(QPointF(back.x, back.y), QPointF(0.1, -2500));
         // No comments is NULL, not an empty text.
         QVERIFY(CheckLocation({"Kell's Reach", "Quiet Drift", "Weft", "1", "1", "   "}, &p));
         AddLocation(p);
         QCOMPARE(count("NAV_POINTS WHERE NAV_POINT_NAME = 'Quiet Drift' AND COMMENTS IS NULL"), 1);
-    }
-
-    void addOfATakenNameWritesNothing() {
         // Names are unique within a sector whatever their case; the same name in another sector is fine.
-        NavPoint p;
         QVERIFY(CheckLocation({"Kell's Reach", "OLD GATE", "Gate", "1", "1", ""}, &p));
         const int before = count("NAV_POINTS");
         try {
@@ -247,17 +213,14 @@ private Q_SLOTS:
         NavPoint after = before;
         QCOMPARE(UpdateLocation(before, after), SaveResult::NothingChanged);
         QVERIFY(!db().inTransaction());
-
         after.name = "Kell's Old Gate";
         after.x = 12;
         after.comments.clear();
         QCOMPARE(UpdateLocation(before, after), SaveResult::Saved);
         QVERIFY(!db().inTransaction());
         const NavPoint now = point("Kell's Old Gate");
-        QCOMPARE(now.x, 12.0);
-        QCOMPARE(now.y, 1200.0);
-        QCOMPARE(now.type, QString("Gate"));
-        QVERIFY(now.comments.isEmpty());
+        QCOMPARE(QPointF(now.x, now.y), QPointF(12, 1200));
+        QVERIFY(now.type == "Gate" && now.comments.isEmpty());
         // The MOBs that spawned at the old name spawn at the new one; the other sector's Old Gate keeps its
         // own.
         QCOMPARE(
@@ -289,20 +252,14 @@ private Q_SLOTS:
         QCOMPARE(count("NAV_POINTS WHERE SECTOR_NAME = 'Kell''s Reach'"), 3);
     }
 
-    void deleteIsRefusedWhereMOBsSpawn() {
-        QVERIFY(!DeleteLocation("Kell's Reach", "Old Gate"));
-        QCOMPARE(f.prompt().count(), 1);
-        QCOMPARE(f.prompt().last().title, QString("Location In Use"));
-        QCOMPARE(f.prompt().last().text,
-                 QString("'Old Gate' cannot be deleted while MOBs spawn there: Iron Maw, Rust Eater.\r\n"
-                         "Remove those spawn locations from the MOBs first."));
-        QCOMPARE(f.prompt().last().style, int(vb::Exclamation));
+    void deleting() {
+        QVERIFY(!DeleteLocation("Kell's Reach", "Old Gate")); // refused where MOBs spawn
+        checkPrompt("Location In Use",
+                    "'Old Gate' cannot be deleted while MOBs spawn there: Iron Maw, Rust Eater.\r\n"
+                    "Remove those spawn locations from the MOBs first.");
         QCOMPARE(count("NAV_POINTS WHERE NAV_POINT_NAME = 'Old Gate'"), 2);
         QCOMPARE(MobsSpawningAt("Aldra Prime", "Old Gate"), QStringList{"Pale Leech"});
-    }
-
-    void deleteAsksFirst() {
-        f.prompt().queueButton(vb::No);
+        f.prompt().queueButton(vb::No); // asked first
         QVERIFY(!DeleteLocation("Kell's Reach", "Dunmore's Rest"));
         QCOMPARE(f.prompt().last().text, QString("Are you sure you want to delete 'Dunmore's Rest' ?"));
         QCOMPARE(f.prompt().last().style, int(vb::YesNo + vb::Question));
@@ -313,7 +270,6 @@ private Q_SLOTS:
         QCOMPARE(count("NAV_POINTS WHERE SECTOR_NAME = 'Kell''s Reach'"), 2);
         // The station of that name is a record of its own and stays.
         QCOMPARE(count("STATIONS WHERE STATION_NAME = 'Dunmore''s Rest'"), 1);
-        f.prompt().clear();
         QVERIFY(!DeleteLocation("Kell's Reach", "Dunmore's Rest", false));
         QCOMPARE(f.prompt().last().title, QString("Location Not Found"));
         QVERIFY(!db().inTransaction());
@@ -332,14 +288,12 @@ private Q_SLOTS:
                 QVERIFY2(points.size() >= 10, qPrintable(sector));
                 const NavPoint* planet = nullptr;
                 for (const NavPoint& p : points) {
-                    QVERIFY2(p.kind != NavKind::Unknown, qPrintable(p.name));
-                    QVERIFY2(std::fabs(p.x) <= 8000 && std::fabs(p.y) <= 8000, qPrintable(p.name));
+                    QVERIFY2(p.kind != NavKind::Unknown && std::fabs(p.x) <= 8000 && std::fabs(p.y) <= 8000,
+                             qPrintable(p.name));
                     kinds << p.kind;
-                    if (p.kind == NavKind::Planet)
-                        planet = &p;
+                    planet = p.kind == NavKind::Planet ? &p : planet;
                 }
-                // A moon keeps close to its planet.
-                QVERIFY(planet);
+                QVERIFY(planet); // a moon keeps close to its planet
                 for (const NavPoint& p : points)
                     if (p.name == planet->name + " Minor")
                         QVERIFY(std::hypot(p.x - planet->x, p.y - planet->y) < 1500);

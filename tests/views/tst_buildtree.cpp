@@ -6,7 +6,6 @@
 #include "viewsfixture.h"
 
 #include <QTest>
-#include <functional>
 
 namespace {
 QStringList recipe() {
@@ -54,45 +53,36 @@ private Q_SLOTS:
         QTest::addColumn<QString>("kind");
         QTest::addColumn<QString>("root");
         QTest::addColumn<QStringList>("lines");
-        QTest::newRow("equipment")
-            << "Equip"
-            << "Ion Beam"
-            << QStringList{
-                   "Ion Beam|Equip:Old Beam | Old Beam (L3 Beam) (Upgrade) | 1",
-                   "Ion Beam|Comp:Coil | Coil (L2) x3 | 2",
-                   "Ion Beam|Comp:Coil|RawMat:Alloy | Alloy (L3) | 3",
-                   "Ion Beam|Comp:Coil|RawMat:Alloy|RawMat:Ore | Ore (L1) x4 | 5",
-                   "Ion Beam|Comp:Coil|RawMat:Alloy|Item:Crate | Crate (L1) | 4",
-                   "Ion Beam|Comp:Coil|Equip:Spark Gun | Spark Gun (L6 Projectile) x2 | 1",
-                   "Ion Beam|Comp:Coil|Comp:Old Coil | Old Coil (L2) | 2", // the built component's level
-                   "Ion Beam|Comp:Coil|Item:Crate | Crate (L1) x5 | 4",
-                   "Ion Beam|Comp:Lens | Lens (L4) | 2",
-                   "Ion Beam|Item:Crate | Crate (L1) x2 | 4",
-                   "Ion Beam|RawMat:Alloy | Alloy (L3) x2 | 3",
-                   "Ion Beam|RawMat:Alloy|RawMat:Ore | Ore (L1) x4 | 5",
-                   "Ion Beam|RawMat:Alloy|Item:Crate | Crate (L1) | 4",
-                   "Ion Beam|RawMat:Ore | Ore (L1) | 5"};
-        QTest::newRow("component") << "Comp"
-                                   << "Coil"
-                                   << QStringList{"Coil|RawMat:Alloy | Alloy (L3) | 3",
-                                                  "Coil|RawMat:Alloy|RawMat:Ore | Ore (L1) x4 | 5",
-                                                  "Coil|RawMat:Alloy|Item:Crate | Crate (L1) | 4",
-                                                  "Coil|Equip:Spark Gun | Spark Gun (L6 Projectile) x2 | 1",
-                                                  "Coil|Comp:Old Coil | Old Coil (L2) | 2",
-                                                  "Coil|Item:Crate | Crate (L1) x5 | 4"};
-        QTest::newRow("raw material")
-            << "RawMat"
-            << "Alloy"
-            << QStringList{"Alloy|RawMat:Ore | Ore (L1) x4 | 5", "Alloy|Item:Crate | Crate (L1) | 4"};
-        QTest::newRow("no recipe") << "Equip"
-                                   << "Spark Gun" << QStringList{};
-        QTest::newRow("unknown") << "Equip"
-                                 << "Nobody" << QStringList{};
-        QTest::newRow("quoted names")
-            << "Equip"
-            << "Hunter's Lance"
-            << QStringList{"Hunter's Lance|Comp:Smith's Coil | Smith's Coil (L3) x2 | 2",
-                           "Hunter's Lance|Comp:Smith's Coil|RawMat:Ore | Ore (L1) x7 | 5"};
+        const QStringList alloy = {"|RawMat:Ore | Ore (L1) x4 | 5", "|Item:Crate | Crate (L1) | 4"};
+        const QStringList coil = {"|RawMat:Alloy | Alloy (L3) | 3",
+                                  "|RawMat:Alloy|RawMat:Ore | Ore (L1) x4 | 5",
+                                  "|RawMat:Alloy|Item:Crate | Crate (L1) | 4",
+                                  "|Equip:Spark Gun | Spark Gun (L6 Projectile) x2 | 1",
+                                  "|Comp:Old Coil | Old Coil (L2) | 2", // the built component's level
+                                  "|Item:Crate | Crate (L1) x5 | 4"};
+        auto under = [](const QString& key, const QStringList& lines) {
+            QStringList out;
+            for (const QString& l : lines)
+                out << key + l;
+            return out;
+        };
+        auto row = [](const char* tag, const char* kind, const char* root, const QStringList& lines) {
+            QTest::newRow(tag) << QString(kind) << QString(root) << lines;
+        };
+        row("equipment", "Equip", "Ion Beam",
+            QStringList{"Ion Beam|Equip:Old Beam | Old Beam (L3 Beam) (Upgrade) | 1",
+                        "Ion Beam|Comp:Coil | Coil (L2) x3 | 2"} +
+                under("Ion Beam|Comp:Coil", coil) +
+                QStringList{"Ion Beam|Comp:Lens | Lens (L4) | 2", "Ion Beam|Item:Crate | Crate (L1) x2 | 4",
+                            "Ion Beam|RawMat:Alloy | Alloy (L3) x2 | 3"} +
+                under("Ion Beam|RawMat:Alloy", alloy) + QStringList{"Ion Beam|RawMat:Ore | Ore (L1) | 5"});
+        row("component", "Comp", "Coil", under("Coil", coil));
+        row("raw material", "RawMat", "Alloy", under("Alloy", alloy));
+        row("no recipe", "Equip", "Spark Gun", {});
+        row("unknown", "Equip", "Nobody", {});
+        row("quoted names", "Equip", "Hunter's Lance",
+            {"Hunter's Lance|Comp:Smith's Coil | Smith's Coil (L3) x2 | 2",
+             "Hunter's Lance|Comp:Smith's Coil|RawMat:Ore | Ore (L1) x7 | 5"});
     }
     void trees() {
         QFETCH(QString, kind);
@@ -110,58 +100,40 @@ private Q_SLOTS:
         for (const TreeNodeList::Node& n : nodes.nodes())
             QVERIFY2(n.key.startsWith(n.parentKey + "|"), qPrintable(n.key));
     }
-    void withoutRecurse() {
-        TreeNodeList nodes;
+    void withoutRecurseAndTwiceUnderOneRoot() {
+        TreeNodeList flat;
         bool recurse = false;
-        BuildEquipTree("Ion Beam", "Ion Beam", nodes, recurse);
-        QCOMPARE(nodes.size(), 6);
-        for (const TreeNodeList::Node& n : nodes.nodes())
+        BuildEquipTree("Ion Beam", "Ion Beam", flat, recurse);
+        QCOMPARE(flat.size(), 6);
+        for (const TreeNodeList::Node& n : flat.nodes())
             QCOMPARE(n.parentKey, QString("Ion Beam"));
-    }
-    void sameComponentTwice() {
         // Twin Beam and Ion Beam both use Coil: under a common root each gets its own node.
         TreeNodeList nodes;
-        bool recurse = true;
+        recurse = true;
         nodes.addNode(QString(), "All", "All", 0);
-        nodes.addNode("All", "All|Equip:Ion Beam", "Ion Beam", 1);
-        BuildEquipTree("All|Equip:Ion Beam", "Ion Beam", nodes, recurse);
-        nodes.addNode("All", "All|Equip:Twin Beam", "Twin Beam", 1);
-        BuildEquipTree("All|Equip:Twin Beam", "Twin Beam", nodes, recurse);
+        for (const QString beam : {"Ion Beam", "Twin Beam"}) {
+            nodes.addNode("All", "All|Equip:" + beam, beam, 1);
+            BuildEquipTree("All|Equip:" + beam, beam, nodes, recurse);
+        }
         QVERIFY(nodes.indexOf("All|Equip:Ion Beam|Comp:Coil") >= 0);
         QCOMPARE(nodes.at(nodes.indexOf("All|Equip:Twin Beam|Comp:Coil")).text, QString("Coil (L2)"));
         QCOMPARE(nodes.at(nodes.indexOf("All|Equip:Twin Beam|Comp:Lens")).text, QString("Lens (L4) x2"));
     }
     void isRefined() {
-        QVERIFY(IsRefined("Alloy"));
-        QVERIFY(!IsRefined("Ore") && !IsRefined("Nothing"));
+        QVERIFY(IsRefined("Alloy") && !IsRefined("Ore") && !IsRefined("Nothing"));
         QString error;
         QVERIFY(f.exec(
             {"INSERT INTO RAW_MATERIALS_ITEMS (RAW_MATERIAL_NAME, ITEM_NAME, AMOUNT) VALUES ('Ore', 'Crate', 1)"},
             &error));
         QVERIFY2(IsRefined("Ore"), "made from an item only is refined too");
     }
-    void clipboard_data() {
-        QTest::addColumn<QStringList>("paths");
-        QTest::addColumn<QStringList>("texts");
-        QTest::addColumn<QString>("text");
-        QTest::newRow("root, child, grandchild")
-            << QStringList{"Root", "Root\\Child", "Root\\Child\\Grand"}
-            << QStringList{"Root", "Child", "Grand"} << "Root\r\n\tChild\r\n\t\tGrand\r\n";
-        // A text holding "\" counts as a deeper level: the depth is taken from the full path.
-        QTest::newRow("backslash in a text")
-            << QStringList{"R", "R\\A\\B"} << QStringList{"R", "A\\B"} << "R\r\n\t\tA\\B\r\n";
-    }
     void clipboard() {
-        QFETCH(QStringList, paths);
-        QFETCH(QStringList, texts);
-        QFETCH(QString, text);
-        QList<QPair<QString, QString>> lines;
-        for (int i = 0; i < paths.size(); ++i)
-            lines.append({paths.at(i), texts.at(i)});
-        QCOMPARE(TreeClipboardText(lines), text);
-    }
-    // A node list gives its full paths, and so its clipboard text, from the texts up to the root.
-    void nodeListClipboard() {
+        QCOMPARE(
+            TreeClipboardText({{"Root", "Root"}, {"Root\\Child", "Child"}, {"Root\\Child\\Grand", "Grand"}}),
+            QString("Root\r\n\tChild\r\n\t\tGrand\r\n"));
+        // A text holding "\" counts as a deeper level: the depth is taken from the full path.
+        QCOMPARE(TreeClipboardText({{"R", "R"}, {"R\\A\\B", "A\\B"}}), QString("R\r\n\t\tA\\B\r\n"));
+        // A node list gives its full paths, and so its clipboard text, from the texts up to the root.
         TreeNodeList nodes;
         nodes.addNode(QString(), "R", "Root", 0);
         nodes.addNode("R", "R|C", "Child", 0);
@@ -173,7 +145,7 @@ private Q_SLOTS:
     void cycleStops() {
         QString error;
         QVERIFY2(f.addRecipeCycle(&error), qPrintable(error));
-        auto failure = [](const std::function<void()>& build) {
+        auto failure = [](auto build) {
             try {
                 build();
             } catch (const VbError& e) {

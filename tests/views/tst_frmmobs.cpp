@@ -22,16 +22,13 @@ private Q_SLOTS:
         QVERIFY2(
             f.exec(
                 {
-                    "INSERT INTO MOBS (MOB_NAME, TYPE, FACTION, COMMENTS, LAST_UPDATED) VALUES ('Iron Maw', 'Mechanical', 'Drift Clans', "
-                    "'Hunts near gates.', '2024-03-01 10:00:00')",
+                    "INSERT INTO MOBS (MOB_NAME, TYPE, FACTION, COMMENTS, LAST_UPDATED) VALUES ('Iron Maw', 'Mechanical', "
+                    "'Drift Clans', 'Hunts near gates.', '2024-03-01 10:00:00'), ('Pale Leech', 'Organic', NULL, NULL, NULL), "
+                    "('Gray Herald', 'Crystalline', 'The Hollowmere Salvage Covenant of the Outer Drift', NULL, NULL)",
                     "INSERT INTO MOB_STATS (MOB_NAME, COMBAT_LEVEL, SHIELD, HULL, MASS, SIGNATURE, SCAN_RANGE, AGGRO_RANGE, BRAVERY, "
                     "AGGRESSIVENESS, ALTRUISM, INTELIGENCE, BOSS) VALUES ('Iron Maw', 14, 900, 1200, 300, 45, 4000, 1500, 'High', "
-                    "'Very High', 'Low', 'Average', TRUE)",
-                    "INSERT INTO MOBS (MOB_NAME, TYPE) VALUES ('Pale Leech', 'Organic')",
-                    "INSERT INTO MOBS (MOB_NAME, TYPE, FACTION) VALUES ('Gray Herald', 'Crystalline', "
-                    "'The Hollowmere Salvage Covenant of the Outer Drift')",
-                    "INSERT INTO MOB_STATS (MOB_NAME, COMBAT_LEVEL, HULL, BRAVERY) VALUES ('Gray Herald', 40, 25000, 'High')",
-                    "INSERT INTO MOB_STATS (MOB_NAME, COMBAT_LEVEL, BOSS) VALUES ('Pale Leech', 3, FALSE)",
+                    "'Very High', 'Low', 'Average', TRUE), ('Gray Herald', 40, NULL, 25000, NULL, NULL, NULL, NULL, 'High', "
+                    "NULL, NULL, NULL, FALSE), ('Pale Leech', 3, NULL, NULL, NULL, NULL, NULL, NULL, NULL, NULL, NULL, NULL, FALSE)",
                     "INSERT INTO MOB_RESISTANCE (MOB_NAME, RESISTANCE, AMOUNT) VALUES ('Iron Maw', 'Kinetic', 30)",
                     "INSERT INTO MOBS_LOCATION (MOB_NAME, SECTOR_NAME, NAV_POINT, SPAWN_RATE) VALUES ('Iron Maw', 'Kell Reach', "
                     "'Old Gate', 'Average'), ('Iron Maw', 'Kell Reach', 'Ice Field', 'Sporadic')",
@@ -47,8 +44,7 @@ private Q_SLOTS:
     }
     void fields_data() {
         QTest::addColumn<QString>("name");
-        QTest::addColumn<QStringList>(
-            "shown"); // type line, faction, level, hull, the four temperaments, comments
+        QTest::addColumn<QStringList>("shown"); // type line, faction, level, hull, the temperaments, comments
         QTest::newRow("boss") << "Iron Maw" << QStringList{"Level 14 Mechanical Boss",
                                                            "Drift Clans",
                                                            "14",
@@ -76,33 +72,24 @@ private Q_SLOTS:
         QFETCH(QString, name);
         QFETCH(QStringList, shown);
         ViewMOBInfo(name);
+        ViewMOBInfo(name); // a new window on every request
+        QCOMPARE(windows(name).size(), 2);
         QCOMPARE(f.prompt().count(), 0);
         frmMOBs* w = windows(name).value(0);
-        QVERIFY(w);
         QCOMPARE(w->lblName->text(), name);
         QStringList texts{w->lblType->text()};
         for (QLineEdit* box : {w->txtFaction, w->txtLevel, w->txtHull, w->txtBravery, w->txtAggressiveness,
                                w->txtAltruism, w->txtInteligence})
             texts << box->text();
         QCOMPARE(texts << w->txtComments->toPlainText(), shown);
-        // Every box shows its text from the start; figures sit on the right, words on the left.
-        for (QLineEdit* box : w->findChildren<QLineEdit*>()) {
+        for (QLineEdit* box : w->findChildren<QLineEdit*>()) // a long text shows its start
             QCOMPARE(box->cursorPosition(), 0);
-            const bool figure = box == w->txtLevel || box == w->txtHull;
-            if ((figure || box == w->txtFaction || box == w->txtBravery) && !box->text().isEmpty())
-                QVERIFY2(bool(box->alignment() & Qt::AlignRight) == figure, qPrintable(box->objectName()));
-        }
         QVERIFY(name != "Iron Maw" || w->txtLastUpdated->text().startsWith("2024-03-01"));
         QStringList tabs;
         for (int i = 0; i < w->tabMOBData->count(); ++i)
             tabs << w->tabMOBData->tabText(i);
         QCOMPARE(tabs,
                  (QStringList{"Attributes", "Comments", "Tactical Info", "Spawn Locations", "Loot Drops"}));
-    }
-    void newWindowEachTime() {
-        ViewMOBInfo("Iron Maw");
-        ViewMOBInfo("Iron Maw");
-        QCOMPARE(windows("Iron Maw").size(), 2);
     }
     // What goes into the trees is the tree builders' business; here, that the window shows them.
     void trees() {
@@ -116,20 +103,17 @@ private Q_SLOTS:
         // The unknown rate "Sporadic" shows no picture; each rate is spelled out beside its place.
         for (int i = 0; i < 2; ++i) {
             QTreeWidgetItem* place = sector->child(i);
-            const bool known = place->text(0) == "Old Gate";
-            QCOMPARE(place->icon(0).isNull(), !known);
-            QCOMPARE(place->text(1),
-                     known ? QString("Spawn Rate: Average") : QString("Spawn Rate: Sporadic"));
+            QCOMPARE(place->icon(0).isNull(), place->text(0) != "Old Gate");
+            QCOMPARE(place->text(1), place->text(0) == "Old Gate" ? QString("Spawn Rate: Average")
+                                                                  : QString("Spawn Rate: Sporadic"));
         }
         QTreeWidgetItem* items = w->treLoot->topLevelItem(3);
         QCOMPARE(items->childCount(), 1); // "very rare" in lower case is left out
         QTreeWidgetItem* gearBox = items->child(0);
         QCOMPARE(NodeKey(gearBox), QString("Items|Item:Gear Box"));
         QCOMPARE(gearBox->text(0), QString("Gear Box")); // the name alone: it is what the navigation reads
-        QCOMPARE(gearBox->text(1), QString("Drop Rate: Very Rare"));
-        QCOMPARE(gearBox->toolTip(0), QString("Drop Rate: Very Rare"));
-    }
-    void missing() {
+        QCOMPARE(gearBox->text(1) + "/" + gearBox->toolTip(0),
+                 QString("Drop Rate: Very Rare/Drop Rate: Very Rare"));
         ViewMOBInfo("Nobody");
         QCOMPARE(f.prompt().count(), 1);
         QVERIFY(f.prompt().last().text.contains("procedure ViewMOBInfo of Module modMain"));
@@ -147,10 +131,8 @@ private Q_SLOTS:
                 .toString();
         ViewMOBInfo(mob);
         frmMOBs* m = windows(mob).value(0);
-        QVERIFY2(m, qPrintable(mob));
-        QTreeWidgetItem* components = m->treLoot->topLevelItem(1);
-        QVERIFY(components->childCount() > 0);
-        QTreeWidgetItem* drop = components->child(0);
+        QVERIFY2(m && m->treLoot->topLevelItem(1)->childCount() > 0, qPrintable(mob));
+        QTreeWidgetItem* drop = m->treLoot->topLevelItem(1)->child(0);
         QVERIFY(NodeKey(drop).startsWith("Components|Comp:"));
         Q_EMIT m->treLoot->itemDoubleClicked(drop, 0);
         QCOMPARE(f.prompt().count(), 0);
