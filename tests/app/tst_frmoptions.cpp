@@ -5,9 +5,11 @@
 
 #include "app/frmmain.h"
 #include "app/frmoptions.h"
+#include "core/gamecursor.h"
 #include "core/inifile.h"
 #include "core/programfolder.h"
 #include "core/settings.h"
+#include "core/tooltip.h"
 #include "data/database.h"
 #include "game/vlinterface.h"
 #include "lists/listmodel.h"
@@ -129,11 +131,13 @@ void TestFrmOptions::applyChecksTheCustomCaptions() {
 }
 
 void TestFrmOptions::applySavesEverythingAndShowsItAtOnce() {
+    QVERIFY(WriteIni(iniPath(), "Main", "EQUIPMENT_LIST", "The records."));
     m_main = std::make_unique<frmMain>();
     QVERIFY(gameChannel());
     QCOMPARE(gameChannel()->timerInterval(), 0);
     auto columnOf = [this](const char* name) { return m_main->model()->columnIndex(name); };
     QVERIFY(columnOf("CUSTOM_01") < 0); // the sample world does not use custom fields
+    QVERIFY(GameCursorShown());         // the game's pointer is on by default
 
     frmOptions w;
     QCOMPARE(w.windowTitle(), QString("Options"));
@@ -163,6 +167,9 @@ void TestFrmOptions::applySavesEverythingAndShowsItAtOnce() {
     // At once: the status panel, the background, the channel and the list's custom column.
     QCOMPARE(m_main->panelText("Interaction"), QString("Game Interaction: Enabled"));
     QVERIFY(!m_main->backgroundShown());
+    QVERIFY(!GameCursorShown() && m_main->cursor().shape() == Qt::ArrowCursor);
+    QVERIFY(m_main->lstItems->toolTip().isEmpty()); // tips off in the windows already open too
+    QVERIFY(m_main->lstItems->toolTip().isEmpty()); // tips off in the windows already open too
     QCOMPARE(gameChannel()->timerInterval(), 250);
     QCOMPARE(gameChannel()->logStems(), GameFolder::stems());
     QVERIFY(QFileInfo::exists(m_game.page(1, 950)));
@@ -182,9 +189,14 @@ void TestFrmOptions::applySavesEverythingAndShowsItAtOnce() {
     QVERIFY(!again.chkToolTips->isChecked() && !again.chkBackground->isChecked());
     QVERIFY(again.txtMarkup->toolTip().isEmpty()); // tooltips are off now
 
-    // Switching off stops the channel; the panel follows.
+    // Switching off stops the channel; the panel follows. The game's pointer comes back on every window.
     again.chkInteractWithGame->setChecked(false);
+    again.chkUseVLNCursor->setChecked(true);
     QVERIFY(again.cmdApply_Click());
+    QCOMPARE(m_main->cursor().shape(), Qt::BitmapCursor);
+    again.chkToolTips->setChecked(true);
+    QVERIFY(again.cmdApply_Click());
+    QCOMPARE(TipText(m_main->lstItems), QString("The records."));
     QCOMPARE(gameChannel()->timerInterval(), 0);
     QCOMPARE(m_main->panelText("Interaction"), QString("Game Interaction: Disabled"));
     m_main.reset();
