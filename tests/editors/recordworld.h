@@ -7,6 +7,7 @@
 #include "data/recordset.h"
 #include "data/schema.h"
 
+#include <QHash>
 #include <QString>
 #include <QStringList>
 
@@ -18,47 +19,32 @@ struct Place {
 };
 
 inline QList<Place> placesOf(const QString& kind) {
-    if (kind == QLatin1String("Components"))
-        return {{"BUY_COMPONENT_LOCATIONS", "COMPONENTS_COMPONENT"},
-                {"EQUIPMENTS_COMPONENTS", "COMPONENTS_COMPONENT"},
-                {"COMPONENTS_RAW_MATERIALS", "COMPONENTS_COMPONENT"},
-                {"COMPONENTS_EQUIPMENTS", "COMPONENT_NAME"},
-                {"COMPONENTS_ITEMS", "COMPONENT_NAME"},
-                {"COMPONENTS_UPGRADE_FROM", "COMPONENT_NAME"},
-                {"COMPONENTS_UPGRADE_FROM", "UPGRADE_FROM"},
-                {"MOB_COMP_DROP", "COMPONENT_NAME"}};
-    if (kind == QLatin1String("Equipment"))
-        return {{"EQUIPMENTS_COMPONENTS", "EQUIPMENTS_EQUIPMENT"},
-                {"EQUIPMENTS_RAW_MATERIALS", "EQUIPMENTS_EQUIPMENT"},
-                {"EQUIPMENTS_ITEMS", "EQUIPMENTS_EQUIPMENT"},
-                {"EQUIPMENTS_UPGRADE_FROM", "EQUIPMENT_NAME"},
-                {"EQUIPMENTS_UPGRADE_FROM", "UPGRADE_FROM"},
-                {"COMPONENTS_EQUIPMENTS", "EQUIPMENT_NAME"},
-                {"EQUIPMENT_CLASS", "EQUIPMENTS_EQUIPMENT"},
-                {"EQUIP_SPECIALS", "EQUIPMENT_NAME"},
-                {"BUY_EQUIPMENT_LOCATION", "EQUIPMENTS_EQUIPMENT"},
-                {"MOB_EQUIP_DROP", "EQUIPMENT_NAME"}};
-    if (kind == QLatin1String("Raw Materials"))
-        return {{"EQUIPMENTS_RAW_MATERIALS", "RAW_MATERIAL_NAME"},
-                {"COMPONENTS_RAW_MATERIALS", "RAW_MATERIAL"},
-                {"RAW_MATERIALS_REFINES_FROM", "RAW_MATERIAL_NAME"},
-                {"RAW_MATERIALS_REFINES_FROM", "REFINES_FROM"},
-                {"RAW_MATERIALS_ITEMS", "RAW_MATERIAL_NAME"},
-                {"BUY_RAW_MATERIAL_LOCATIONS", "RAW_MATERIAL"},
-                {"MINE_LOCATIONS", "RAW_MATERIAL"},
-                {"MOB_RAW_MAT_DROP", "RAW_MATERIAL_NAME"}};
-    if (kind == QLatin1String("Items"))
-        return {{"EQUIPMENTS_ITEMS", "ITEM_NAME"},
-                {"COMPONENTS_ITEMS", "ITEM_NAME"},
-                {"RAW_MATERIALS_ITEMS", "ITEM_NAME"},
-                {"BUY_ITEM_LOCATIONS", "ITEM_NAME"},
-                {"MOB_ITEM_DROP", "ITEM_NAME"}};
-    if (kind == QLatin1String("MOBs"))
-        return {{"MOB_EQUIP_DROP", "MOB_NAME"},   {"MOB_COMP_DROP", "MOB_NAME"},
-                {"MOB_RAW_MAT_DROP", "MOB_NAME"}, {"MOB_ITEM_DROP", "MOB_NAME"},
-                {"MOBS_LOCATION", "MOB_NAME"},    {"MOB_ATTACK_TYPE", "MOB_NAME"},
-                {"MOB_RESISTANCE", "MOB_NAME"},   {"MOB_WEAKNESS", "MOB_NAME"}};
-    return {};
+    static const QHash<QString, QString> places{
+        {"Components",
+         "BUY_COMPONENT_LOCATIONS.COMPONENTS_COMPONENT EQUIPMENTS_COMPONENTS.COMPONENTS_COMPONENT "
+         "COMPONENTS_RAW_MATERIALS.COMPONENTS_COMPONENT COMPONENTS_EQUIPMENTS.COMPONENT_NAME "
+         "COMPONENTS_ITEMS.COMPONENT_NAME COMPONENTS_UPGRADE_FROM.COMPONENT_NAME "
+         "COMPONENTS_UPGRADE_FROM.UPGRADE_FROM MOB_COMP_DROP.COMPONENT_NAME"},
+        {"Equipment",
+         "EQUIPMENTS_COMPONENTS.EQUIPMENTS_EQUIPMENT EQUIPMENTS_RAW_MATERIALS.EQUIPMENTS_EQUIPMENT "
+         "EQUIPMENTS_ITEMS.EQUIPMENTS_EQUIPMENT EQUIPMENTS_UPGRADE_FROM.EQUIPMENT_NAME "
+         "EQUIPMENTS_UPGRADE_FROM.UPGRADE_FROM COMPONENTS_EQUIPMENTS.EQUIPMENT_NAME "
+         "EQUIPMENT_CLASS.EQUIPMENTS_EQUIPMENT EQUIP_SPECIALS.EQUIPMENT_NAME "
+         "BUY_EQUIPMENT_LOCATION.EQUIPMENTS_EQUIPMENT MOB_EQUIP_DROP.EQUIPMENT_NAME"},
+        {"Raw Materials",
+         "EQUIPMENTS_RAW_MATERIALS.RAW_MATERIAL_NAME COMPONENTS_RAW_MATERIALS.RAW_MATERIAL "
+         "RAW_MATERIALS_REFINES_FROM.RAW_MATERIAL_NAME RAW_MATERIALS_REFINES_FROM.REFINES_FROM "
+         "RAW_MATERIALS_ITEMS.RAW_MATERIAL_NAME BUY_RAW_MATERIAL_LOCATIONS.RAW_MATERIAL "
+         "MINE_LOCATIONS.RAW_MATERIAL MOB_RAW_MAT_DROP.RAW_MATERIAL_NAME"},
+        {"Items", "EQUIPMENTS_ITEMS.ITEM_NAME COMPONENTS_ITEMS.ITEM_NAME RAW_MATERIALS_ITEMS.ITEM_NAME "
+                  "BUY_ITEM_LOCATIONS.ITEM_NAME MOB_ITEM_DROP.ITEM_NAME"},
+        {"MOBs",
+         "MOB_EQUIP_DROP.MOB_NAME MOB_COMP_DROP.MOB_NAME MOB_RAW_MAT_DROP.MOB_NAME MOB_ITEM_DROP.MOB_NAME "
+         "MOBS_LOCATION.MOB_NAME MOB_ATTACK_TYPE.MOB_NAME MOB_RESISTANCE.MOB_NAME MOB_WEAKNESS.MOB_NAME"}};
+    QList<Place> out;
+    for (const QString& p : places.value(kind).split(QLatin1Char(' '), Qt::SkipEmptyParts))
+        out << Place{p.section(QLatin1Char('.'), 0, 0), p.section(QLatin1Char('.'), 1)};
+    return out;
 }
 
 // The tables that hold the record itself, with their name column (the main table first).
@@ -117,18 +103,11 @@ inline void addLinks(const QString& kind, const QString& name, int rowsPerPlace,
 
 // The statistics table of an equipment type word, as the database layout assigns them.
 inline QString statTableOf(const QString& type) {
-    const QString t = type.toLower();
-    if (t == "beam" || t == "missile" || t == "projectile")
-        return QStringLiteral("WEAPON_STATS");
-    if (t == "reactor")
-        return QStringLiteral("REACTOR_STATS");
-    if (t == "engine")
-        return QStringLiteral("ENGINE_STATS");
-    if (t == "shield")
-        return QStringLiteral("SHIELD_STATS");
-    if (t == "ammunition")
-        return QStringLiteral("AMO_STATS");
-    return QString();
+    static const QHash<QString, QString> tables{{"beam", "WEAPON_STATS"},       {"missile", "WEAPON_STATS"},
+                                                {"projectile", "WEAPON_STATS"}, {"reactor", "REACTOR_STATS"},
+                                                {"engine", "ENGINE_STATS"},     {"shield", "SHIELD_STATS"},
+                                                {"ammunition", "AMO_STATS"}};
+    return tables.value(type.toLower());
 }
 
 // Adds the record (for equipment of the given type word, with its statistics row; for a MOB with its
@@ -186,6 +165,26 @@ inline int recordRows(const QString& kind, const QString& name, const QString& s
     for (const Place& p : recordTables(kind, statTable))
         n += rowsAt(p, name) > 0 ? 1 : 0;
     return n;
+}
+
+// Every row of every table, in a fixed order: two equal dumps mean an unchanged database.
+inline QString dump() {
+    QString out;
+    for (const schema::Table& t : schema::tables()) {
+        QStringList order;
+        for (int i = 1; i <= t.columns.size(); ++i)
+            order << QString::number(i);
+        Recordset rs;
+        rs.open(QStringLiteral("SELECT * FROM ") + t.name + QStringLiteral(" ORDER BY ") +
+                order.join(QLatin1Char(',')));
+        out += t.name + QLatin1Char('\n');
+        for (; !rs.eof(); rs.moveNext()) {
+            for (int i = 0; i < rs.fieldCount(); ++i)
+                out += (rs.isNull(i) ? QStringLiteral("NULL") : rs.value(i).toString()) + QLatin1Char('|');
+            out += QLatin1Char('\n');
+        }
+    }
+    return out;
 }
 
 } // namespace world

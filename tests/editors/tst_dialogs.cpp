@@ -1,26 +1,19 @@
 // The pick-list dialogs on the sample world: the lookup editor (its statements, add, delete, "Record in
-// Use"), the two-list pick dialog, the check-list dialog, the picture picker, and a grid column whose
-// list is edited through the lookup editor.
+// Use"), the two-list pick dialog, the check-list dialog and the picture picker.
 #include "core/imagestore.h"
 #include "core/inifile.h"
 #include "core/programfolder.h"
 #include "editors/frmlistdialog.h"
 #include "editors/frmlisteditdialog.h"
 #include "editors/frmpicselect.h"
-#include "editors/gridroutines.h"
-#include "editors/propertylistwidget.h"
-#include "editors/ubgrid.h"
 #include "editortests.h"
 #include "viewsfixture.h"
 
 #include <QApplication>
-#include <QDialog>
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
 #include <QTest>
-#include <QTimer>
-#include <functional>
 
 namespace {
 QStringList texts(const QListWidget* list) {
@@ -128,44 +121,6 @@ private Q_SLOTS:
         f.prompt().queueButton(vb::Yes);
         d.cmdDeleteItem_Click();
         QCOMPARE(f.scalar("SELECT COUNT(*) FROM COMPONENT_TYPE_SUBTYPE").toInt(), all);
-    }
-
-    void gridColumnListFollowsItsLookup() {
-        UBGrid g("ubgSpecials");
-        QVERIFY(PopulateGrid(
-            g.grid(),
-            {"SELECT SPECIAL, AMOUNT FROM EQUIP_SPECIALS WHERE EQUIPMENT_NAME ='x' ORDER BY SPECIAL",
-             "SELECT SPECIAL FROM SPECIALS ORDER BY SPECIAL|1"},
-            true));
-        g.setLookup(1, lookup::specials(), "SELECT SPECIAL FROM SPECIALS ORDER BY SPECIAL");
-        const int before = int(g.grid().list(1).size());
-        whenShown<frmListEditDialog>([this](frmListEditDialog* d) {
-            f.prompt().queueText("Aaa First");
-            d->cmdAddItem_Click();
-            d->accept();
-        });
-        g.editLookup(1);
-        QCOMPARE(g.grid().list(1).size(), before + 1);
-        QCOMPARE(g.grid().listDisplays(1).mid(0, 2), QStringList({NoneEntry, "Aaa First"}));
-    }
-
-    void propertyChoicesFollowTheirLookup() {
-        PropertyListWidget prp("prpList");
-        PropertyRow& row =
-            prp.list().addRow("General", "MANUFACTURER", "Manufacturer", PropertyEditor::Choice);
-        row.lookup = lookup::manufacturers();
-        row.choices = lookup::manufacturers().values();
-        const int before = int(row.choices.size());
-        whenShown<frmListEditDialog>([this](frmListEditDialog* d) {
-            QCOMPARE(d->windowTitle(), QString("Modify Manufacturers"));
-            f.prompt().queueText("Zz Forge");
-            d->cmdAddItem_Click();
-            d->accept();
-        });
-        prp.editLookup("MANUFACTURER");
-        QCOMPARE(prp.list().row("MANUFACTURER")->choices.size(), before + 1);
-        QVERIFY(prp.editValue("MANUFACTURER", "zz forge"));
-        QCOMPARE(prp.list().value("MANUFACTURER"), QString("Zz Forge"));
     }
 
     void pickDialogMovesValuesBetweenTheLists() {

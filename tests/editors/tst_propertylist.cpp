@@ -28,11 +28,12 @@ private Q_SLOTS:
         QTest::addColumn<int>("editor");
         QTest::addColumn<QString>("good");
         QTest::addColumn<QString>("bad");
-        QTest::newRow("32-bit whole") << "LVL" << int(PropertyEditor::Whole) << "-2147483648"
+        const int whole = int(PropertyEditor::Whole);
+        QTest::newRow("32-bit whole") << "LVL" << whole << "-2147483648"
                                       << "2147483648";
-        QTest::newRow("16-bit whole") << "QUALITY" << int(PropertyEditor::Whole) << "32767"
+        QTest::newRow("16-bit whole") << "QUALITY" << whole << "32767"
                                       << "32768";
-        QTest::newRow("whole, not a number") << "PRICE" << int(PropertyEditor::Whole) << "+12"
+        QTest::newRow("whole, not a number") << "PRICE" << whole << "+12"
                                              << "12.5";
         QTest::newRow("double") << "DELAY" << int(PropertyEditor::Decimal) << "-0.25"
                                 << "fast";
@@ -102,84 +103,6 @@ private Q_SLOTS:
         QVERIFY(!p.anyChanged());
     }
 
-    void helpTextCarriesTheSuffixes_data() {
-        QTest::addColumn<bool>("ranged");
-        QTest::addColumn<bool>("readOnly");
-        QTest::addColumn<QString>("defaultValue");
-        QTest::addColumn<QString>("help");
-        QTest::newRow("plain") << false << false << ""
-                               << "How good the Heavy Beam is.";
-        QTest::newRow("range") << true << false << ""
-                               << "How good the Heavy Beam is. (Valid Range: 1 to 100)";
-        QTest::newRow("all three")
-            << true << true << "100"
-            << "How good the Heavy Beam is. (Valid Range: 1 to 100) (Read Only) (Default: "
-               "100)";
-    }
-    void helpTextCarriesTheSuffixes() {
-        QFETCH(bool, ranged);
-        QFETCH(bool, readOnly);
-        QFETCH(QString, defaultValue);
-        QFETCH(QString, help);
-        QVERIFY(WriteIni(programFolder() + "/VOSK.ini", "EDIT_EQUIPMENT", "QUALITY", "How good the ### is."));
-        PropertyList p;
-        PropertyRow& r = p.addRow("General", "QUALITY", "Quality", PropertyEditor::Whole);
-        r.ranged = ranged;
-        r.minimum = 1;
-        r.maximum = 100;
-        r.readOnly = readOnly;
-        r.defaultValue = defaultValue;
-        p.buildHelp("EDIT_EQUIPMENT", "Heavy Beam");
-        QCOMPARE(p.at(0).help, help);
-        if (ranged)
-            QVERIFY(!p.checkValue(0, "101").isEmpty() || readOnly);
-    }
-
-    void writeChangedStoresNullForAClearedValue() {
-        QVERIFY2(
-            f.exec(
-                {"UPDATE EQUIPMENTS SET MANUFACTURER = 'Kessel Works', QUALITY = 80 WHERE EQUIPMENT_NAME = '" +
-                 m_name + "'"},
-                &m_error),
-            qPrintable(m_error));
-        Recordset rs;
-        rs.open(Beam + m_name + "'", db(), Recordset::Dynamic);
-        PropertyList p;
-        for (const char* field : {"MANUFACTURER", "QUALITY", "COMMENTS", "EQUIPMENTS.TYPE", "DELAY"})
-            p.addField("General", rs, field);
-        QVERIFY(p.setValue("MANUFACTURER", ""));
-        QVERIFY(p.setValue("DELAY", "2,5") || p.setValue("DELAY", "2.5"));
-        QVERIFY(p.setValue("EQUIPMENTS.TYPE", "Laser")); // left out by the skip rule below
-        QVERIFY(p.writeChanged(rs, [](const QString& key) { return key == "EQUIPMENTS.TYPE"; }));
-        rs.update();
-        QVERIFY(
-            f.scalar("SELECT MANUFACTURER FROM EQUIPMENTS WHERE EQUIPMENT_NAME = '" + m_name + "'").isNull());
-        QCOMPARE(f.scalar("SELECT QUALITY FROM EQUIPMENTS WHERE EQUIPMENT_NAME = '" + m_name + "'").toInt(),
-                 80);
-        QCOMPARE(
-            f.scalar("SELECT DELAY FROM WEAPON_STATS WHERE EQUIPMENT_NAME = '" + m_name + "'").toDouble(),
-            2.5);
-        QVERIFY(f.scalar("SELECT TYPE FROM EQUIPMENTS WHERE EQUIPMENT_NAME = '" + m_name + "'").toString() !=
-                "Laser");
-        // Nothing changed: nothing written.
-        PropertyList same;
-        same.addField("General", rs, "QUALITY");
-        QVERIFY(!same.writeChanged(rs));
-    }
-
-    void defaultsOfANewRecordAreChanges() {
-        Recordset rs;
-        rs.open(Beam + "Nothing Here'");
-        QVERIFY(rs.eof());
-        PropertyList p;
-        p.addField("General", rs, "QUALITY").defaultValue = "100";
-        p.addField("General", rs, "LVL");
-        QCOMPARE(p.value("QUALITY"), QString());
-        p.applyDefaults();
-        QCOMPARE(p.value("QUALITY"), QString("100"));
-        QCOMPARE(p.changedKeys(), QStringList({"QUALITY"}));
-    }
-
     void priceWords_data() {
         QTest::addColumn<int>("kind");
         QTest::addColumn<QString>("value");
@@ -206,7 +129,6 @@ private Q_SLOTS:
 private:
     ViewsFixture f;
     QString m_name;
-    QString m_error;
 };
 
 QTEST_GUILESS_MAIN(TestPropertyList)

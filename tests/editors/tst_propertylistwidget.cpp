@@ -32,13 +32,9 @@ private Q_SLOTS:
         p.addRow("Prices", "PRICE", "Price", PropertyEditor::Whole).price = PriceWords::Price;
         p.addRow("Prices", "COST_TO_MANUFACTURE", "Cost", PropertyEditor::Whole).price = PriceWords::Cost;
         p.addRow("Prices", "QUALITY", "Quality", PropertyEditor::Whole).readOnly = true;
-        for (const char* key : {"LVL", "TYPE", "UNIQUE_FLAG", "PRICE", "COST_TO_MANUFACTURE", "QUALITY"})
-            p.load(key, QString());
-        p.load("LVL", "12");
-        p.load("TYPE", "Beam");
-        p.load("PRICE", "-1");
-        p.load("COST_TO_MANUFACTURE", "-5");
-        p.load("QUALITY", "90");
+        for (const char* kv :
+             {"LVL=12", "TYPE=Beam", "UNIQUE_FLAG=", "PRICE=-1", "COST_TO_MANUFACTURE=-5", "QUALITY=90"})
+            p.load(QString(kv).section('=', 0, 0), QString(kv).section('=', 1));
         w->rebuild();
         w->resize(360, 400);
         w->show();
@@ -80,10 +76,7 @@ private Q_SLOTS:
         QTreeWidget* t = w->tree();
         t->setCurrentItem(w->itemFor(key), 0); // started on the caption, the edit goes to the value
         QTest::keyClick(t, Qt::Key_F2);
-        QWidget* open = nullptr;
-        for (QWidget* c : t->viewport()->findChildren<QWidget*>(Qt::FindDirectChildrenOnly))
-            if (c->isVisible())
-                open = c;
+        QWidget* open = openEditorIn<QWidget>(t);
         QCOMPARE(open ? QString(open->metaObject()->className()) : QString(), editor);
     }
 

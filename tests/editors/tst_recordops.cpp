@@ -12,30 +12,6 @@ namespace {
 
 const QStringList Kinds = {"Equipment", "Components", "Raw Materials", "Items", "MOBs"};
 
-// Every row of every table, in a fixed order: two equal dumps mean an unchanged database.
-QString dump() {
-    QString out;
-    for (const schema::Table& t : schema::tables()) {
-        sqlite3_stmt* st = nullptr;
-        const QByteArray sql = QStringLiteral("SELECT * FROM \"%1\" ORDER BY 1, 2, 3").arg(t.name).toUtf8();
-        if (sqlite3_prepare_v2(db().handle(), sql.constData(), -1, &st, nullptr) != SQLITE_OK) {
-            sqlite3_finalize(st);
-            sqlite3_stmt* two = nullptr;
-            const QByteArray plain = QStringLiteral("SELECT * FROM \"%1\" ORDER BY 1").arg(t.name).toUtf8();
-            sqlite3_prepare_v2(db().handle(), plain.constData(), -1, &two, nullptr);
-            st = two;
-        }
-        out += t.name + u'\n';
-        while (st && sqlite3_step(st) == SQLITE_ROW) {
-            for (int c = 0; c < sqlite3_column_count(st); ++c)
-                out += QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(st, c))) + u'|';
-            out += u'\n';
-        }
-        sqlite3_finalize(st);
-    }
-    return out;
-}
-
 void raw(const QString& sql) {
     char* err = nullptr;
     const int rc = sqlite3_exec(db().handle(), sql.toUtf8().constData(), nullptr, nullptr, &err);
@@ -44,32 +20,31 @@ void raw(const QString& sql) {
     QVERIFY2(rc == SQLITE_OK, qPrintable(message));
 }
 
-// The record's main row as name=value texts, without the name and the flags a copy sets.
-QStringList recordFields(const QString& kind, const QString& name) {
-    const world::Place main = world::recordTables(kind).first();
+// The fields of the statement's first row as name=value texts, without the name and the flags a copy
+// sets.
+QStringList fields(const QString& sql, const QString& nameColumn) {
     Recordset rs;
-    rs.open("SELECT * FROM " + main.table + " WHERE " + main.column + " = " + world::lit(name));
+    rs.open(sql);
     QStringList out;
     for (int i = 0; !rs.eof() && i < rs.fieldCount(); ++i) {
         const QString f = rs.fieldName(i);
-        if (f != main.column && f != "PERSONAL_DB" && f != "UPDATED" && f != "LAST_UPDATED")
+        if (f != nameColumn && f != "PERSONAL_DB" && f != "UPDATED" && f != "LAST_UPDATED")
             out << f + "=" + rs.value(i).toString();
     }
     return out;
 }
 
+QStringList recordFields(const QString& kind, const QString& name) {
+    const world::Place main = world::recordTables(kind).first();
+    return fields("SELECT * FROM " + main.table + " WHERE " + main.column + " = " + world::lit(name),
+                  main.column);
+}
+
 // What the equipment view shows of the record, its statistics included (computed columns too).
 QStringList shownEquipment(const QString& name, int type) {
-    Recordset rs;
-    rs.open(GetSQL(type, true, false, true, true, QString(), false) +
-            " AND EQUIPMENTS.EQUIPMENT_NAME = " + world::lit(name));
-    QStringList out;
-    for (int i = 0; !rs.eof() && i < rs.fieldCount(); ++i) {
-        const QString f = rs.fieldName(i);
-        if (f != "EQUIPMENT_NAME" && f != "PERSONAL_DB" && f != "UPDATED" && f != "LAST_UPDATED")
-            out << f + "=" + rs.value(i).toString();
-    }
-    return out;
+    return fields(GetSQL(type, true, false, true, true, QString(), false) +
+                      " AND EQUIPMENTS.EQUIPMENT_NAME = " + world::lit(name),
+                  "EQUIPMENT_NAME");
 }
 
 } // namespace
@@ -128,12 +103,11 @@ private Q_SLOTS:
         QCOMPARE(world::recordRows(kind, renamed, stats), tables);
         QCOMPARE(recordFields(kind, renamed), fields);
         const world::Place main = world::recordTables(kind).first();
-        Recordset rs;
-        rs.open("SELECT PERSONAL_DB, UPDATED, LAST_UPDATED FROM " + main.table + " WHERE " + main.column +
-                " = " + world::lit(renamed));
-        QCOMPARE(rs.value(0).toBool(), true);
-        QCOMPARE(rs.value(1).toBool(), true);
-        QCOMPARE(rs.value(2).toString(), QString("2031-05-06 07:08:09"));
+        QCOMPARE(world::count("SELECT COUNT(*) FROM " + main.table +
+                              " WHERE PERSONAL_DB AND UPDATED AND "
+                              "LAST_UPDATED = '2031-05-06 07:08:09' AND " +
+                              main.column + " = " + world::lit(renamed)),
+                 1L);
         // Only an equipment copy says it is done.
         const bool told = kind == "Equipment" && op == "copy";
         QCOMPARE(m_db.prompt().count(), told ? 1 : 0);
@@ -179,14 +153,14 @@ private Q_SLOTS:
     void copyOfAnUpgradeSourceIsRefused() {
         world::addRecord("Equipment", "Zed's Lance", 0);
         db().execute("INSERT INTO EQUIPMENTS_UPGRADE_FROM VALUES ('Great Lance', 'Zed''s Lance', 1)");
-        const QString before = dump();
+        const QString before = world::dump();
         QVERIFY(!CopyRecord("Equipment", "Zed's Lance", "Lance Two"));
         QCOMPARE(m_db.prompt().count(), 1);
         QCOMPARE(m_db.prompt().last().text,
                  QString("Cannot upgrade Zed's Lance because it is required to upgrade Great Lance"));
         QCOMPARE(m_db.prompt().last().title, QString("Cannot Copy"));
         QCOMPARE(m_db.prompt().last().style, int(vb::Critical));
-        QCOMPARE(dump(), before);
+        QCOMPARE(world::dump(), before);
         // Renaming it keeps the upgrade: the other equipment now upgrades from the new name.
         QVERIFY(RenameRecord("Equipment", "Zed's Lance", "Lance Two"));
         QCOMPARE(
@@ -200,46 +174,25 @@ private Q_SLOTS:
         QTest::addColumn<QString>("op");
         QTest::addColumn<QString>("trigger");   // when the statement fails: BEFORE <event> ON <table>
         QTest::addColumn<QString>("procedure"); // who reports it; empty: thrown to the menu handler
-        QTest::newRow("delete component, 5th table") << "Components"
-                                                     << "delete"
-                                                     << "DELETE ON COMPONENTS_ITEMS"
-                                                     << "DeleteComponentRelationships";
-        QTest::newRow("delete MOB, 7th table") << "MOBs"
-                                               << "delete"
-                                               << "DELETE ON MOB_RESISTANCE"
-                                               << "DeleteItemRelationships";
-        QTest::newRow("delete beam, its statistics") << "Equipment"
-                                                     << "delete"
-                                                     << "DELETE ON WEAPON_STATS"
-                                                     << "DeleteEquipment";
-        QTest::newRow("delete item, the record") << "Items"
-                                                 << "delete"
-                                                 << "DELETE ON ITEMS"
-                                                 << "";
-        QTest::newRow("copy raw material, 4th table") << "Raw Materials"
-                                                      << "copy"
-                                                      << "INSERT ON MINE_LOCATIONS"
-                                                      << "CopyRows";
-        QTest::newRow("copy MOB, its statistics") << "MOBs"
-                                                  << "copy"
-                                                  << "INSERT ON MOB_STATS"
-                                                  << "CopyMOB";
-        QTest::newRow("rename component, the old record") << "Components"
-                                                          << "rename"
-                                                          << "DELETE ON COMPONENTS"
-                                                          << "RenameComponent";
-        QTest::newRow("rename raw material, both ends") << "Raw Materials"
-                                                        << "rename"
-                                                        << "DELETE ON RAW_MATERIALS_REFINES_FROM"
-                                                        << "DeleteRawMaterialRelationships";
-        QTest::newRow("rename equipment, the old record") << "Equipment"
-                                                          << "rename"
-                                                          << "DELETE ON EQUIPMENTS"
-                                                          << "DeleteEquipment";
-        QTest::newRow("rename item, the copy's links") << "Items"
-                                                       << "rename"
-                                                       << "INSERT ON MOB_ITEM_DROP"
-                                                       << "CopyRows";
+        const auto row = [](const char* tag, const QString& kind, const QString& op, const QString& trigger,
+                            const QString& procedure) {
+            QTest::newRow(tag) << kind << op << trigger << procedure;
+        };
+        row("delete component, 5th table", "Components", "delete", "DELETE ON COMPONENTS_ITEMS",
+            "DeleteComponentRelationships");
+        row("delete MOB, 7th table", "MOBs", "delete", "DELETE ON MOB_RESISTANCE", "DeleteItemRelationships");
+        row("delete beam, its statistics", "Equipment", "delete", "DELETE ON WEAPON_STATS",
+            "DeleteEquipment");
+        row("delete item, the record", "Items", "delete", "DELETE ON ITEMS", "");
+        row("copy raw material, 4th table", "Raw Materials", "copy", "INSERT ON MINE_LOCATIONS", "CopyRows");
+        row("copy MOB, its statistics", "MOBs", "copy", "INSERT ON MOB_STATS", "CopyMOB");
+        row("rename component, the old record", "Components", "rename", "DELETE ON COMPONENTS",
+            "RenameComponent");
+        row("rename raw material, both ends", "Raw Materials", "rename",
+            "DELETE ON RAW_MATERIALS_REFINES_FROM", "DeleteRawMaterialRelationships");
+        row("rename equipment, the old record", "Equipment", "rename", "DELETE ON EQUIPMENTS",
+            "DeleteEquipment");
+        row("rename item, the copy's links", "Items", "rename", "INSERT ON MOB_ITEM_DROP", "CopyRows");
     }
     // A statement that fails half-way leaves the database exactly as it was, and is still reported
     // under the name of the routine that met it.
@@ -250,7 +203,7 @@ private Q_SLOTS:
         QFETCH(QString, procedure);
         world::addRecord(kind, "Zed's Own", 3);
         raw("CREATE TRIGGER boom BEFORE " + trigger + " BEGIN SELECT RAISE(ABORT, 'boom'); END");
-        const QString before = dump();
+        const QString before = world::dump();
         bool done = false, thrown = false;
         try {
             done = op == "delete" ? DeleteRecord(kind, "Zed's Own")
@@ -262,7 +215,7 @@ private Q_SLOTS:
         QCOMPARE(thrown, procedure.isEmpty());
         QVERIFY(!done);
         QVERIFY(!db().inTransaction());
-        QCOMPARE(dump(), before);
+        QCOMPARE(world::dump(), before);
         if (!procedure.isEmpty()) {
             QCOMPARE(m_db.prompt().count(), 1);
             QVERIFY2(m_db.log().contains("in procedure " + procedure + " of Module modMain"),
@@ -287,42 +240,20 @@ private Q_SLOTS:
 
     void takenNameIsRefused_data() {
         QTest::addColumn<QString>("op");
-        QTest::newRow("copy") << "copy";
-        QTest::newRow("rename") << "rename";
+        for (const char* op : {"copy", "rename"})
+            QTest::newRow(op) << QString(op);
     }
     void takenNameIsRefused() {
         QFETCH(QString, op);
         world::addRecord("Items", "Zed's Gem", 2);
         world::addRecord("Items", "Ruby", 1);
-        const QString before = dump();
+        const QString before = world::dump();
         // Names are the same without regard to case.
         QVERIFY(!(op == "copy" ? CopyRecord("Items", "Zed's Gem", "RUBY")
                                : RenameRecord("Items", "Zed's Gem", "RUBY")));
-        QCOMPARE(dump(), before);
+        QCOMPARE(world::dump(), before);
         QCOMPARE(m_db.prompt().count(), 1);
         QCOMPARE(m_db.prompt().last().title, QString("Duplicate Record"));
-    }
-
-    void newNameChecks_data() {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<QString>("title");
-        QTest::newRow("empty") << ""
-                               << "Invalid Name";
-        QTest::newRow("blanks") << "   "
-                                << "Invalid Name";
-        QTest::newRow("two quotes together") << "Zed''s"
-                                             << "Invalid name";
-        QTest::newRow("one quote") << "Zed's"
-                                   << "";
-    }
-    void newNameChecks() {
-        QFETCH(QString, name);
-        QFETCH(QString, title);
-        const NameRefusal r = CheckNewName(name);
-        QCOMPARE(r.title, title);
-        QCOMPARE(r.text.isEmpty(), title.isEmpty());
-        if (title == "Invalid Name")
-            QCOMPARE(r.text, QString("Please enter a valid name"));
     }
 
 private:

@@ -1,6 +1,6 @@
 // The grid widget used from the keyboard: typing into the entry row, Enter in a drop-down, a typed value
 // that is not in the list, Escape, Delete, "(None)", a before-edit hook that refuses, Tab out of the
-// grid, and the columns sized to the grid.
+// grid.
 #include "core/scriptedprompt.h"
 #include "editors/gridroutines.h"
 #include "editors/ubgrid.h"
@@ -8,7 +8,6 @@
 
 #include <QApplication>
 #include <QComboBox>
-#include <QHeaderView>
 #include <QLineEdit>
 #include <QTest>
 #include <QVBoxLayout>
@@ -143,17 +142,6 @@ private Q_SLOTS:
         g->setCurrentIndex(g->cellIndex(1, 1));
         QTest::keyClick(g, Qt::Key_Tab);
         QCOMPARE(QApplication::focusWidget(), m_after);
-    }
-
-    void columnsFillTheGrid() {
-        // Name and amount: 80 and 20 per cent of the room the grid has.
-        const int room = g->viewport()->width();
-        QCOMPARE(g->columnWidth(0), int(0.8 * room));
-        QCOMPARE(g->columnWidth(1), int(0.2 * room));
-        m_window->resize(600, 300);
-        QApplication::processEvents();
-        QCOMPARE(g->columnWidth(0), int(0.8 * g->viewport()->width()));
-        QVERIFY(g->columnWidth(0) > int(0.8 * room));
     }
 
 private:
