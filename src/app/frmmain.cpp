@@ -7,6 +7,7 @@
 #include "app/modmain_app.h"
 #include "app/wiring.h"
 #include "core/childwindows.h"
+#include "core/gamecursor.h"
 #include "core/imagestore.h"
 #include "core/inifile.h"
 #include "core/settings.h"
@@ -91,6 +92,7 @@ frmMain::frmMain(QWidget* parent) : QMainWindow(parent), d(new Impl(this)) {
         setToolTips();
         setInteractionPanel(opt::flag(opt::VLInteractOn));
         setBackgroundShown(opt::flag(opt::Background));
+        ApplyGameCursor(opt::flag(opt::DisplayVLNCursor));
         LoadSettings();
     }
     const bool firstStart = LoadWindowPlace().geometry.isEmpty();
@@ -145,7 +147,7 @@ void frmMain::buildWidgets() {
     // The name search has a row of its own: beside the filters the window would not fit a small screen.
     auto* searchRow = new QHBoxLayout;
     txtSearch = NewListSearchBox(central, searchRow);
-    txtSearch->setMaximumWidth(txtSearch->minimumWidth() * 3);
+    txtSearch->setMaximumWidth(txtSearch->minimumWidth() * 2);
     searchRow->addStretch(1);
     column->addLayout(searchRow);
 
@@ -199,8 +201,6 @@ void frmMain::buildWidgets() {
 }
 
 void frmMain::setToolTips() {
-    if (!opt::flag(opt::Tooltips))
-        return;
     const QList<QPair<QWidget*, const char*>> tips = {
         {lstItems, "EQUIPMENT_LIST"}, {cmbData, "DATA"},       {cmbEquipType, "EQUIP_TYPE"},
         {cmbLevel, "EQUIP_LEVEL"},    {cmbChecked, "CHECKED"}, {cmbCompType, "COMP_TYPE"},

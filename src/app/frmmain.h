@@ -29,6 +29,8 @@ public:
     // Makes sure that at least one game character is recorded.
     void CheckCharacters();
     void RefreshGrid();
+    // Fills the filter lists again from the open database (after a restore), keeping the choices it has.
+    void ReloadFilterLists();
 
     // Settings of the window (section "Settings") and of the list's columns per category.
     void SaveSettings();

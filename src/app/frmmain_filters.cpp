@@ -71,6 +71,23 @@ void frmMain::fillFilterLists() {
     fillSubTypes();
 }
 
+void frmMain::ReloadFilterLists() {
+    SuspendRefresh hold(d->suspend);
+    const QList<QComboBox*> boxes = {cmbEquipType, cmbChecked, cmbCL, cmbRace, cmbCompType, cmbLevel};
+    QStringList chosen;
+    for (QComboBox* box : boxes) {
+        chosen << box->currentText();
+        box->clear();
+    }
+    const QString subType = cmbSubType->currentText();
+    fillFilterLists();
+    // A choice the other database does not have falls back to the list's first entry ("All").
+    for (int i = 0; i < boxes.size(); ++i)
+        choose(boxes[i], chosen[i]);
+    fillSubTypes();
+    choose(cmbSubType, subType);
+}
+
 void frmMain::fillSubTypes() {
     SuspendRefresh hold(d->suspend);
     const QString type = cmbCompType->currentText();

@@ -1,8 +1,10 @@
 #include "app/frmoptions.h"
 
 #include "app/frmmain.h"
+#include "core/gamecursor.h"
 #include "core/prompt.h"
 #include "core/settings.h"
+#include "core/tooltip.h"
 #include "data/database.h"
 #include "data/errorreport.h"
 #include "data/quotes.h"
@@ -305,8 +307,10 @@ bool frmOptions::cmdApply_Click() {
 
     opt::saveFlag(opt::ReportErrorMessages, chkReportErrorMsgs->isChecked());
     opt::saveFlag(opt::Tooltips, chkToolTips->isChecked());
+    RefreshTips();
     opt::save(opt::DoubleClickEvent, QString::number(cmbDblClick->currentIndex()));
     opt::saveFlag(opt::DisplayVLNCursor, chkUseVLNCursor->isChecked());
+    ApplyGameCursor(chkUseVLNCursor->isChecked());
     opt::saveFlag(opt::PreloadImages, chkPreloadImages->isChecked());
     opt::saveFlag(opt::PrintPreview, chkPrintPreview->isChecked());
     opt::saveFlag(opt::Background, chkBackground->isChecked());

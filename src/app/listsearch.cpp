@@ -46,9 +46,8 @@ QLineEdit* NewListSearchBox(QWidget* parent, QBoxLayout* row) {
     box->setObjectName(QStringLiteral("txtSearch"));
     box->setPlaceholderText(QObject::tr("type to narrow the list"));
     box->setClearButtonEnabled(true);
-    // Narrow enough that the filters and the box fit a small screen beside each other; it grows with
-    // the window.
-    box->setMinimumWidth(box->fontMetrics().horizontalAdvance(QStringLiteral("type to narrow")) + 24);
+    box->setMinimumWidth(box->fontMetrics().horizontalAdvance(QStringLiteral("type to narrow the list")) +
+                         40);
     box->setToolTip(QObject::tr("Shows only the rows whose name contains this text, in any case.\n"
                                 "Esc clears it; Down or Enter goes to the list."));
     label->setBuddy(box);

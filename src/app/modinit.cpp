@@ -7,6 +7,7 @@
 #include "core/programfolder.h"
 #include "core/prompt.h"
 #include "core/settings.h"
+#include "data/backup.h"
 #include "data/database.h"
 
 #include <QApplication>
@@ -149,6 +150,7 @@ void RunVOSK() {
         }
 
         findingDatabase = true;
+        CleanRestoreLeftovers(databasePath());
         const fs::path file = nativePath(databasePath());
         if (isReadOnly(file)) {
             const int answer =

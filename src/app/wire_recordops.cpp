@@ -52,8 +52,9 @@ void wireRecordOps(frmMain& w) {
     w.setMenuHandler(QStringLiteral("mnuFileRestoreDB"), [&w] {
         if (!RestoreDatabaseCommand())
             return;
-        // Another database is open now: its custom field captions and its records.
+        // Another database is open now: its custom field captions, its filter lists and its records.
         reloadCustomFields();
+        w.ReloadFilterLists();
         w.RefreshGrid();
     });
 }

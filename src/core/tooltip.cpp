@@ -10,6 +10,8 @@
 
 namespace {
 const char* const PlainTipProperty = "voskTipText";
+// The text a control was given, kept while tips are off so that switching them on shows it at once.
+const char* const GivenTipProperty = "voskTipGiven";
 
 // The tips come up at once when the pointer enters a control, not after the usual pause.
 class ImmediateTips : public QObject {
@@ -34,6 +36,7 @@ void SetTip(QWidget* widget, const QString& text) {
     if (!widget)
         return;
     const QString plain = normalisedBreaks(text).trimmed();
+    widget->setProperty(GivenTipProperty, plain.isEmpty() ? QVariant() : QVariant(plain));
     if (plain.isEmpty() || !opt::flag(opt::Tooltips)) {
         widget->setToolTip(QString());
         widget->setProperty(PlainTipProperty, QVariant());
@@ -53,4 +56,12 @@ void SetTip(QWidget* widget, const QString& text) {
 
 QString TipText(const QWidget* widget) {
     return widget ? widget->property(PlainTipProperty).toString() : QString();
+}
+
+void RefreshTips() {
+    for (QWidget* w : QApplication::allWidgets()) {
+        const QVariant given = w->property(GivenTipProperty);
+        if (given.isValid())
+            SetTip(w, given.toString());
+    }
 }

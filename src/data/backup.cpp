@@ -411,6 +411,14 @@ bool RestoreDB(const QString& sourcePath) {
     return false;
 }
 
+void CleanRestoreLeftovers(const QString& target) {
+    const QString safety = target + QStringLiteral(".temp");
+    for (const char* suffix : {".restoring", ".restoring.part", ".temp.part"})
+        QFile::remove(target + QLatin1String(suffix));
+    if (QFileInfo::exists(safety) && QFileInfo(target).isFile() && CheckRestorable(target).isEmpty())
+        QFile::remove(safety);
+}
+
 bool BackupDatabaseCommand() {
     const QString proposed = ProposedBackupName(Now().date());
     for (;;) {

@@ -23,6 +23,12 @@ bool RestoreDB(const QString& sourcePath);
 // opened read-only and never changed.
 QString CheckRestorable(const QString& path);
 
+// Removes what a restore that was stopped half-way (a crash, a kill) left beside the database at target:
+// the incoming copy and the partial copies always, the safety copy of the previous database only when
+// the database itself is whole (otherwise the safety copy may be all the player has). Start-up calls
+// it once the program knows it is the only instance.
+void CleanRestoreLeftovers(const QString& target);
+
 // The name the backup dialog proposes: the day as "ddmmyyyy" and ".bak".
 QString ProposedBackupName(const QDate& day);
 

@@ -1,5 +1,7 @@
 #include "views/batchquery.h"
 
+#include "core/casefold.h"
+
 #include "data/database.h"
 #include "data/quotes.h"
 #include "data/recordset.h"
@@ -75,16 +77,15 @@ ReadingTransaction::~ReadingTransaction() {
 }
 
 QString NameKey(const QString& name) {
-    QString key = name;
-    for (QChar& c : key)
-        if (c.unicode() >= 'A' && c.unicode() <= 'Z')
-            c = QChar(char16_t(c.unicode() + 32));
-    return key;
+    return FoldCase(name);
 }
 
 namespace {
-inline char16_t foldAscii(char16_t c) {
-    return (c >= u'A' && c <= u'Z') ? char16_t(c + 32) : c;
+bool hasSurrogates(const QString& text) {
+    for (const QChar c : text)
+        if (c.isSurrogate())
+            return true;
+    return false;
 }
 } // namespace
 
@@ -93,16 +94,20 @@ bool SameName(const QString& a, const QString& b) {
         return false;
     const QChar* p = a.constData();
     const QChar* q = b.constData();
-    for (qsizetype i = 0; i < a.size(); ++i)
-        if (foldAscii(p[i].unicode()) != foldAscii(q[i].unicode()))
+    for (qsizetype i = 0; i < a.size(); ++i) {
+        if (p[i].isSurrogate() || q[i].isSurrogate())
+            return FoldCase(a) == FoldCase(b); // letters beyond the first plane fold as pairs
+        if (FoldCase(p[i].unicode()) != FoldCase(q[i].unicode()))
             return false;
+    }
     return true;
 }
 
 size_t NameHash(const QString& name, size_t seed) {
     quint64 h = quint64(seed) ^ 0x9E3779B97F4A7C15ull;
-    for (const QChar c : name)
-        h = (h ^ foldAscii(c.unicode())) * 0x100000001B3ull;
+    const QString folded = hasSurrogates(name) ? FoldCase(name) : QString();
+    for (const QChar c : folded.isNull() ? name : folded)
+        h = (h ^ FoldCase(c.unicode())) * 0x100000001B3ull;
     // Names differ mostly at their ends: mix every bit into the low ones the table uses.
     h ^= h >> 33;
     h *= 0xFF51AFD7ED558CCDull;

@@ -33,7 +33,7 @@ private:
     bool m_mine;
 };
 
-// Names as the database compares them: letters A to Z without regard to case, all else as it is.
+// Names as the database compares them: equal when their case foldings are (core/casefold.h).
 QString NameKey(const QString& name);
 bool SameName(const QString& a, const QString& b);
 size_t NameHash(const QString& name, size_t seed = 0);

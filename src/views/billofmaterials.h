@@ -36,7 +36,7 @@ bool kindOfWord(const QString& word, Kind* kind);
 struct Ref {
     Kind kind = Kind::Equipment;
     QString name;
-    // Names compare as the database compares them: letters A to Z without regard to case.
+    // Names compare as the database compares them, without regard to case (core/casefold.h).
     friend bool operator==(const Ref& a, const Ref& b);
 };
 size_t qHash(const Ref& ref, size_t seed = 0);

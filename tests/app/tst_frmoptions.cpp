@@ -5,9 +5,11 @@
 
 #include "app/frmmain.h"
 #include "app/frmoptions.h"
+#include "core/gamecursor.h"
 #include "core/inifile.h"
 #include "core/programfolder.h"
 #include "core/settings.h"
+#include "core/tooltip.h"
 #include "data/database.h"
 #include "game/vlinterface.h"
 #include "lists/listmodel.h"
@@ -113,11 +115,13 @@ private Q_SLOTS:
         QCOMPARE(w.result(), int(QDialog::Accepted));
     }
     void applySavesEverythingAndShowsItAtOnce() {
+        QVERIFY(WriteIni(iniPath(), "Main", "EQUIPMENT_LIST", "The records."));
         m_main = std::make_unique<frmMain>();
         QVERIFY(gameChannel());
         QCOMPARE(gameChannel()->timerInterval(), 0);
         auto columnOf = [this](const char* name) { return m_main->model()->columnIndex(name); };
         QVERIFY(columnOf("CUSTOM_01") < 0); // the sample world does not use custom fields
+        QVERIFY(GameCursorShown());         // the game's pointer is on by default
 
         frmOptions w;
         QCOMPARE(w.windowTitle(), QString("Options"));
@@ -147,6 +151,8 @@ private Q_SLOTS:
         // At once: the status panel, the background, the channel and the list's custom column.
         QCOMPARE(m_main->panelText("Interaction"), QString("Game Interaction: Enabled"));
         QVERIFY(!m_main->backgroundShown());
+        QVERIFY(!GameCursorShown() && m_main->cursor().shape() == Qt::ArrowCursor);
+        QVERIFY(m_main->lstItems->toolTip().isEmpty()); // tips off in the windows already open too
         QCOMPARE(gameChannel()->timerInterval(), 250);
         QCOMPARE(gameChannel()->logStems(), GameFolder::stems());
         QVERIFY(QFileInfo::exists(m_game.page(1, 950)));
@@ -166,9 +172,14 @@ private Q_SLOTS:
         QVERIFY(!again.chkToolTips->isChecked() && !again.chkBackground->isChecked());
         QVERIFY(again.txtMarkup->toolTip().isEmpty()); // tooltips are off now
 
-        // Switching off stops the channel; the panel follows.
+        // Switching off stops the channel; the panel follows. The game's pointer comes back on every window.
         again.chkInteractWithGame->setChecked(false);
+        again.chkUseVLNCursor->setChecked(true);
         QVERIFY(again.cmdApply_Click());
+        QCOMPARE(m_main->cursor().shape(), Qt::BitmapCursor);
+        again.chkToolTips->setChecked(true);
+        QVERIFY(again.cmdApply_Click());
+        QCOMPARE(TipText(m_main->lstItems), QString("The records."));
         QCOMPARE(gameChannel()->timerInterval(), 0);
         QCOMPARE(m_main->panelText("Interaction"), QString("Game Interaction: Disabled"));
         m_main.reset();

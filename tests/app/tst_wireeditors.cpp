@@ -315,6 +315,8 @@ private Q_SLOTS:
         const QString backup = f.path() + "/menu.bak";
         QVERIFY(w->menuEntry("mnuFileBackupDB")->isEnabled() &&
                 w->menuEntry("mnuFileRestoreDB")->isEnabled());
+        // A component type the window has not listed yet: the restore fills the filter lists again.
+        db().execute("INSERT INTO COMPONENT_TYPES (COMPONENT_TYPE) VALUES ('Restored Type')");
         f.prompt().queueText(backup);
         w->menuEntry("mnuFileBackupDB")->trigger();
         QVERIFY(QFile::exists(backup));
@@ -330,6 +332,8 @@ private Q_SLOTS:
         w->menuEntry("mnuFileRestoreDB")->trigger();
         QVERIFY(db().isOpen());
         QVERIFY(rowOf(name) >= 0); // the list shows the restored database
+        QVERIFY(w->cmbCompType->findText("Restored Type") >= 0);
+        QCOMPARE(w->category(), QString("Raw Materials"));
         QVERIFY(!QFile::exists(databasePath() + ".temp"));
     }
 

@@ -213,11 +213,24 @@ private Q_SLOTS:
             QVERIFY2(who == "Original" || who == "Backup a" || who == "Backup b", qPrintable(who));
             seen.insert(who);
             db().close();
+            // The next start clears what the stopped restore left beside the whole database.
+            CleanRestoreLeftovers(databasePath());
+            for (const char* left : {".restoring", ".restoring.part", ".temp", ".temp.part"})
+                QVERIFY2(!QFile::exists(databasePath() + left), left);
+            QCOMPARE(CheckRestorable(databasePath()), QString());
         }
         qInfo("restore: %d kills, %d landed during a restore's copies, %d restores completed", Kills,
               midRestore, ops);
         QVERIFY(midRestore > 0);
         QVERIFY(seen.size() >= 2);
+        // A safety copy beside a database that is not whole may be all the player has: it stays.
+        QVERIFY(QFile::copy(databasePath(), databasePath() + ".temp"));
+        QFile broken(databasePath());
+        QVERIFY(broken.open(QIODevice::WriteOnly | QIODevice::Truncate) &&
+                broken.write("not a database") > 0);
+        broken.close();
+        CleanRestoreLeftovers(databasePath());
+        QVERIFY(QFile::exists(databasePath() + ".temp"));
     }
 
     // vosk-makedb stopped while it builds never leaves a database that looks whole but is not: the
