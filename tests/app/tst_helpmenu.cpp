@@ -4,7 +4,6 @@
 #include "app/frmabout.h"
 #include "app/frmhelp.h"
 #include "app/frmmain.h"
-#include "app/listtitle.h"
 #include "bugreport/frmbugsubmissions.h"
 #include "core/childwindows.h"
 #include "core/printjob.h"
@@ -85,33 +84,18 @@ private Q_SLOTS:
         m_main.reset();
     }
 
-    // Every entry of these menus can be chosen.
-    void entriesAreEnabled() {
-        for (const char* name : {"mnuHelpHelp", "mnuHelpReadMe", "mnuHelpAbout", "mnuHelpSubmitBug",
-                                 "mnuPrintPrintFilteredList"}) {
-            QAction* a = m_main->menuEntry(name);
-            QVERIFY2(a && a->isEnabled(), name);
-        }
-    }
-
-    // The guide shipped by the build opens at its index, whose pages come in the guide's order; the
-    // pages link only to pages that exist, and links are followed inside the window.
+    // The guide shipped by the build opens at its index, and links are followed inside the window.
     void helpTopicsOpenTheGuide() {
         QVERIFY(QDir().mkpath(m_dir.filePath("help")));
         for (const QString& f : QDir(VOSK_HELP_DIR).entryList(QDir::Files))
             QVERIFY(QFile::copy(QDir(VOSK_HELP_DIR).filePath(f), m_dir.filePath("help/" + f)));
-        const QStringList order = {"main.html",      "views.html",   "editors.html",    "records.html",
-                                   "options.html",   "game.html",    "maps.html",       "printing.html",
-                                   "bugreport.html", "planner.html", "commandline.html"};
-        QStringList pages = links(HelpIndexPath());
-        pages.removeAll("style.css");
-        QCOMPARE(pages, order);
-        for (const char* page :
-             {"main.html", "views.html", "printing.html", "bugreport.html", "commandline.html"})
-            for (const QString& link : links(m_dir.filePath(QString("help/") + page)))
-                QVERIFY2(order.contains(link) || QFile::exists(m_dir.filePath("help/" + link)),
-                         qPrintable(QString(page) + " -> " + link));
-
+        // The index reaches every page, and no page links to one that is not there.
+        const QStringList index = links(HelpIndexPath());
+        for (const QString& page : QDir(m_dir.filePath("help")).entryList({"*.html"})) {
+            QVERIFY2(page == "index.html" || index.contains(page), qPrintable(page));
+            for (const QString& link : links(m_dir.filePath("help/" + page)))
+                QVERIFY2(QFile::exists(m_dir.filePath("help/" + link)), qPrintable(page + " -> " + link));
+        }
         m_main->menuEntry("mnuHelpHelp")->trigger();
         auto* help = qobject_cast<frmHelp*>(FindChildWindow("VOSK Help"));
         QVERIFY(help);
@@ -144,13 +128,11 @@ private Q_SLOTS:
         const AboutFacts f = GatherAboutFacts();
         QCOMPARE(f.databasePath, QDir::toNativeSeparators(databasePath()));
         QCOMPARE(f.counts.size(), 8);
+        QCOMPARE(f.counts.first().kind, QString("Equipment"));
         Recordset rs;
         rs.open("SELECT COUNT(*) FROM EQUIPMENTS");
-        QCOMPARE(f.counts.first().kind, QString("Equipment"));
         QCOMPARE(f.counts.first().count, rs.intValue(0));
         rs.close();
-        for (const RecordCount& c : f.counts)
-            QVERIFY2(c.count >= 0, qPrintable(c.kind));
         bool shown = false;
         whenModal<frmAbout>([&](frmAbout* about) {
             shown = about->lblTitle->text().startsWith("VOSK v" + f.version) &&
@@ -224,76 +206,6 @@ private Q_SLOTS:
         m_main->menuEntry("mnuPrintPrintFilteredList")->trigger();
         QCOMPARE(m_prompt.count(), 1);
         QVERIFY(m_prompt.last().text.startsWith("The list is empty"));
-    }
-
-    void filterTitles_data() {
-        QTest::addColumn<QString>("equipType");
-        QTest::addColumn<QString>("compType");
-        QTest::addColumn<QString>("subType");
-        QTest::addColumn<QString>("level");
-        QTest::addColumn<QString>("band");
-        QTest::addColumn<QString>("race");
-        QTest::addColumn<QString>("checked");
-        QTest::addColumn<QString>("text");
-        QTest::newRow("nothing filtered") << "All"
-                                          << "All"
-                                          << "All"
-                                          << "All"
-                                          << "All"
-                                          << "All"
-                                          << "All"
-                                          << "";
-        QTest::newRow("equipment") << "Beam"
-                                   << "All"
-                                   << "All"
-                                   << "12"
-                                   << "All"
-                                   << "Terran"
-                                   << "Checked"
-                                   << "Type: Beam, Level: 12, Class: Terran, Checked only";
-        QTest::newRow("components") << "All"
-                                    << "Hull"
-                                    << "Plating"
-                                    << "All"
-                                    << "All"
-                                    << "All"
-                                    << "Not Checked"
-                                    << "Type: Hull, Subtype: Plating, Not checked only";
-        QTest::newRow("no subtype") << "All"
-                                    << "Hull"
-                                    << "N/A"
-                                    << "All"
-                                    << "All"
-                                    << "All"
-                                    << "All"
-                                    << "Type: Hull";
-        QTest::newRow("MOBs") << "All"
-                              << "All"
-                              << "All"
-                              << "All"
-                              << "46-50"
-                              << "All"
-                              << "All"
-                              << "Combat level: 46-50";
-    }
-    void filterTitles() {
-        ListFilters f;
-        QFETCH(QString, equipType);
-        QFETCH(QString, compType);
-        QFETCH(QString, subType);
-        QFETCH(QString, level);
-        QFETCH(QString, band);
-        QFETCH(QString, race);
-        QFETCH(QString, checked);
-        QFETCH(QString, text);
-        f.equipType = equipType;
-        f.compType = compType;
-        f.subType = subType;
-        f.level = level;
-        f.combatBand = band;
-        f.race = race;
-        f.checked = checked;
-        QCOMPARE(ListFilterText(f), text);
     }
 
 private:

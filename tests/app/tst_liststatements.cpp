@@ -1,5 +1,7 @@
-// The main list's statements, whole, for every category and filter; the tick writes; the filter lists.
+// The main list's statements, whole, for every category and filter; the tick writes; the filter lists;
+// the printed list's title of the filters in force.
 #include "app/liststatements.h"
+#include "app/listtitle.h"
 
 #include <QHash>
 #include <QTest>
@@ -102,30 +104,20 @@ private Q_SLOTS:
         QTest::addColumn<QString>("name");
         QTest::addColumn<bool>("state");
         QTest::addColumn<QString>("expected");
-        QTest::newRow("equipment quote")
-            << "Equipment"
-            << "Kell's Lance" << false
-            << "UPDATE EQUIPMENTS SET EQUIPMENTS.CHECK = FALSE WHERE EQUIPMENT_NAME = 'Kell''s Lance';";
-        QTest::newRow("components")
-            << "Components"
-            << "Coil" << true
-            << "UPDATE COMPONENTS SET COMPONENTS.CHECK = TRUE WHERE COMPONENT_NAME = 'Coil';";
-        QTest::newRow("raw materials")
-            << "Raw Materials"
-            << "Iron Ore" << false
-            << "UPDATE RAW_MATERIALS SET RAW_MATERIALS.CHECK = FALSE WHERE RAW_MATERIAL_NAME = 'Iron Ore'";
-        QTest::newRow("stations")
-            << "Stations"
-            << "Port Ada" << true
-            << "UPDATE STATIONS SET STATIONS.CHECK = TRUE WHERE STATION_NAME = 'Port Ada'";
-        QTest::newRow("mobs") << "MOBs"
-                              << "Drone" << true
-                              << "UPDATE MOBS SET MOBS.CHECK = TRUE WHERE MOB_NAME = 'Drone'";
-        QTest::newRow("items, doubled quotes stay")
-            << "Items"
-            << "A''B" << false << "UPDATE ITEMS SET ITEMS.CHECK = FALSE WHERE ITEM_NAME = 'A''B'";
-        QTest::newRow("characters have no tick") << "Characters"
-                                                 << "Me" << true << QString();
+        const auto row = [](const char* what, const QString& c, const QString& name, bool state,
+                            const QString& sql) { QTest::newRow(what) << c << name << state << sql; };
+        row("equipment quote", "Equipment", "Kell's Lance", false,
+            "UPDATE EQUIPMENTS SET EQUIPMENTS.CHECK = FALSE WHERE EQUIPMENT_NAME = 'Kell''s Lance';");
+        row("components", "Components", "Coil", true,
+            "UPDATE COMPONENTS SET COMPONENTS.CHECK = TRUE WHERE COMPONENT_NAME = 'Coil';");
+        row("raw materials", "Raw Materials", "Iron Ore", false,
+            "UPDATE RAW_MATERIALS SET RAW_MATERIALS.CHECK = FALSE WHERE RAW_MATERIAL_NAME = 'Iron Ore'");
+        row("stations", "Stations", "Port Ada", true,
+            "UPDATE STATIONS SET STATIONS.CHECK = TRUE WHERE STATION_NAME = 'Port Ada'");
+        row("mobs", "MOBs", "Drone", true, "UPDATE MOBS SET MOBS.CHECK = TRUE WHERE MOB_NAME = 'Drone'");
+        row("items, doubled quotes stay", "Items", "A''B", false,
+            "UPDATE ITEMS SET ITEMS.CHECK = FALSE WHERE ITEM_NAME = 'A''B'");
+        row("characters have no tick", "Characters", "Me", true, QString());
     }
     void tickStatement() {
         QFETCH(QString, category);
@@ -143,6 +135,22 @@ private Q_SLOTS:
         QCOMPARE(SubTypeListStatement("Pilot's Kit"),
                  "SELECT COMPONENT_SUBTYPE FROM COMPONENT_TYPE_SUBTYPE WHERE COMPONENT_TYPE = 'Pilot''s Kit' "
                  "ORDER BY COMPONENT_SUBTYPE");
+    }
+    void filterTitles_data() {
+        QTest::addColumn<QStringList>("f");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("nothing filtered") << QStringList{} << "";
+        QTest::newRow("equipment") << QStringList{"type=Beam", "level=12", "race=Terran", "checked=Checked"}
+                                   << "Type: Beam, Level: 12, Class: Terran, Checked only";
+        QTest::newRow("components") << QStringList{"comp=Hull", "sub=Plating", "checked=Not Checked"}
+                                    << "Type: Hull, Subtype: Plating, Not checked only";
+        QTest::newRow("no subtype") << QStringList{"comp=Hull", "sub=N/A"} << "Type: Hull";
+        QTest::newRow("MOBs") << QStringList{"band=46-50"} << "Combat level: 46-50";
+    }
+    void filterTitles() {
+        QFETCH(QStringList, f);
+        QFETCH(QString, text);
+        QCOMPARE(ListFilterText(filters(f)), text);
     }
 };
 

@@ -3,11 +3,6 @@
 // dialogs, whatever the program holds when this runs), each page of their tab widgets, and each menu.
 #include "app/frmmain.h"
 #include "core/childwindows.h"
-#include "core/programfolder.h"
-#include "core/scriptedprompt.h"
-#include "data/database.h"
-#include "data/sampledata.h"
-#include "data/schema.h"
 #include "lists/listmodel.h"
 #include "viewsfixture.h"
 
@@ -25,7 +20,6 @@
 #include <QScopeGuard>
 #include <QTabBar>
 #include <QTabWidget>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 #include <QTreeView>
@@ -128,21 +122,16 @@ class TestMnemonics : public QObject {
     Q_OBJECT
 private Q_SLOTS:
     void initTestCase() {
-        QVERIFY(m_dir.isValid());
-        IsolateSettings(m_dir.path());
-        setProgramFolder(m_dir.path());
         QString error;
-        QVERIFY2(CreateDatabase(databasePath(), &error) && FillSampleData(databasePath(), &error),
-                 qPrintable(error));
-        db().open("Provider=VOSK.SQLite;Data Source=" + databasePath() + ";");
+        QVERIFY2(m_fixture.setUp(true, &error), qPrintable(error));
         // Nothing leaves the test: no browser, and every question is answered No.
         frmMain::setUrlOpener([](const QUrl&) { return true; });
         for (int i = 0; i < 200; ++i)
-            m_prompt.queueButton(vb::No);
+            m_fixture.prompt().queueButton(vb::No);
     }
     void cleanupTestCase() {
         frmMain::setUrlOpener(nullptr);
-        db().close();
+        m_fixture.tearDown();
     }
 
     void everyWindow() {
@@ -219,8 +208,7 @@ private Q_SLOTS:
     }
 
 private:
-    QTemporaryDir m_dir;
-    ScriptedPrompt m_prompt;
+    ViewsFixture m_fixture;
 };
 
 QTEST_MAIN(TestMnemonics)

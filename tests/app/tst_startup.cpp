@@ -66,33 +66,30 @@ private Q_SLOTS:
         m_prompt.reset(); // before the next one takes over
     }
     void startUpChecks_data() {
-        QTest::addColumn<QString>(
-            "setup"); // "lock": another copy runs, "none": no file, "letter", "empty": not a database
+        QTest::addColumn<QString>("setup"); // "lock": another copy runs, "none": no file, "letter", "empty"
         QTest::addColumn<QList<int>>("versions");
         QTest::addColumn<QString>("text"); // empty: start-up reaches the main window
         QTest::addColumn<QString>("title");
         QTest::addColumn<int>("style");
+        const auto row = [](const char* name, const QString& setup, const QList<int>& versions,
+                            const QString& text, const QString& title, int style) {
+            QTest::newRow(name) << setup << versions << text << title << style;
+        };
         const QString incompatible =
             "The database is not compatible with the VOSK program.\r\nIf you are using a "
             "previous database, please be sure you have upgraded it using the DB Upgrade "
             "tool.\r\nIf this problem persists, please contact VOSK Support.";
-        QTest::newRow("second copy") << "lock" << QList<int>{6}
-                                     << "VOSK is already running\r\nOnly one instance may be used at a time"
-                                     << "VOSK is Already Running" << 64;
-        QTest::newRow("missing file, none made")
-            << "none" << QList<int>{} << "Error 53 (File not found) in procedure RunVOSK of Module modInit"
-            << "VOSK" << 0;
-        QTest::newRow("not a database, left alone") << "letter" << QList<int>{} << "Error "
-                                                    << "VOSK" << 0;
-        QTest::newRow("zero bytes, left alone") << "empty" << QList<int>{} << "Error "
-                                                << "VOSK" << 0;
-        QTest::newRow("version 6") << "" << QList<int>{6} << ""
-                                   << "" << 0;
-        QTest::newRow("5 and 6: only the newest counts") << "" << QList<int>{5, 6} << ""
-                                                         << "" << 0;
-        QTest::newRow("version 5") << "" << QList<int>{5} << incompatible << "Incompatible Database" << 64;
-        QTest::newRow("6 and 7") << "" << QList<int>{6, 7} << incompatible << "Incompatible Database" << 64;
-        QTest::newRow("no version") << "" << QList<int>{} << incompatible << "Incompatible Database" << 64;
+        row("second copy", "lock", {6}, "VOSK is already running\r\nOnly one instance may be used at a time",
+            "VOSK is Already Running", 64);
+        row("missing file, none made", "none", {},
+            "Error 53 (File not found) in procedure RunVOSK of Module modInit", "VOSK", 0);
+        row("not a database, left alone", "letter", {}, "Error ", "VOSK", 0);
+        row("zero bytes, left alone", "empty", {}, "Error ", "VOSK", 0);
+        row("version 6", "", {6}, "", "", 0);
+        row("5 and 6: only the newest counts", "", {5, 6}, "", "", 0);
+        row("version 5", "", {5}, incompatible, "Incompatible Database", 64);
+        row("6 and 7", "", {6, 7}, incompatible, "Incompatible Database", 64);
+        row("no version", "", {}, incompatible, "Incompatible Database", 64);
     }
     void startUpChecks() {
         QFETCH(QString, setup);
@@ -238,17 +235,13 @@ private Q_SLOTS:
         CheckCharacters();
         const auto& calls = m_prompt->calls();
         QCOMPARE(calls.size(), 5);
-        for (int i : {0, 2, 4}) {
-            QCOMPARE(calls[i].text, QString("Please enter the name of your in-game character"));
-            QCOMPARE(calls[i].title, QString("Character Name"));
-            QCOMPARE(calls[i].extra, QString());
-        }
-        for (int i : {1, 3}) {
+        for (int i = 0; i < 5; ++i) { // the name asked, then whether to try again
             QCOMPARE(calls[i].text,
-                     QString("The Character Name entered is invalid. VOSK cannot load without a valid "
-                             "character name. Would you like to try again?"));
-            QCOMPARE(calls[i].title, QString("Invalid Character Name"));
-            QCOMPARE(calls[i].style, 36);
+                     i % 2 ? QString("The Character Name entered is invalid. VOSK cannot load without "
+                                     "a valid character name. Would you like to try again?")
+                           : QString("Please enter the name of your in-game character"));
+            QCOMPARE(calls[i].title, QString(i % 2 ? "Invalid Character Name" : "Character Name"));
+            QVERIFY(i % 2 ? calls[i].style == 36 : calls[i].extra.isEmpty());
         }
         Recordset rs;
         rs.open("SELECT CHARACTER_NAME FROM CHARACTERS");

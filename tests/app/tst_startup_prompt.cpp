@@ -53,11 +53,9 @@ private Q_SLOTS:
         QCOMPARE(int(qtprompt::defaultButtonOf(style)), defaultButton);
         QCOMPARE(qtprompt::resultOf(qtprompt::defaultButtonOf(style)), result);
     }
-    void classicFileFilters() {
+    void boxesShowTheTextsAndReturnTheAnswer() {
         QCOMPARE(qtprompt::dialogFilter("Backup Files|*.bak|All Files (*.*)|*.*"),
                  "Backup Files (*.bak);;All Files (*.*)");
-    }
-    void boxesShowTheTextsAndReturnTheAnswer() {
         QtPrompt prompt;
         QString seen;
         whenModal([&](QWidget* w) {

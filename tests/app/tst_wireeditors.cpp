@@ -1,15 +1,23 @@
-// The editors wired into the main window and the views: which Add and Edit entries are enabled, the
-// views' Edit buttons, the double click of option 1, and the list after a save (sorted as before, the
-// saved record selected).
+// The editors and record operations behind the main window's menus and the views' Edit buttons, over
+// the sample world: which entry opens which editor, the list after a save (sorted as before, the saved
+// record selected; an open view keeps what it showed), and Delete, Copy, Rename, Backup and Restore.
 #include "app/frmmain.h"
 #include "core/childwindows.h"
+#include "core/programfolder.h"
 #include "core/settings.h"
+#include "data/database.h"
 #include "editors/editors.h"
 #include "editors/editorwindow.h"
-#include "editors/frmaddcomponent.h"
+#include "editors/frmaddequip.h"
+#include "editors/frmaddmob.h"
 #include "editors/frmaddrawmaterials.h"
 #include "editors/frmaddstation.h"
+#include "editors/frmrename.h"
+#include "editors/propertylistwidget.h"
 #include "lists/listmodel.h"
+#include "views/equiptypes.h"
+#include "views/frmequipment.h"
+#include "views/frmmobs.h"
 #include "views/frmrecord.h"
 #include "views/openviews.h"
 #include "viewsfixture.h"
@@ -18,10 +26,36 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QLineEdit>
+#include <QMenu>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTest>
+#include <QTimer>
 #include <QTreeView>
+
+namespace {
+template <typename T> T* window(const QString& title) {
+    for (QWidget* w : QApplication::topLevelWidgets())
+        if (auto* t = qobject_cast<T*>(w); t && t->isVisible() && t->windowTitle() == title)
+            return t;
+    return nullptr;
+}
+
+// Presses the Edit button of the shown view with this title; false when there is no such view.
+template <typename T> bool clickEdit(const QString& title) {
+    T* view = window<T>(title);
+    if (view)
+        view->cmdEdit->click();
+    return view;
+}
+
+QString shownPrice(const frmRecordView* v) {
+    for (const auto& field : v->fields())
+        if (field.first == "Price")
+            return field.second;
+    return QString();
+}
+} // namespace
 
 class TestWireEditors : public QObject {
     Q_OBJECT
@@ -33,83 +67,105 @@ private Q_SLOTS:
     }
     void cleanup() {
         CloseChildWindows();
+        for (QWidget* v : QApplication::topLevelWidgets())
+            if (qobject_cast<frmMOBs*>(v))
+                v->close();
         QApplication::processEvents();
         w.reset();
         f.tearDown();
     }
 
-    void entriesFollowTheKindsThatHaveEditors_data() {
+    void editEntriesOpenTheEditor_data() {
         QTest::addColumn<QString>("category");
-        QTest::addColumn<bool>("editable");
-        QTest::newRow("raw materials") << "Raw Materials" << true;
-        QTest::newRow("equipment") << "Equipment" << true;
-        QTest::newRow("components") << "Components" << true;
-        QTest::newRow("items") << "Items" << true;
-        QTest::newRow("stations") << "Stations" << true;
+        QTest::addColumn<QString>("how"); // a menu entry, or the double click of option 1
+        QTest::addColumn<QString>("editor");
+        QTest::newRow("equipment, Edit menu") << "Equipment"
+                                              << "mnuEditEditItem"
+                                              << "frmAddEquip";
+        QTest::newRow("equipment, double click") << "Equipment"
+                                                 << ""
+                                                 << "frmAddEquip";
+        QTest::newRow("components, pop-up") << "Components"
+                                            << "mnuPopupEditItem"
+                                            << "frmAddComponent";
+        QTest::newRow("raw materials, double click") << "Raw Materials"
+                                                     << ""
+                                                     << "frmAddRawMaterials";
+        QTest::newRow("items, Edit menu") << "Items"
+                                          << "mnuEditEditItem"
+                                          << "frmAddItem";
+        QTest::newRow("stations, double click") << "Stations"
+                                                << ""
+                                                << "frmAddStation";
+        QTest::newRow("MOBs, Edit menu") << "MOBs"
+                                         << "mnuEditEditItem"
+                                         << "frmAddMob";
+        QTest::newRow("MOBs, pop-up") << "MOBs"
+                                      << "mnuPopupEditItem"
+                                      << "frmAddMob";
+        QTest::newRow("MOBs, double click") << "MOBs"
+                                            << ""
+                                            << "frmAddMob";
     }
-    void entriesFollowTheKindsThatHaveEditors() {
+    void editEntriesOpenTheEditor() {
         QFETCH(QString, category);
-        QFETCH(bool, editable);
-        for (const char* add :
-             {"mnuAddEquip", "mnuAddRawMaterial", "mnuAddComps", "mnuAddItem", "mnuAddStation"})
-            QVERIFY2(w->menuEntry(add)->isEnabled(), add);
+        QFETCH(QString, how);
+        QFETCH(QString, editor);
+        SaveSetting("Options", "DoubleClickEvent", "1");
         choose(category);
-        QCOMPARE(w->menuEntry("mnuEditEditItem")->isEnabled(), editable);
-        QCOMPARE(w->menuEntry("mnuPopupEditItem")->isEnabled(), editable);
-        QCOMPARE(CanEdit(category), editable);
-    }
-
-    void viewsEditButtonsOpenTheEditor() {
-        const QString raw =
-            f.scalar("SELECT RAW_MATERIAL_NAME FROM RAW_MATERIALS ORDER BY RAW_MATERIAL_NAME").toString();
-        const QString comp =
-            f.scalar("SELECT COMPONENT_NAME FROM COMPONENTS ORDER BY COMPONENT_NAME").toString();
-        ViewComponent(comp);
-        auto* cv = qobject_cast<frmRecordView*>(FindChildWindow("Component: " + comp));
-        QVERIFY(cv && cv->cmdEdit->isEnabled());
-        cv->cmdEdit->click();
-        QVERIFY(qobject_cast<frmAddComponent*>(FindChildWindow("Edit: " + comp)));
-        ViewStation("Kell's Anchorage");
-        auto* sv = qobject_cast<frmRecordView*>(FindChildWindow("Station: Kell's Anchorage"));
-        QVERIFY(sv && sv->cmdEdit->isVisible() && sv->cmdEdit->isEnabled());
-        sv->cmdEdit->click();
-        QVERIFY(qobject_cast<frmAddStation*>(FindChildWindow("Edit: Kell's Anchorage")));
-        ViewRawMaterial(raw);
-        auto* rv = qobject_cast<frmRecordView*>(FindChildWindow("Raw Material: " + raw));
-        QVERIFY(rv && rv->cmdEdit->isEnabled());
-        rv->cmdEdit->click();
-        auto* e = qobject_cast<frmAddRawMaterials*>(FindChildWindow("Edit: " + raw));
+        const QString name = w->selectedName();
+        QVERIFY(CanEdit(category));
+        for (const char* entry : {"mnuEditEditItem", "mnuPopupEditItem", "mnuAddEquip", "mnuAddRawMaterial",
+                                  "mnuAddComps", "mnuAddItem", "mnuAddStation", "mnuAddMob"})
+            QVERIFY2(w->menuEntry(entry)->isEnabled(), entry);
+        if (how.isEmpty())
+            w->lstItems_DblClick();
+        else
+            w->menuEntry(how)->trigger();
+        QWidget* e = FindChildWindow("Edit: " + name);
         QVERIFY(e);
-        const auto shownPrice = [](const frmRecordView* v) {
-            for (const auto& field : v->fields())
-                if (field.first == "Price")
-                    return field.second;
-            return QString();
-        };
-        const QString before = shownPrice(rv);
-        e->txtPrice->setText("4321");
-        QCOMPARE(e->cmdSave_Click(), SaveResult::Saved);
-        // The open view was filled once and keeps what it showed; a view opened now shows the change.
-        QCOMPARE(shownPrice(rv), before);
-        rv->close();
-        QApplication::processEvents();
-        ViewRawMaterial(raw);
-        rv = qobject_cast<frmRecordView*>(FindChildWindow("Raw Material: " + raw));
-        QVERIFY(rv);
-        QCOMPARE(shownPrice(rv), QString("4,321"));
+        QCOMPARE(QString(e->metaObject()->className()), editor);
         QCOMPARE(f.prompt().count(), 0);
     }
 
-    void doubleClickOfOptionOneOpensTheEditorWhereThereIsOne() {
-        SaveSetting("Options", "DoubleClickEvent", "1");
-        choose("Raw Materials");
-        const QString raw = w->selectedName();
-        w->lstItems_DblClick();
-        QVERIFY(FindChildWindow("Edit: " + raw));
-        choose("Stations");
-        const QString station = w->selectedName();
-        w->lstItems_DblClick();
-        QVERIFY(qobject_cast<frmAddStation*>(FindChildWindow("Edit: " + station)));
+    // Add Equipment starts as the type the list is filtered to.
+    void addEntriesOpenANewRecord_data() {
+        QTest::addColumn<QString>("category");
+        QTest::addColumn<QString>("type"); // the equipment type filter
+        QTest::addColumn<QString>("entry");
+        QTest::addColumn<QString>("title");
+        QTest::newRow("missiles listed") << "Equipment"
+                                         << "Missile"
+                                         << "mnuAddEquip"
+                                         << "New: Missile";
+        QTest::newRow("ammunition listed") << "Equipment"
+                                           << "Ammunition"
+                                           << "mnuAddEquip"
+                                           << "New: Ammunition";
+        QTest::newRow("every type listed") << "Equipment"
+                                           << "All"
+                                           << "mnuAddEquip"
+                                           << "New: Beam";
+        QTest::newRow("another category") << "Raw Materials"
+                                          << "Shield"
+                                          << "mnuAddEquip"
+                                          << "New: Beam";
+        QTest::newRow("MOB") << "MOBs"
+                             << "All"
+                             << "mnuAddMob"
+                             << "New: MOB";
+    }
+    void addEntriesOpenANewRecord() {
+        QFETCH(QString, category);
+        QFETCH(QString, type);
+        QFETCH(QString, entry);
+        QFETCH(QString, title);
+        w->cmbData->setCurrentIndex(w->cmbData->findText("Equipment"));
+        w->cmbEquipType->setCurrentIndex(w->cmbEquipType->findText(type));
+        w->cmbData->setCurrentIndex(w->cmbData->findText(category));
+        w->menuEntry(entry)->trigger();
+        QVERIFY(FindChildWindow(title));
+        QCOMPARE(f.prompt().count(), 0);
     }
 
     void aSavedRecordIsSelectedInTheListSortedAsBefore() {
@@ -137,19 +193,148 @@ private Q_SLOTS:
         o->txtComments->setPlainText("checked again");
         QCOMPARE(o->cmdSave_Click(), SaveResult::Saved);
         QCOMPARE(w->selectedName(), other);
+
+        choose("MOBs");
+        w->model()->sortByColumn(w->model()->columnIndex("COMBAT_LEVEL"));
+        const int key = w->model()->sortKey();
+        w->menuEntry("mnuAddMob")->trigger();
+        auto* mob = qobject_cast<frmAddMob*>(FindChildWindow("New: MOB"));
+        QVERIFY(mob);
+        QVERIFY(mob->prpMOB->editValue("MOBS.MOB_NAME", "Zz Hollow's Herald"));
+        QVERIFY(mob->prpMOB->editValue("COMBAT_LEVEL", "9"));
+        QCOMPARE(mob->cmdSave_Click(), SaveResult::Saved);
+        QCOMPARE(w->selectedName(), QString("Zz Hollow's Herald"));
+        QCOMPARE(w->model()->sortKey(), key);
+
+        choose("Stations");
+        w->menuEntry("mnuAddStation")->trigger();
+        auto* s = qobject_cast<frmAddStation*>(FindChildWindow("Add Station"));
+        QVERIFY(s);
+        s->txtName->setText("Orla's Rest");
+        s->cmbSector->setCurrentText("Veyl Drift");
+        QCOMPARE(s->cmdSave_Click(), SaveResult::Saved);
+        QCOMPARE(w->selectedName(), QString("Orla's Rest"));
         QCOMPARE(f.prompt().count(), 0);
     }
 
-    void aNewStationIsSelectedInTheStationList() {
-        choose("Stations");
-        w->menuEntry("mnuAddStation")->trigger();
-        auto* e = qobject_cast<frmAddStation*>(FindChildWindow("Add Station"));
-        QVERIFY(e);
-        e->txtName->setText("Orla's Rest");
-        e->cmbSector->setCurrentText("Veyl Drift");
-        QCOMPARE(e->cmdSave_Click(), SaveResult::Saved);
-        QCOMPARE(w->selectedName(), QString("Orla's Rest"));
+    // Each view's Edit button opens its record; the open view was filled once and keeps what it showed,
+    // a view opened after the save shows the change.
+    void viewsEditButtonsOpenTheEditor() {
+        const QString comp =
+            f.scalar("SELECT COMPONENT_NAME FROM COMPONENTS ORDER BY COMPONENT_NAME").toString();
+        ViewComponent(comp);
+        QVERIFY(clickEdit<frmRecordView>("Component: " + comp));
+        QVERIFY(FindChildWindow("Edit: " + comp));
+        ViewStation("Kell's Anchorage");
+        QVERIFY(clickEdit<frmRecordView>("Station: Kell's Anchorage"));
+        QVERIFY(qobject_cast<frmAddStation*>(FindChildWindow("Edit: Kell's Anchorage")));
+
+        const QString raw =
+            f.scalar("SELECT RAW_MATERIAL_NAME FROM RAW_MATERIALS ORDER BY RAW_MATERIAL_NAME").toString();
+        ViewRawMaterial(raw);
+        auto* rv = window<frmRecordView>("Raw Material: " + raw);
+        QVERIFY(clickEdit<frmRecordView>("Raw Material: " + raw));
+        auto* re = qobject_cast<frmAddRawMaterials*>(FindChildWindow("Edit: " + raw));
+        QVERIFY(re);
+        const QString before = shownPrice(rv);
+        re->txtPrice->setText("4321");
+        QCOMPARE(re->cmdSave_Click(), SaveResult::Saved);
+        QCOMPARE(shownPrice(rv), before);
+        rv->close();
+        QApplication::processEvents();
+        ViewRawMaterial(raw);
+        rv = window<frmRecordView>("Raw Material: " + raw);
+        QVERIFY(rv);
+        QCOMPARE(shownPrice(rv), QString("4,321"));
+
+        const QString equip = "Ion Drive Mk II";
+        ViewEquipDetails(equip, FindType(equip), DeEnumerate(FindType(equip)));
+        QVERIFY(clickEdit<frmEquipment>("Engine: " + equip));
+        QVERIFY(qobject_cast<frmAddEquip*>(FindChildWindow("Edit: " + equip)));
+        const QString mob = f.scalar("SELECT MOB_NAME FROM MOBS ORDER BY MOB_NAME").toString();
+        ViewMOBInfo(mob);
+        QVERIFY(clickEdit<frmMOBs>(mob));
+        QVERIFY(qobject_cast<frmAddMob*>(FindChildWindow("Edit: " + mob)));
         QCOMPARE(f.prompt().count(), 0);
+    }
+
+    void copyAndRenameShowTheResultSelected_data() {
+        QTest::addColumn<QString>("category");
+        QTest::addColumn<QString>("entry");
+        QTest::addColumn<QString>("query");
+        // A record of each kind that no equipment upgrades from (those cannot be copied).
+        const QString pick =
+            "SELECT %2 FROM %1 WHERE %2 NOT IN (SELECT UPGRADE_FROM FROM EQUIPMENTS_UPGRADE_FROM) "
+            "ORDER BY %2";
+        const QList<QStringList> kinds = {{"Equipment", "EQUIPMENTS", "EQUIPMENT_NAME"},
+                                          {"Components", "COMPONENTS", "COMPONENT_NAME"},
+                                          {"Raw Materials", "RAW_MATERIALS", "RAW_MATERIAL_NAME"},
+                                          {"Items", "ITEMS", "ITEM_NAME"},
+                                          {"MOBs", "MOBS", "MOB_NAME"}};
+        for (const QStringList& k : kinds)
+            for (const char* entry : {"mnuEditCopy", "mnuPopupRename"})
+                QTest::addRow("%s %s", entry, qPrintable(k[0]))
+                    << k[0] << QString(entry) << pick.arg(k[1], k[2]);
+    }
+    void copyAndRenameShowTheResultSelected() {
+        QFETCH(QString, category);
+        QFETCH(QString, entry);
+        QFETCH(QString, query);
+        choose(category);
+        const QString old = f.scalar(query).toString();
+        QVERIFY(select(old));
+        const QString renamed = old + (entry == "mnuEditCopy" ? " Mk II" : " Renamed");
+        answerRename(renamed);
+        QVERIFY(w->menuEntry(entry)->isEnabled());
+        w->menuEntry(entry)->trigger();
+        QCOMPARE(w->selectedName(), renamed);
+        QCOMPARE(rowOf(old) >= 0, entry == "mnuEditCopy");
+        // Only the equipment copy says so.
+        QCOMPARE(f.prompt().count(), category == "Equipment" && entry == "mnuEditCopy" ? 1 : 0);
+    }
+
+    void refusedCopyKeepsTheSelection() {
+        choose("Equipment");
+        const QString source =
+            f.scalar("SELECT UPGRADE_FROM FROM EQUIPMENTS_UPGRADE_FROM WHERE UPGRADE_FROM IN "
+                     "(SELECT EQUIPMENT_NAME FROM EQUIPMENTS)")
+                .toString();
+        QVERIFY(select(source));
+        const int rows = w->model()->rowCount();
+        answerRename(source + " Copy");
+        w->menuEntry("mnuPopupCopy")->trigger();
+        QCOMPARE(f.prompt().count(), 1);
+        QCOMPARE(f.prompt().last().title, QString("Cannot Copy"));
+        QCOMPARE(w->model()->rowCount(), rows);
+        QCOMPARE(w->selectedName(), source);
+    }
+
+    void deleteThenRestoreTheBackup() {
+        choose("Raw Materials");
+        const QString name = w->model()->name(0);
+        const QString backup = f.path() + "/menu.bak";
+        QVERIFY(w->menuEntry("mnuFileBackupDB")->isEnabled() &&
+                w->menuEntry("mnuFileRestoreDB")->isEnabled());
+        // A component type the window has not listed yet: the restore fills the filter lists again.
+        db().execute("INSERT INTO COMPONENT_TYPES (COMPONENT_TYPE) VALUES ('Restored Type')");
+        f.prompt().queueText(backup);
+        w->menuEntry("mnuFileBackupDB")->trigger();
+        QVERIFY(QFile::exists(backup));
+        QVERIFY(select(name));
+        w->menuEntry("mnuEditDelete")->trigger(); // the scripted answer to "Are you sure" is Yes
+        QCOMPARE(f.prompt().last().title, QString("Delete?"));
+        QCOMPARE(rowOf(name), -1);
+        QCOMPARE(f.scalar("SELECT COUNT(*) FROM RAW_MATERIALS WHERE RAW_MATERIAL_NAME = '" +
+                          QString(name).replace("'", "''") + "'")
+                     .toInt(),
+                 0);
+        f.prompt().queueText(backup);
+        w->menuEntry("mnuFileRestoreDB")->trigger();
+        QVERIFY(db().isOpen());
+        QVERIFY(rowOf(name) >= 0); // the list shows the restored database
+        QVERIFY(w->cmbCompType->findText("Restored Type") >= 0);
+        QCOMPARE(w->category(), QString("Raw Materials"));
+        QVERIFY(!QFile::exists(databasePath() + ".temp"));
     }
 
 private:
@@ -158,6 +343,29 @@ private:
         QCOMPARE(w->category(), category);
         w->lstItems->setCurrentIndex(w->model()->index(0, 0));
         QVERIFY(!w->selectedName().isEmpty());
+    }
+    int rowOf(const QString& name) const {
+        for (int r = 0; r < w->model()->rowCount(); ++r)
+            if (w->model()->name(r) == name)
+                return r;
+        return -1;
+    }
+    bool select(const QString& name) {
+        const int row = rowOf(name);
+        if (row < 0)
+            return false;
+        w->lstItems->setCurrentIndex(w->model()->index(row, 0));
+        w->mnuPopup->aboutToShow();
+        return w->selectedName() == name;
+    }
+    // Types the name into the new-name dialog once it is up, and presses OK.
+    void answerRename(const QString& name) {
+        QTimer::singleShot(0, [name] {
+            if (auto* d = qobject_cast<frmRename*>(QApplication::activeModalWidget())) {
+                d->txtName->setText(name);
+                d->cmdOK->click();
+            } // otherwise the caller finds the name unchanged
+        });
     }
 
     ViewsFixture f;
