@@ -11,20 +11,18 @@
 #include <QFile>
 #include <QLabel>
 #include <QPainter>
-#include <QPrintPreviewWidget>
 #include <QPrinter>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QTimer>
 
 namespace {
-// A document of `pages` pages, each with its number; counts how often it was painted.
-PrintRequest document(int pages, int* painted = nullptr) {
+// A document of `pages` pages, each with its number.
+PrintRequest document(int pages) {
     PrintRequest r;
     r.title = QStringLiteral("Beam: Hunter's Lance");
-    r.paint = [pages, painted](QPrinter& printer) {
+    r.paint = [pages](QPrinter& printer) {
         QPainter p;
         if (!p.begin(&printer))
             return false;
@@ -33,8 +31,6 @@ PrintRequest document(int pages, int* painted = nullptr) {
                 printer.newPage();
             p.drawText(100, 100, QStringLiteral("Page %1").arg(i + 1));
         }
-        if (painted)
-            ++*painted;
         return p.end();
     };
     return r;
@@ -59,7 +55,6 @@ private Q_SLOTS:
     void init() {
         DeleteAllSettings();
         m_prompt.clear();
-        printjob::setPreviewHook({});
     }
 
     void tips_data() {
@@ -138,8 +133,7 @@ private Q_SLOTS:
     }
 
     void proposedPdfNames() {
-        for (const auto& [title, name] : {std::pair{"Beam: Hunter's Lance", "Beam Hunter's Lance.pdf"},
-                                          {"a/b\\c*d?e\"f<g>h|i", "abcdefghi.pdf"},
+        for (const auto& [title, name] : {std::pair{"a/b\\c*d?e\"f<g>h|i", "abcdefghi.pdf"},
                                           {"Build View...", "Build View.pdf"},
                                           {":/?", "VOSK.pdf"}})
             QCOMPARE(printjob::proposedPdfName(title), QString(name));
@@ -181,38 +175,6 @@ private Q_SLOTS:
         } else {
             QCOMPARE(m_prompt.count(), 1);
         }
-    }
-
-    // With the preview on, the pages are shown first; closing it prints nothing and asks nothing, its
-    // Save as PDF button goes the way of a print without a printer.
-    void previewComesFirst_data() {
-        QTest::addColumn<QString>("button");
-        QTest::addColumn<int>("outcome");
-        QTest::newRow("closed") << "cmdClose" << int(PrintOutcome::Cancelled);
-        QTest::newRow("saved") << "cmdPrint" << int(PrintOutcome::SavedPdf);
-    }
-    void previewComesFirst() {
-        QFETCH(QString, button);
-        QFETCH(int, outcome);
-        opt::saveFlag(opt::PrintPreview, true);
-        QTemporaryDir out;
-        m_prompt.queueText(out.filePath("preview.pdf"));
-        int pagesShown = -1;
-        QString printCaption;
-        printjob::setPreviewHook([&](QWidget* preview) {
-            pagesShown = preview->findChild<QPrintPreviewWidget*>()->pageCount();
-            auto* b = preview->findChild<QPushButton*>(button);
-            printCaption = preview->findChild<QPushButton*>("cmdPrint")->text();
-            QTimer::singleShot(0, b, &QPushButton::click);
-        });
-        int painted = 0;
-        QCOMPARE(int(PrintDocumentWith(document(2, &painted), nullptr)), outcome);
-        QCOMPARE(pagesShown, 2);
-        QCOMPARE(printCaption, QString("&Save as PDF..."));
-        const bool saved = outcome == int(PrintOutcome::SavedPdf);
-        QCOMPARE(m_prompt.count(), saved ? 1 : 0);
-        QCOMPARE(QFile::exists(out.filePath("preview.pdf")), saved);
-        QVERIFY(painted >= (saved ? 2 : 1));
     }
 
 private:

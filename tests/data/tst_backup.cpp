@@ -4,32 +4,21 @@
 #include "core/programfolder.h"
 #include "core/scriptedprompt.h"
 #include "data/backup.h"
-#include "data/database.h"
-#include "data/recordset.h"
-#include "data/schema.h"
-#include "data/sqlfunctions.h"
+#include "enginedb.h"
 #include "isolatedsettings.h"
 
 #include <QDir>
-#include <QFile>
-#include <QTemporaryDir>
 #include <QTest>
 #include <filesystem>
-#include <memory>
-#include <sqlite3.h>
 
 namespace fs = std::filesystem;
 
 namespace {
 
-QString connectionFor(const QString& path) {
-    return "Provider=VOSK.SQLite;Data Source=" + path + ";";
-}
+using enginedb::connectionFor;
 
 long count(const QString& sql) {
-    Recordset rs;
-    rs.open(sql);
-    return rs.eof() ? -1 : long(rs.value(0).toLongLong());
+    return enginedb::count(sql, db());
 }
 
 bool rawExec(const QString& path, const QString& sql) {
@@ -128,9 +117,8 @@ private Q_SLOTS:
         QCOMPARE(CheckRestorable(target), QString());
         QVERIFY(db().isOpen());
         QVERIFY(!QFile::exists(target + ".part"));
-        QVERIFY(
-            rawExec(target, "DELETE FROM ITEMS WHERE ITEM_NAME = 'Marker'")); // it holds the marker row...
-        QCOMPARE(count("SELECT COUNT(*) FROM ITEMS WHERE ITEM_NAME = 'Marker'"), 1L); // ...and is a copy
+        QVERIFY(rawExec(target, "DELETE FROM ITEMS WHERE ITEM_NAME = 'Marker'")); // a copy, marker and all
+        QCOMPARE(count("SELECT COUNT(*) FROM ITEMS WHERE ITEM_NAME = 'Marker'"), 1L);
     }
 
     void cancelledDialogsEndQuietly() {

@@ -55,14 +55,21 @@ QStringList operated(const QString& kind) {
     return out;
 }
 
-// The child: record operations until it is killed. Every box is answered by the scripted prompt.
-int childRecordOps(const QString& folder, quint32 seed) {
+// The child: record operations chosen by the seed, or restores of the two backups in turn, until it
+// is killed. Every box is answered by the scripted prompt.
+int child(const QString& what, const QString& folder, quint32 seed) {
     useFolder(folder);
     ScriptedPrompt prompt;
     openDb(databasePath());
     QRandomGenerator rng(seed);
     say("ready");
     for (int n = 0;; ++n) {
+        if (what == "--child-restore") {
+            if (!RestoreDB(folder + (n % 2 ? "/b.bak" : "/a.bak")))
+                return 3;
+            say("op");
+            continue;
+        }
         const QString kind = Kinds.at(rng.bounded(int(Kinds.size())));
         const QStringList names = operated(kind);
         const QString fresh = QString("Kill %1's s%2 n%3").arg(kind).arg(seed).arg(n);
@@ -75,19 +82,6 @@ int childRecordOps(const QString& folder, quint32 seed) {
         else if (roll == 2)
             DeleteRecord(kind, name);
         prompt.clear();
-        say("op");
-    }
-}
-
-// The child: restores the two backups in turn until it is killed.
-int childRestore(const QString& folder) {
-    useFolder(folder);
-    ScriptedPrompt prompt;
-    openDb(databasePath());
-    say("ready");
-    for (int n = 0;; ++n) {
-        if (!RestoreDB(folder + (n % 2 ? "/b.bak" : "/a.bak")))
-            return 3;
         say("op");
     }
 }
@@ -195,7 +189,7 @@ private Q_SLOTS:
         int ops = 0, midRestore = 0;
         QSet<QString> seen;
         for (int k = 0; k < Kills; ++k) {
-            const int done = runAndKill({"--child-restore", m_dir->path()}, 5, 300);
+            const int done = runAndKill({"--child-restore", m_dir->path(), "0"}, 5, 300);
             QVERIFY2(done >= 0, "the child did not start");
             ops += done;
             midRestore +=
@@ -286,10 +280,8 @@ private:
 int main(int argc, char** argv) {
     QCoreApplication app(argc, argv);
     const QStringList args = app.arguments();
-    if (args.size() >= 4 && args.at(1) == "--child-recordops")
-        return childRecordOps(args.at(2), args.at(3).toUInt());
-    if (args.size() >= 3 && args.at(1) == "--child-restore")
-        return childRestore(args.at(2));
+    if (args.size() >= 4 && args.at(1).startsWith("--child-"))
+        return child(args.at(1), args.at(2), args.at(3).toUInt());
     TestKill test;
     return QTest::qExec(&test, argc, argv);
 }
