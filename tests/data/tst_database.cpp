@@ -88,6 +88,8 @@ private Q_SLOTS:
         m_cn.beginTrans();
         QCOMPARE(m_cn.execute("DELETE FROM RAW_MATERIALS"), 2L);
         QVERIFY_THROWS_EXCEPTION(VbError, m_cn.beginTrans());
+        QCOMPARE(m_cn.errors().first().Description,
+                 "A transaction is already open: transactions cannot be nested.");
         QVERIFY(m_cn.inTransaction());
         QVERIFY_THROWS_EXCEPTION(VbError,
                                  m_cn.execute("INSERT INTO CHARACTERS (CHARACTER_NAME) VALUES ('pilot')"));
