@@ -18,7 +18,6 @@
 #include <QAction>
 #include <QClipboard>
 #include <QLabel>
-#include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
 #include <QTabWidget>
@@ -76,9 +75,6 @@ private Q_SLOTS:
         auto* w = view(kind, name);
         QCOMPARE(f.prompt().count(), 0);
         QVERIFY2(w && w->isVisible() && !w->fields().isEmpty(), qPrintable(kind + ": " + name));
-        // The first field is a level (right-aligned figure) but for a station, whose sector is a text.
-        auto* first = w->findChild<QLineEdit*>("txtField_0");
-        QVERIFY(first && bool(first->alignment() & Qt::AlignRight) == (kind != "Station"));
         QVERIFY(w->treUsedIn->topLevelItemCount() > 0);
         QVERIFY(!w->cmdEdit->isHidden() &&
                 !w->cmdEdit->isEnabled()); // every kind has an editor, none installed
