@@ -77,41 +77,6 @@ private Q_SLOTS:
         f.run({insert, update}); // both run as they are
     }
 
-    void loadShowsTheRecord() {
-        const QString name =
-            f.scalar("SELECT COMPONENT_NAME FROM COMPONENTS WHERE COST_TO_MANUFACTURE = -1 AND "
-                     "SUBTYPE IS NOT NULL ORDER BY COMPONENT_NAME")
-                .toString();
-        auto* w = editor(name);
-        QVERIFY(w);
-        QVERIFY(!w->isNew() && w->txtName->isReadOnly());
-        const QString where = " FROM COMPONENTS WHERE COMPONENT_NAME = " + lit(name);
-        QCOMPARE(w->cmbType->currentText() + "/" + w->cmbSubType->currentText() + "/" + w->txtPrice->text(),
-                 f.scalar("SELECT TYPE || '/' || SUBTYPE || '/' || PRICE" + where).toString());
-        QCOMPARE(choices(w->cmbSubType).mid(1),
-                 rows("SELECT COMPONENT_SUBTYPE FROM COMPONENT_TYPE_SUBTYPE WHERE COMPONENT_TYPE = " +
-                      lit(w->cmbType->currentText()) + " ORDER BY COMPONENT_SUBTYPE"));
-        QVERIFY(w->txtManufPrice->isEnabled());
-        QCOMPARE(w->txtManufPrice->text(), QString("-1"));
-        QCOMPARE(w->lblManufWord->text(), QString("Not Manufacturable"));
-        // Every grid holds the record's rows of its table.
-        const QStringList grids{"ubgManuEquip=EQUIPMENTS_COMPONENTS WHERE COMPONENTS_COMPONENT",
-                                "ubgManuComps=COMPONENTS_UPGRADE_FROM WHERE UPGRADE_FROM",
-                                "ubgMOBs=MOB_COMP_DROP WHERE COMPONENT_NAME",
-                                "ubgBlueEquip=COMPONENTS_EQUIPMENTS WHERE COMPONENT_NAME",
-                                "ubgBlueComps=COMPONENTS_UPGRADE_FROM WHERE COMPONENT_NAME",
-                                "ubgBlueRawMats=COMPONENTS_RAW_MATERIALS WHERE COMPONENTS_COMPONENT",
-                                "ubgBlueItems=COMPONENTS_ITEMS WHERE COMPONENT_NAME"};
-        int total = 0;
-        for (const QString& g : grids) {
-            const int n = f.scalar("SELECT COUNT(*) FROM " + g.section('=', 1) + " = " + lit(name)).toInt();
-            QCOMPARE(w->grid(g.section('=', 0, 0))->grid().lastDataRow(), n);
-            total += n;
-        }
-        QVERIFY(total > 0);
-        QCOMPARE(w->grid("ubgBlueComps")->grid().header(1), QString("Component Name"));
-    }
-
     // A new component is written without its fee; the fee is written when it is saved again.
     void theFeeIsWrittenOnlyOnceTheComponentExists() {
         auto* w = editor("");

