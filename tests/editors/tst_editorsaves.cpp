@@ -260,8 +260,6 @@ private Q_SLOTS:
         };
         equipment("beam", equip::Beam, "O'Brien's Ray", "DAMAGE=55; DAMAGE_TYPE=ion",
                   {"SELECT DAMAGE, DAMAGE_TYPE, DELAY FROM WEAPON_STATS", "55|Ion|NULL"});
-        equipment("engine", equip::Engine, "Zephyr Drive", "WARP=3; DRAIN=1.5",
-                  {"SELECT WARP, DRAIN FROM ENGINE_STATS", "3|1.5"});
         equipment("ammunition", equip::Ammunition, "Ember Slug",
                   "LAUNCH_TYPE=Projectile; AMO_TYPE_AMO=Light Slug; DAMAGE=20",
                   {"SELECT AMO_TYPE, DAMAGE, RANGE FROM AMO_STATS", "Light Slug|20|NULL"});

