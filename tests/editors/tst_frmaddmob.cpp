@@ -84,12 +84,6 @@ private Q_SLOTS:
         QCOMPARE(mob::recordSql("O'Brien"),
                  QString("SELECT * FROM MOBS INNER JOIN MOB_STATS ON MOBS.MOB_NAME = "
                          "MOB_STATS.MOB_NAME WHERE MOB_STATS.MOB_NAME = 'O''Brien'"));
-        // Validated and rewritten in the order of the grid table.
-        QStringList order;
-        for (const GridDef& g : mob::grids())
-            order << g.widget;
-        QCOMPARE(order, QStringList({"ubgAttackTypes", "ubgComponents", "ubgEquipment", "ubgItems",
-                                     "ubgLocations", "ubgRawMaterials", "ubgResistances", "ubgWeaknesses"}));
         auto* w = editor(Kell);
         QVERIFY(w);
         QStringList tabs;
