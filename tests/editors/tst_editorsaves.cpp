@@ -161,14 +161,11 @@ private Q_SLOTS:
         row("item", "Items", 0, "Pilot's Log",
             "txtName=Pilot's Log; cmbLevel=7; txtPrice=-2; txtComments=Given by Kell's harbourmaster; picture=12; "
             "lstBuyLocations+Kell's Anchorage; lstBuyLocations+Harrow Station; ubgManuEquip+Hunter's Lance Mk I|2; "
-            "ubgManuComps+Basic Navigator's Sextant|1; ubgManuRawMats+Miner's Gold|3; "
-            "ubgMOBs+Brother Kell's Wraith|Very Rare",
+            "ubgManuComps+Basic Navigator's Sextant|1",
             {"SELECT LVL, PRICE, COMMENTS, PIC_ID, PERSONAL_DB, UPDATED, LAST_UPDATED FROM ITEMS" + n,
              "7|-2|Given by Kell's harbourmaster|12" + stamp,
              "SELECT EQUIPMENTS_EQUIPMENT, AMOUNT FROM EQUIPMENTS_ITEMS" + n, "Hunter's Lance Mk I|2",
              "SELECT COMPONENT_NAME, AMOUNT FROM COMPONENTS_ITEMS" + n, "Basic Navigator's Sextant|1",
-             "SELECT RAW_MATERIAL_NAME, AMOUNT FROM RAW_MATERIALS_ITEMS" + n, "Miner's Gold|3",
-             "SELECT MOB_NAME, DROP_FREQUENCY FROM MOB_ITEM_DROP" + n, "Brother Kell's Wraith|Very Rare",
              "SELECT STATIONS_STATION FROM BUY_ITEM_LOCATIONS" + n + " ORDER BY 1",
              "Harrow Station; Kell's Anchorage"});
         n = " = 'Tinker''s Dust'";

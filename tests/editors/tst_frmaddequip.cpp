@@ -81,7 +81,6 @@ private Q_SLOTS:
         QTest::newRow("shield") << "Bulwark Mk I" << QStringList{"COVERAGE", "REGEN_RATE"};
         QTest::newRow("device") << "Scanner Array Mk III" << QStringList();
         QTest::newRow("missile ammunition") << "Vanguard Torpedo" << ammo;
-        QTest::newRow("projectile ammunition") << "Hollow Light Slug" << ammo;
     }
     void everyTypeLoadsItsRecord() {
         QFETCH(QString, name);
