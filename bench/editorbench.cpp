@@ -3,6 +3,7 @@
 // and written again inside the save's transaction).
 #include "benchutil.h"
 #include "figures.h"
+#include "sampleworld.h"
 
 #include "core/childwindows.h"
 #include "core/programfolder.h"
@@ -29,16 +30,9 @@ frmAddRawMaterials* openEditor() {
 }
 
 void editorFigures(const Context& context) {
-    QTemporaryDir dir;
-    const QString before = programFolder();
-    setProgramFolder(dir.path());
-    const QString file = dir.filePath(QStringLiteral("data.vosk"));
-    QString error;
-    if (!CreateDatabase(file, &error) || !FillSampleData(file, &error)) {
-        std::printf("editors: no database (%s)\n", qPrintable(error));
+    const SampleWorld world("editors");
+    if (!world.ok())
         return;
-    }
-    db().open(QStringLiteral("Provider=VOSK.SQLite;Data Source=") + file + QLatin1Char(';'));
     db().execute(QStringLiteral("INSERT INTO RAW_MATERIALS (RAW_MATERIAL_NAME, LVL, PRICE) VALUES ('") +
                  Material + QStringLiteral("', 3, 40)"));
     for (int i = 0; i < Rows; ++i)
@@ -76,11 +70,6 @@ void editorFigures(const Context& context) {
                .arg(Rows)
                .arg(saved ? "" : " (FAILED)"),
            save, 0.25);
-
-    CloseChildWindows();
-    QApplication::processEvents();
-    db().close();
-    setProgramFolder(before);
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 // record saved (each grid's link rows deleted and written again, the upgrade sources twice).
 #include "benchutil.h"
 #include "figures.h"
+#include "sampleworld.h"
 
 #include "core/childwindows.h"
 #include "core/programfolder.h"
@@ -71,16 +72,9 @@ void fill() {
 }
 
 void equipEditorFigures(const Context& context) {
-    QTemporaryDir dir;
-    const QString before = programFolder();
-    setProgramFolder(dir.path());
-    const QString file = dir.filePath(QStringLiteral("data.vosk"));
-    QString error;
-    if (!CreateDatabase(file, &error) || !FillSampleData(file, &error)) {
-        std::printf("equipment editor: no database (%s)\n", qPrintable(error));
+    const SampleWorld world("equipment editor");
+    if (!world.ok())
         return;
-    }
-    db().open(QStringLiteral("Provider=VOSK.SQLite;Data Source=") + file + QLatin1Char(';'));
     fill();
 
     const Timing open = medianSeconds(context.runs, [] {
@@ -113,11 +107,6 @@ void equipEditorFigures(const Context& context) {
         });
     QApplication::processEvents();
     info(QStringLiteral("Change an amount in 7 of its grids and save%1").arg(saved ? "" : " (FAILED)"), save);
-
-    CloseChildWindows();
-    QApplication::processEvents();
-    db().close();
-    setProgramFolder(before);
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 // record over its two tables and all 800 link rows inside the save's transaction.
 #include "benchutil.h"
 #include "figures.h"
+#include "sampleworld.h"
 
 #include "core/childwindows.h"
 #include "core/programfolder.h"
@@ -58,16 +59,9 @@ void fill() {
 }
 
 void mobEditorFigures(const Context& context) {
-    QTemporaryDir dir;
-    const QString before = programFolder();
-    setProgramFolder(dir.path());
-    const QString file = dir.filePath(QStringLiteral("data.vosk"));
-    QString error;
-    if (!CreateDatabase(file, &error) || !FillSampleData(file, &error)) {
-        std::printf("mob-editor: no database (%s)\n", qPrintable(error));
+    const SampleWorld world("mob-editor");
+    if (!world.ok())
         return;
-    }
-    db().open(QStringLiteral("Provider=VOSK.SQLite;Data Source=") + file + QLatin1Char(';'));
     fill();
 
     const Timing open = medianSeconds(context.runs, [] {
@@ -105,11 +99,6 @@ void mobEditorFigures(const Context& context) {
                .arg(Rows)
                .arg(saved ? "" : " (FAILED)"),
            save, 0.25);
-
-    CloseChildWindows();
-    QApplication::processEvents();
-    db().close();
-    setProgramFolder(before);
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 // taken off every list (the four buy-location lists rewritten in the save's transaction).
 #include "benchutil.h"
 #include "figures.h"
+#include "sampleworld.h"
 
 #include "core/childwindows.h"
 #include "core/programfolder.h"
@@ -157,23 +158,12 @@ void stationFigures(const Context& context) {
 }
 
 void recordEditorFigures(const Context& context) {
-    QTemporaryDir dir;
-    const QString before = programFolder();
-    setProgramFolder(dir.path());
-    const QString file = dir.filePath(QStringLiteral("data.vosk"));
-    QString error;
-    if (!CreateDatabase(file, &error) || !FillSampleData(file, &error)) {
-        std::printf("record editors: no database (%s)\n", qPrintable(error));
+    const SampleWorld world("record editors");
+    if (!world.ok())
         return;
-    }
-    db().open(QStringLiteral("Provider=VOSK.SQLite;Data Source=") + file + QLatin1Char(';'));
     fill();
     componentFigures(context);
     stationFigures(context);
-    CloseChildWindows();
-    QApplication::processEvents();
-    db().close();
-    setProgramFolder(before);
 }
 
 } // namespace

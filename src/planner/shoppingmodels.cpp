@@ -10,20 +10,6 @@
 namespace planner {
 
 namespace {
-int pictureOf(bom::Kind kind) {
-    switch (kind) {
-    case bom::Kind::Equipment:
-        return buildimg::Equipment;
-    case bom::Kind::Component:
-        return buildimg::Component;
-    case bom::Kind::RawMaterial:
-        return buildimg::RawMaterial;
-    case bom::Kind::Item:
-        return buildimg::Item;
-    }
-    return buildimg::None;
-}
-
 QVariant dimmed() {
     return QBrush(QPalette().color(QPalette::Disabled, QPalette::Text));
 }
@@ -78,7 +64,7 @@ QVariant TargetsModel::data(const QModelIndex& index, int role) const {
     case Qt::EditRole:
         return index.column() == Quantity ? QVariant(t.quantity) : QVariant();
     case Qt::DecorationRole:
-        return index.column() == Name ? QVariant(BuildTreeIcon(pictureOf(t.ref.kind))) : QVariant();
+        return index.column() == Name ? QVariant(BuildTreeIcon(t.ref.kind)) : QVariant();
     case Qt::TextAlignmentRole:
         return index.column() == Quantity ? QVariant(kNumber) : QVariant();
     case Qt::ToolTipRole:
@@ -260,7 +246,7 @@ QVariant ShoppingListModel::data(const QModelIndex& index, int role) const {
     case Qt::CheckStateRole:
         return index.column() == Name ? QVariant(l->checked ? Qt::Checked : Qt::Unchecked) : QVariant();
     case Qt::DecorationRole:
-        return index.column() == Name ? QVariant(BuildTreeIcon(pictureOf(l->ref.kind))) : QVariant();
+        return index.column() == Name ? QVariant(BuildTreeIcon(l->ref.kind)) : QVariant();
     case Qt::TextAlignmentRole:
         return index.column() >= ToGet && index.column() <= Cost ? QVariant(kNumber) : QVariant();
     case Qt::ForegroundRole:
@@ -458,7 +444,7 @@ QVariant ExpansionTreeModel::data(const QModelIndex& index, int role) const {
         }
         return QVariant();
     case Qt::DecorationRole:
-        return index.column() == Name ? QVariant(BuildTreeIcon(pictureOf(r.kind))) : QVariant();
+        return index.column() == Name ? QVariant(BuildTreeIcon(r.kind)) : QVariant();
     case Qt::TextAlignmentRole:
         return index.column() == Quantity || index.column() == Covered ? QVariant(kNumber) : QVariant();
     case Qt::ForegroundRole:

@@ -211,3 +211,17 @@ QIcon BuildTreeIcon(int image) {
 QIcon MobTreeIcon(int image) {
     return TreeIcon(image, true);
 }
+
+QIcon BuildTreeIcon(bom::Kind kind) {
+    switch (kind) {
+    case bom::Kind::Equipment:
+        return BuildTreeIcon(buildimg::Equipment);
+    case bom::Kind::Component:
+        return BuildTreeIcon(buildimg::Component);
+    case bom::Kind::RawMaterial:
+        return BuildTreeIcon(buildimg::RawMaterial);
+    case bom::Kind::Item:
+        return BuildTreeIcon(buildimg::Item);
+    }
+    return BuildTreeIcon(buildimg::None);
+}

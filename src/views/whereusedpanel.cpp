@@ -19,20 +19,6 @@
 namespace {
 constexpr int KindRole = Qt::UserRole;
 
-int pictureOf(bom::Kind kind) {
-    switch (kind) {
-    case bom::Kind::Equipment:
-        return buildimg::Equipment;
-    case bom::Kind::Component:
-        return buildimg::Component;
-    case bom::Kind::RawMaterial:
-        return buildimg::RawMaterial;
-    case bom::Kind::Item:
-        return buildimg::Item;
-    }
-    return buildimg::None;
-}
-
 QString count(int n, const char* one, const char* many) {
     return QString::number(n) + QLatin1Char(' ') + QLatin1String(n == 1 ? one : many);
 }
@@ -130,7 +116,7 @@ void WhereUsedPanel::load() {
         auto* item = new QTreeWidgetItem(u.steps == 1 ? directly : chains);
         item->setText(0, u.ref.name);
         item->setData(0, KindRole, bom::kindWord(u.ref.kind));
-        item->setIcon(0, BuildTreeIcon(pictureOf(u.ref.kind)));
+        item->setIcon(0, BuildTreeIcon(u.ref.kind));
         item->setText(1, bom::kindWord(u.ref.kind) + (u.endProduct ? QStringLiteral(" \u2605") : QString()));
         item->setText(2, FormatWhole(u.perUnit));
         item->setTextAlignment(2, Qt::AlignRight | Qt::AlignVCenter);
