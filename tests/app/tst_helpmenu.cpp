@@ -8,15 +8,13 @@
 #include "core/childwindows.h"
 #include "core/printjob.h"
 #include "core/programfolder.h"
-#include "core/scriptedprompt.h"
 #include "core/settings.h"
 #include "data/database.h"
 #include "data/errorreport.h"
 #include "data/recordset.h"
-#include "data/sampledata.h"
-#include "data/schema.h"
 #include "lists/frmprintlist.h"
 #include "lists/listmodel.h"
+#include "viewsfixture.h"
 
 #include <QAction>
 #include <QApplication>
@@ -28,7 +26,6 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRegularExpression>
-#include <QSettings>
 #include <QTableWidget>
 #include <QTemporaryDir>
 #include <QTest>
@@ -62,39 +59,30 @@ class TestHelpMenu : public QObject {
     Q_OBJECT
 private Q_SLOTS:
     void initTestCase() {
-        QVERIFY(m_dir.isValid());
-        for (auto format : {QSettings::NativeFormat, QSettings::IniFormat})
-            QSettings::setPath(format, QSettings::UserScope, m_dir.filePath("settings"));
-        setProgramFolder(m_dir.path());
-        QString error;
-        QVERIFY2(CreateDatabase(databasePath(), &error) && FillSampleData(databasePath(), &error),
-                 qPrintable(error));
-        db().open("Provider=VOSK.SQLite;Data Source=" + databasePath() + ";");
         printjob::setPrinterCheck([] { return false; });
     }
     void init() {
-        DeleteAllSettings();
-        m_prompt.clear();
-        QDir(m_dir.filePath("help")).removeRecursively();
-        QFile::remove(ReadMePath());
+        QString error;
+        QVERIFY2(m_fixture.setUp(true, &error), qPrintable(error));
         m_main = std::make_unique<frmMain>();
     }
     void cleanup() {
         CloseChildWindows();
         m_main.reset();
+        m_fixture.tearDown();
     }
 
     // The guide shipped by the build opens at its index, and links are followed inside the window.
     void helpTopicsOpenTheGuide() {
-        QVERIFY(QDir().mkpath(m_dir.filePath("help")));
+        QVERIFY(QDir().mkpath(helpFile()));
         for (const QString& f : QDir(VOSK_HELP_DIR).entryList(QDir::Files))
-            QVERIFY(QFile::copy(QDir(VOSK_HELP_DIR).filePath(f), m_dir.filePath("help/" + f)));
+            QVERIFY(QFile::copy(QDir(VOSK_HELP_DIR).filePath(f), helpFile(f)));
         // The index reaches every page, and no page links to one that is not there.
         const QStringList index = links(HelpIndexPath());
-        for (const QString& page : QDir(m_dir.filePath("help")).entryList({"*.html"})) {
+        for (const QString& page : QDir(helpFile()).entryList({"*.html"})) {
             QVERIFY2(page == "index.html" || index.contains(page), qPrintable(page));
-            for (const QString& link : links(m_dir.filePath("help/" + page)))
-                QVERIFY2(QFile::exists(m_dir.filePath("help/" + link)), qPrintable(page + " -> " + link));
+            for (const QString& link : links(helpFile(page)))
+                QVERIFY2(QFile::exists(helpFile(link)), qPrintable(page + " -> " + link));
         }
         m_main->menuEntry("mnuHelpHelp")->trigger();
         auto* help = qobject_cast<frmHelp*>(FindChildWindow("VOSK Help"));
@@ -107,13 +95,14 @@ private Q_SLOTS:
         help->cmdContents->click();
         QCOMPARE(help->txtPage->source(), QUrl::fromLocalFile(HelpIndexPath()));
         m_main->menuEntry("mnuHelpHelp")->trigger(); // brought forward, not opened twice
-        QCOMPARE(m_prompt.count(), 0);
+        QCOMPARE(m_fixture.prompt().count(), 0);
     }
 
     void readMeAndMissingFiles() {
         m_main->menuEntry("mnuHelpHelp")->trigger();
-        QCOMPARE(m_prompt.count(), 1);
-        QVERIFY(m_prompt.last().text.contains("index.html") && m_prompt.last().text.contains("missing"));
+        QCOMPARE(m_fixture.prompt().count(), 1);
+        QVERIFY(m_fixture.prompt().last().text.contains("index.html") &&
+                m_fixture.prompt().last().text.contains("missing"));
         QVERIFY(!FindChildWindow("VOSK Help"));
 
         QVERIFY(QFile::copy(VOSK_README, ReadMePath()));
@@ -176,7 +165,7 @@ private Q_SLOTS:
         const int rows = m_main->model()->rowCount();
         QVERIFY(rows > 0);
         QTemporaryDir out;
-        m_prompt.queueText(out.filePath("equipment"));
+        m_fixture.prompt().queueText(out.filePath("equipment"));
         QStringList offered;
         QString subtitle;
         whenModal<frmPrintList>([&](frmPrintList* d) {
@@ -190,8 +179,8 @@ private Q_SLOTS:
         QCOMPARE(subtitle, QString("Level: 12"));
         QCOMPARE(offered.first(), m_main->model()->headerData(0, Qt::Horizontal).toString());
         QVERIFY(!offered.contains("Ticked"));
-        QCOMPARE(m_prompt.last().kind, ScriptedPrompt::Kind::SaveFile);
-        QCOMPARE(m_prompt.last().extra, QString("Equipment.pdf"));
+        QCOMPARE(m_fixture.prompt().last().kind, ScriptedPrompt::Kind::SaveFile);
+        QCOMPARE(m_fixture.prompt().last().extra, QString("Equipment.pdf"));
         QFile pdf(out.filePath("equipment.pdf"));
         QVERIFY(pdf.open(QIODevice::ReadOnly) && pdf.readAll().startsWith("%PDF"));
         QVERIFY(!GetSetting("PrintList", "Equipment/Columns").isEmpty());
@@ -202,15 +191,15 @@ private Q_SLOTS:
         db().execute("UPDATE EQUIPMENTS SET CHECK = FALSE");
         m_main->RefreshGrid();
         QCOMPARE(m_main->model()->rowCount(), 0);
-        m_prompt.clear();
+        m_fixture.prompt().clear();
         m_main->menuEntry("mnuPrintPrintFilteredList")->trigger();
-        QCOMPARE(m_prompt.count(), 1);
-        QVERIFY(m_prompt.last().text.startsWith("The list is empty"));
+        QCOMPARE(m_fixture.prompt().count(), 1);
+        QVERIFY(m_fixture.prompt().last().text.startsWith("The list is empty"));
     }
 
 private:
-    QTemporaryDir m_dir;
-    ScriptedPrompt m_prompt;
+    QString helpFile(const QString& file = QString()) { return m_fixture.path() + "/help/" + file; }
+    ViewsFixture m_fixture;
     std::unique_ptr<frmMain> m_main;
 };
 

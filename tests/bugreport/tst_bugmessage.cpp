@@ -72,7 +72,6 @@ private Q_SLOTS:
         row("name checked first", "", "bad", "", noName, "Name Missing");
         row("no point after the at sign", "K", "k@example", "x", badMail, "Invalid E-mail'");
         row("no at sign", "K", "k.example.org", "x", badMail, "Invalid E-mail'");
-        row("point only before the at sign", "K", "k.k@example", "x", badMail, "Invalid E-mail'");
         row("empty parts pass the pattern", "K", "@.", "x", "", "");
         row("address checked before text", "K", "", "", badMail, "Invalid E-mail'");
         row("no description", "K", "k@example.org", "", noText, "");
@@ -114,12 +113,12 @@ private Q_SLOTS:
     }
 
     void windowsNames() {
-        const QList<std::tuple<int, int, int, QString>> rows = {
-            {0, 3, 1, "Win32s"},      {1, 4, 0, "Windows 95"}, {1, 4, 10, "Windows 98"},
-            {1, 4, 90, "Windows ME"}, {2, 4, 0, "Windows NT"}, {2, 5, 0, "Windows 2000"},
-            {2, 5, 1, "Windows XP"},  {2, 5, 2, "Windows NT"}, {2, 10, 0, "Windows NT"}}; // 5.2 keeps NT
-        for (const auto& [platform, major, minor, name] : rows)
-            QCOMPARE(WindowsVersionName(platform, major, minor), name);
+        QStringList names; // one per name, and 5.2 keeps NT
+        for (const auto& [platform, major, minor] :
+             {std::tuple{0, 3, 1}, {1, 4, 0}, {1, 4, 10}, {1, 4, 90}, {2, 5, 0}, {2, 5, 1}, {2, 5, 2}})
+            names << WindowsVersionName(platform, major, minor);
+        QCOMPARE(names.join('|'),
+                 "Win32s|Windows 95|Windows 98|Windows ME|Windows 2000|Windows XP|Windows NT");
     }
 
     void systemFactTexts() {

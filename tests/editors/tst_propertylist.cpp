@@ -28,22 +28,18 @@ private Q_SLOTS:
         QTest::addColumn<int>("editor");
         QTest::addColumn<QString>("good");
         QTest::addColumn<QString>("bad");
-        const int whole = int(PropertyEditor::Whole);
-        QTest::newRow("32-bit whole") << "LVL" << whole << "-2147483648"
-                                      << "2147483648";
-        QTest::newRow("16-bit whole") << "QUALITY" << whole << "32767"
-                                      << "32768";
-        QTest::newRow("whole, not a number") << "PRICE" << whole << "+12"
-                                             << "12.5";
-        QTest::newRow("double") << "DELAY" << int(PropertyEditor::Decimal) << "-0.25"
-                                << "fast";
-        QTest::newRow("yes/no") << "UNIQUE_FLAG" << int(PropertyEditor::YesNo) << "true"
-                                << "maybe";
-        QTest::newRow("date") << "LAST_UPDATED" << int(PropertyEditor::Date) << "2026-02-28"
-                              << "2026-02-30";
-        QTest::newRow("text of 100") << "MANUFACTURER" << int(PropertyEditor::Text) << QString(100, 'x')
-                                     << QString(101, 'x');
-        QTest::newRow("memo") << "COMMENTS" << int(PropertyEditor::Text) << QString(5000, 'x') << "";
+        const auto row = [](const char* tag, const QString& field, PropertyEditor editor, const QString& good,
+                            const QString& bad) {
+            QTest::newRow(tag) << field << int(editor) << good << bad;
+        };
+        row("32-bit whole", "LVL", PropertyEditor::Whole, "-2147483648", "2147483648");
+        row("16-bit whole", "QUALITY", PropertyEditor::Whole, "32767", "32768");
+        row("whole, not a number", "PRICE", PropertyEditor::Whole, "+12", "12.5");
+        row("double", "DELAY", PropertyEditor::Decimal, "-0.25", "fast");
+        row("yes/no", "UNIQUE_FLAG", PropertyEditor::YesNo, "true", "maybe");
+        row("date", "LAST_UPDATED", PropertyEditor::Date, "2026-02-28", "2026-02-30");
+        row("text of 100", "MANUFACTURER", PropertyEditor::Text, QString(100, 'x'), QString(101, 'x'));
+        row("memo", "COMMENTS", PropertyEditor::Text, QString(5000, 'x'), "");
     }
     void fieldsTakeTheirEditorFromTheColumn() {
         QFETCH(QString, field);
@@ -107,14 +103,13 @@ private Q_SLOTS:
         QTest::addColumn<int>("kind");
         QTest::addColumn<QString>("value");
         QTest::addColumn<QString>("shown");
-        QTest::newRow("loot only") << int(PriceWords::Price) << "-1"
-                                   << "Loot Only";
-        QTest::newRow("not manufacturable") << int(PriceWords::Cost) << "-7"
-                                            << "Not Manufacturable";
-        QTest::newRow("no price words") << int(PriceWords::None) << "-1"
-                                        << "-1";
-        QTest::newRow("empty") << int(PriceWords::Price) << ""
-                               << "";
+        const auto row = [](const char* tag, PriceWords kind, const QString& value, const QString& shown) {
+            QTest::newRow(tag) << int(kind) << value << shown;
+        };
+        row("loot only", PriceWords::Price, "-1", "Loot Only");
+        row("not manufacturable", PriceWords::Cost, "-7", "Not Manufacturable");
+        row("no price words", PriceWords::None, "-1", "-1");
+        row("empty", PriceWords::Price, "", "");
     }
     void priceWords() {
         QFETCH(int, kind);

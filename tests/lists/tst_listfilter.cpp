@@ -31,13 +31,11 @@ private Q_SLOTS:
         QTest::newRow("any case, anywhere") << "ION" << QStringList{"Ion Drive", "Fusion Core"};
         QTest::newRow("non-ASCII upper to lower") << "ÜBER" << QStringList{"Übergröße Ω"};
         QTest::newRow("Greek capital folded") << "ω" << QStringList{"Übergröße Ω"};
-        QTest::newRow("ASCII does not match an accented letter") << "cafe" << QStringList{"cafe"};
         QTest::newRow("accented matches only itself") << "CAFÉ" << QStringList{"Café Noir"};
         QTest::newRow("Kelvin sign folds to k") << "vin k" << QStringList{QStringLiteral("KELVIN \u212A")};
         QTest::newRow("long s folds to s") << "STRANGE" << QStringList{QStringLiteral("\u017Ftrange")};
         QTest::newRow("apostrophe") << "r's l" << QStringList{"Hunter's Lance"};
         QTest::newRow("wildcards are plain characters") << "r*g" << QStringList{"Star*Gate"};
-        QTest::newRow("question mark matches nothing") << "?" << QStringList();
         QTest::newRow("blank inside") << "n d" << QStringList{"Ion Drive"};
     }
     void showsTheNamesThatContainTheText() {
@@ -51,22 +49,6 @@ private Q_SLOTS:
         // The same matcher decides for texts given as QStrings (cells that are not stored as text).
         for (const QString& n : every)
             QCOMPARE(NameMatcher(text).matches(n), text.isEmpty() || shown.contains(n));
-    }
-
-    void typingNarrowsAndDeletingWidensInOrder() {
-        LOAD_LIST(m, QStringLiteral("SELECT NAME, POS FROM N"), nameTable(kNames));
-        m.setSort(1, ListModel::Ascending); // by position reversed: the last name first
-        const QStringList every = names(m);
-        const QStringList steps = {"c", "ca", "caf", "cafe", "caf", "", "o", "on", "n", ""};
-        for (const QString& t : steps) {
-            m.setNameFilter(t);
-            QStringList expected;
-            for (const QString& n : every)
-                if (n.toCaseFolded().contains(t))
-                    expected << n;
-            QCOMPARE(names(m), expected);
-        }
-        QCOMPARE(names(m), every);
     }
 
     void sortingWhileFilteredSortsEveryRow() {

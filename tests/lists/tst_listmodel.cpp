@@ -25,15 +25,12 @@ private Q_SLOTS:
             {"VAL DOUBLE", "3.14159", "3.14"},
             {"VAL DOUBLE", "-0.001", "0"},
             {"VAL DOUBLE", "1e16", "1E+16"},
-            {"VAL DOUBLE", "0.125", "0.12"}, // ties to even
-            {"VAL DOUBLE", "0.375", "0.38"},
+            {"VAL DOUBLE", "0.125", "0.12"},                        // ties to even
             {"VAL DOUBLE", "12345678901234.5", "12345678901234.5"}, // fractions are not grouped
             {"VAL CURRENCY", "19.999", "20"},
             {"MANEUVERABILITY INTEGER", "-1", "N/A"},
-            {"AMMO_RANGE DOUBLE", "-1", "N/A"},
             {"VAL INTEGER", "-1", "-1"},
             {"TYPE VARCHAR(50)", "''", "Unknown"},
-            {"SUBTYPE VARCHAR(50)", "NULL", "Unknown"},
             {"VAL VARCHAR(50)", "''", ""},
             {"VAL INTEGER", "NULL", ""},
             {"VAL VARCHAR(50)", "'Übergröße Ω'", "Übergröße Ω"},
@@ -46,9 +43,7 @@ private Q_SLOTS:
             {"PRICE INTEGER", "-1", "Loot Only"},
             {"PURCHASE_PRICE INTEGER", "0", "Unknown"},
             {"PRICE INTEGER", "-3", "-3"},
-            {"PRICE INTEGER", "1234", "1,234"},
             {"PRICE DOUBLE", "-1.2", "Loot Only"},
-            {"MANUFACTURING_FEE INTEGER", "-5", "Not Manufacturable"},
             {"MANUFACTURING_FEE DOUBLE", "-0.25", "Not Manufacturable"},
             {"COST_TO_MANUFACTURE INTEGER", "0", "Unknown"},
             {"MANUFACTURING_FEE INTEGER", "-1", "Not Manufacturable"},

@@ -58,8 +58,6 @@ private Q_SLOTS:
         row("beam", "Sunspear Mk II", "Beam: Sunspear Mk II",
             {"Damage:", "Damage Type:", "Delay:", "Energy Use:", "Range:", "Damage Per Second:",
              "Efficiency:"});
-        row("two-word projectile", "Mass Driver Mk I", "Projectile: Mass Driver Mk I",
-            {"Energy Use:", "Delay:", "Range:", "Rounds:", "Ammunition  Type:"});
         row("device", "Scanner Array Mk I", "Device: Scanner Array Mk I", {});
         // Projectile ammunition has no range or maneuverability, and damage per credit moves up by two.
         row("projectile ammunition", "Hollow Light Slug", "Ammunition: Hollow Light Slug",

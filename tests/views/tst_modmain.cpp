@@ -54,9 +54,7 @@ private Q_SLOTS:
         row("price", "0", {}, "Unknown");
         row("price", "1,250,000", {}, "1,250,000");
         row("fee", "-1", {}, "Not Manufacturable");
-        row("fee", "-5", {}, "Not Manufacturable");
         row("fee", "0", {}, "Unknown");
-        row("whole", "", 999, "999");
         row("whole", "", 1234567, "1,234,567");
         row("whole", "", -1234, "-1,234");
         row("node", "Ion Coil (L12) x3", {}, "Ion Coil");
