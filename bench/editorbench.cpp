@@ -25,8 +25,7 @@ const QString Material = QStringLiteral("Bench Ore");
 constexpr int Rows = 200;
 
 frmAddRawMaterials* openEditor() {
-    OpenEditor(QStringLiteral("Raw Materials"), Material);
-    return qobject_cast<frmAddRawMaterials*>(FindChildWindow(QStringLiteral("Edit: ") + Material));
+    return OpenRecordEditor<frmAddRawMaterials>(QStringLiteral("Raw Materials"), Material);
 }
 
 void editorFigures(const Context& context) {

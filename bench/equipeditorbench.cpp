@@ -25,8 +25,7 @@ const QString Beam = QStringLiteral("Bench Lance");
 constexpr int Rows = 50;
 
 frmAddEquip* openEditor() {
-    OpenEditor(QStringLiteral("Equipment"), Beam);
-    return qobject_cast<frmAddEquip*>(FindChildWindow(QStringLiteral("Edit: ") + Beam));
+    return OpenRecordEditor<frmAddEquip>(QStringLiteral("Equipment"), Beam);
 }
 
 void fill() {

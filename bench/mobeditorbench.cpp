@@ -26,8 +26,7 @@ const QString Mob = QStringLiteral("Bench Behemoth");
 constexpr int Rows = 100;
 
 frmAddMob* openEditor() {
-    OpenEditor(QStringLiteral("MOBs"), Mob);
-    return qobject_cast<frmAddMob*>(FindChildWindow(QStringLiteral("Edit: ") + Mob));
+    return OpenRecordEditor<frmAddMob>(QStringLiteral("MOBs"), Mob);
 }
 
 void fill() {

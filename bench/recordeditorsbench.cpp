@@ -72,14 +72,9 @@ void fill() {
     db().commitTrans();
 }
 
-template <typename W> W* openEditor(const QString& kind, const QString& name) {
-    OpenEditor(kind, name);
-    return qobject_cast<W*>(FindChildWindow(QStringLiteral("Edit: ") + name));
-}
-
 void componentFigures(const Context& context) {
     const Timing open = medianSeconds(context.runs, [] {
-        auto* w = openEditor<frmAddComponent>(QStringLiteral("Components"), Part);
+        auto* w = OpenRecordEditor<frmAddComponent>(QStringLiteral("Components"), Part);
         w->close();
         QApplication::processEvents();
     });
@@ -101,7 +96,7 @@ void componentFigures(const Context& context) {
         },
         [&] {
             QApplication::processEvents();
-            w = openEditor<frmAddComponent>(QStringLiteral("Components"), Part);
+            w = OpenRecordEditor<frmAddComponent>(QStringLiteral("Components"), Part);
             ++amount;
         });
     QApplication::processEvents();
@@ -111,13 +106,13 @@ void componentFigures(const Context& context) {
 
 void stationFigures(const Context& context) {
     const Timing open = medianSeconds(context.runs, [] {
-        auto* w = openEditor<frmAddStation>(QStringLiteral("Stations"), Station);
+        auto* w = OpenRecordEditor<frmAddStation>(QStringLiteral("Stations"), Station);
         w->close();
         QApplication::processEvents();
     });
     report(QStringLiteral("Open the station editor selling %1 records of each kind").arg(Sold), open, 0.25);
 
-    frmAddStation* w = openEditor<frmAddStation>(QStringLiteral("Stations"), Station);
+    frmAddStation* w = OpenRecordEditor<frmAddStation>(QStringLiteral("Stations"), Station);
     const Timing pick = medianSeconds(context.runs, [w] {
         // The dialog shows and is closed as soon as it is up.
         QTimer::singleShot(0, [] {
@@ -146,7 +141,7 @@ void stationFigures(const Context& context) {
         context.runs, [&] { saved = saved && w->cmdSave_Click() == SaveResult::Saved; },
         [&] {
             QApplication::processEvents();
-            w = openEditor<frmAddStation>(QStringLiteral("Stations"), Station);
+            w = OpenRecordEditor<frmAddStation>(QStringLiteral("Stations"), Station);
             for (const station::Sells& s : station::sells())
                 delete w->sellsList(s.widget)->takeItem(0);
         });

@@ -6,6 +6,7 @@
 #include "data/database.h"
 #include "data/sampledata.h"
 #include "data/schema.h"
+#include "editors/editors.h"
 
 #include <QApplication>
 #include <QTemporaryDir>
@@ -41,5 +42,11 @@ private:
     QString m_before;
     bool m_ok = false;
 };
+
+// Opens the editor of a record of the sample world and hands back its window.
+template <typename W> W* OpenRecordEditor(const QString& kind, const QString& name) {
+    OpenEditor(kind, name);
+    return qobject_cast<W*>(FindChildWindow(QStringLiteral("Edit: ") + name));
+}
 
 } // namespace bench

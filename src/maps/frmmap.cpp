@@ -345,9 +345,12 @@ void frmMap::updateButtons() {
     cmdDelete->setEnabled(chosen);
 }
 
-void frmMap::openForm() {
-    if (m_form)
-        return;
+bool frmMap::openForm() {
+    if (m_form) {
+        m_form->raise();
+        lblNotice->setText(QStringLiteral("Finish or cancel the open location form first."));
+        return false;
+    }
     m_form = new frmAddLocation(this);
     connect(m_form, &frmAddLocation::saved, this, [this](const QString& sectorName, const QString& name) {
         if (sectorName.compare(sector(), Qt::CaseInsensitive) == 0 && loadSector(sectorName)) {
@@ -369,6 +372,7 @@ void frmMap::openForm() {
     connect(m_form, &QObject::destroyed, this, &frmMap::formClosed);
     map->setPlacing(true);
     lblNotice->setText(QStringLiteral("Click the map to place the location."));
+    return true;
 }
 
 void frmMap::formClosed() {
@@ -380,12 +384,8 @@ void frmMap::formClosed() {
 void frmMap::addLocationAt(const QPointF& world) {
     if (sector().isEmpty())
         return;
-    if (m_form) {
-        m_form->raise();
-        lblNotice->setText(QStringLiteral("Finish or cancel the open location form first."));
+    if (!openForm())
         return;
-    }
-    openForm();
     m_form->startAdd(sector(), &world);
     m_form->show();
 }
@@ -393,12 +393,8 @@ void frmMap::addLocationAt(const QPointF& world) {
 void frmMap::cmdAdd_Click() {
     if (sector().isEmpty())
         return;
-    if (m_form) {
-        m_form->raise();
-        lblNotice->setText(QStringLiteral("Finish or cancel the open location form first."));
+    if (!openForm())
         return;
-    }
-    openForm();
     m_form->startAdd(sector());
     m_form->show();
 }
@@ -407,12 +403,8 @@ void frmMap::cmdEdit_Click() {
     const int i = map->indexOf(map->selected());
     if (i < 0)
         return;
-    if (m_form) {
-        m_form->raise();
-        lblNotice->setText(QStringLiteral("Finish or cancel the open location form first."));
+    if (!openForm())
         return;
-    }
-    openForm();
     m_form->startEdit(map->points().at(i));
     m_form->show();
     Q_EMIT m_form->placementChanged();

@@ -54,7 +54,8 @@ private:
     void fillList();
     void showDetails();
     void selectInList(const QString& name);
-    void openForm();
+    // Makes the location form; while one is open it is brought forward instead and false comes back.
+    bool openForm();
     void formClosed();
     void updateButtons();
     void showContextMenu(const QPointF& world, const QString& pointName, const QPoint& globalPos);
