@@ -24,17 +24,21 @@ QString treeRoot() {
 }
 
 namespace {
-// A file made by an earlier build compares names by other rules: it is made again.
+// A file made by an earlier build compares names by other rules, or names its equipment in ASCII
+// only: it is made again.
 bool hasCurrentSchema(const QString& file) {
     sqlite3* h = nullptr;
     sqlite3_stmt* st = nullptr;
     bool current = false;
     if (sqlite3_open_v2(QFile::encodeName(file).constData(), &h, SQLITE_OPEN_READONLY, nullptr) ==
             SQLITE_OK &&
-        sqlite3_prepare_v2(h, "SELECT COUNT(*) FROM sqlite_master WHERE sql LIKE '%COLLATE VOSK_NOCASE%'", -1,
-                           &st, nullptr) == SQLITE_OK &&
+        sqlite3_prepare_v2(
+            h,
+            "SELECT (SELECT COUNT(*) FROM sqlite_master WHERE sql LIKE '%COLLATE VOSK_NOCASE%'), "
+            "(SELECT COUNT(*) FROM EQUIPMENTS WHERE rowid = 2 AND EQUIPMENT_NAME LIKE '\xC3\x89lan %')",
+            -1, &st, nullptr) == SQLITE_OK &&
         sqlite3_step(st) == SQLITE_ROW)
-        current = sqlite3_column_int(st, 0) > 0;
+        current = sqlite3_column_int(st, 0) > 0 && sqlite3_column_int(st, 1) > 0;
     sqlite3_finalize(st);
     sqlite3_close(h);
     return current;

@@ -20,6 +20,17 @@ const char* const classes[5] = {"Warrior", "Scout", "Trader", "Engineer", "Explo
 const char* const manufacturers[6] = {"Orrin Dynamics",   "Kessle Foundry", "Tarn & Voss",
                                       "Hollowmere Works", "Quillon Arms",   "Sabel Yards"};
 
+// Equipment names start with one of these words, half of them beyond ASCII, so that the list's
+// sorting and searching meet accented and non-Latin letters as a real world's names would bring.
+const char* const nameWords[12] = {"Synthetic", "Élan",   "Nova",   "Øresund", "Vanguard", "Ζέφυρος",
+                                   "Kestrel",   "Звезда", "Helios", "Šárka",   "Corsair",  "星舰"};
+
+QString equipmentName(int type, qint64 n) {
+    return QStringLiteral("%1 %2 %3")
+        .arg(QString::fromUtf8(nameWords[n % 12]), QLatin1String(typeWords[type]))
+        .arg(n, 7, 10, QLatin1Char('0'));
+}
+
 QString numbered(const char* kind, qint64 n, int width = 7) {
     return QStringLiteral("Synthetic %1 %2").arg(QLatin1String(kind)).arg(n, width, 10, QLatin1Char('0'));
 }
@@ -154,12 +165,12 @@ bool generate(sqlite3* db, qint64 n, QString* error, SyntheticCounts* counts) {
         // Device 6 is built from nothing, so a component may need it without a loop.
         if (k % 50 == 0 && n > 6)
             w.insert("COMPONENTS_EQUIPMENTS", "COMPONENT_NAME,EQUIPMENT_NAME,AMOUNT",
-                     {name, numbered("Device", 6), 1});
+                     {name, equipmentName(6, 6), 1});
     }
 
     for (qint64 i = 0; i < n && w.ok(); ++i) {
         const int type = int(i % 8);
-        const QString name = numbered(typeWords[type], i);
+        const QString name = equipmentName(type, i);
         w.insert("EQUIPMENTS",
                  "EQUIPMENT_NAME,TYPE,MANUFACTURER,LVL,PRICE,QUALITY,UNIQUE_FLAG,COST_TO_MANUFACTURE,"
                  "LAST_UPDATED,CHECK,PERSONAL_DB,UPDATED,SUBMITTED,PIC_ID",
@@ -181,7 +192,7 @@ bool generate(sqlite3* db, qint64 n, QString* error, SyntheticCounts* counts) {
                      {name, numbered("Item", i % c.items), 1});
         if (i % 20 == 8)
             w.insert("EQUIPMENTS_UPGRADE_FROM", "EQUIPMENT_NAME,UPGRADE_FROM,AMOUNT",
-                     {name, numbered(typeWords[type], i - 8), 1});
+                     {name, equipmentName(type, i - 8), 1});
         if (i % 12 == 0 && type != 7)
             w.insert("EQUIP_SPECIALS", "EQUIPMENT_NAME,SPECIAL,AMOUNT,UNITS,DURATION",
                      {name, "Overcharge", g.fraction(-5, 40), i % 24 ? "%" : "points", g.between(0, 30)});
@@ -208,7 +219,7 @@ bool generate(sqlite3* db, qint64 n, QString* error, SyntheticCounts* counts) {
         if (n > 0) {
             const qint64 e = (m * 7) % n;
             w.insert("MOB_EQUIP_DROP", "MOB_NAME,EQUIPMENT_NAME,DROP_FREQUENCY",
-                     {name, numbered(typeWords[e % 8], e), sample::DropFrequencies[m % 5]});
+                     {name, equipmentName(int(e % 8), e), sample::DropFrequencies[m % 5]});
         }
         w.insert("MOB_COMP_DROP", "MOB_NAME,COMPONENT_NAME,DROP_FREQUENCY",
                  {name, numbered("Part", m % c.components), sample::DropFrequencies[(m + 1) % 5]});

@@ -1,7 +1,7 @@
 #pragma once
 // Large made-up databases for the benchmark and for tests of deep or broken recipes. Names are
-// generated ("Synthetic Beam 000123"), values are drawn from a fixed seed, so the same call gives the
-// same file.
+// generated ("Élan Beam 0000001", "Synthetic Ore 0000123"), values are drawn from a fixed seed, so the
+// same call gives the same file.
 #include <QString>
 
 struct sqlite3;

@@ -213,6 +213,28 @@ void ListModel::load(Recordset& rs, const ListColors& colors, Progress* progress
     endResetModel();
 }
 
+void ListModel::startLoad(std::unique_ptr<Recordset> rs, const ListColors& colors) {
+    // Placeholder until loading in steps lands: reads everything at once.
+    d->loadError = {};
+    try {
+        load(*rs, colors);
+    } catch (const VbError& e) {
+        d->loadError = {e.number, e.description};
+    }
+    Q_EMIT loadProgress(qint64(d->rows));
+    Q_EMIT loadFinished();
+}
+
+void ListModel::cancelLoad() {}
+
+bool ListModel::isLoading() const {
+    return false;
+}
+
+ListModel::LoadError ListModel::loadError() const {
+    return d->loadError;
+}
+
 namespace {
 bool priceWordInto(const Column& c, double v, QString& out) {
     const QString word = PriceWord(v, c.price == PriceKind::ManufactureFee);

@@ -48,6 +48,22 @@ public:
     void load(Recordset& rs, const ListColors& colors, Progress* progress = nullptr);
     void clear();
 
+    // The same in steps, for a list on screen: the first rows are read at once, the rest in short slices
+    // from the event loop, so that the window paints and takes input while a long list comes in. The
+    // model owns the result set until the last row. Sorting, find and ticks work on the rows read so
+    // far; a kept sort orders the rows as they come. loadProgress reports the rows read after each
+    // slice; loadFinished follows the last row, or a read error (loadError() then tells it, and the
+    // rows read before it stay).
+    void startLoad(std::unique_ptr<Recordset> rs, const ListColors& colors);
+    // Stops a load in progress; the rows read so far stay. clear(), load() and startLoad() cancel too.
+    void cancelLoad();
+    bool isLoading() const;
+    struct LoadError {
+        long number = 0; // 0: none
+        QString description;
+    };
+    LoadError loadError() const;
+
     // QAbstractItemModel
     int rowCount(const QModelIndex& parent = QModelIndex()) const override;
     int columnCount(const QModelIndex& parent = QModelIndex()) const override;
@@ -123,6 +139,8 @@ Q_SIGNALS:
     // The user ticked or unticked a row (view row, its name, the new state). The window writes the
     // database and calls setChecked(row, !checked) if that fails.
     void checkToggled(int row, const QString& name, bool checked);
+    void loadProgress(qint64 rowsRead);
+    void loadFinished();
 
 private:
     struct Impl;

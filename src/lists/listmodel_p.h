@@ -24,6 +24,7 @@ struct ListModel::Impl {
     bool sorted = false;
     bool colourFlags = false; // the rows carry UPDATED or PERSONAL_DB
     qint64 changed = -1;      // stored row of the record the user changed last, -1 for none
+    ListModel::LoadError loadError;
 
     // The cell's text as shown, and its value as the numeric sort reads that text.
     void cellText(size_t src, int col, QString& out) const;
