@@ -1,5 +1,6 @@
 #pragma once
 // The inside of ListModel, shared by its loading, display and sorting sources.
+#include "lists/keptranks.h"
 #include "lists/listmodel.h"
 #include "lists/liststore.h"
 
@@ -25,6 +26,7 @@ struct ListModel::Impl {
     bool colourFlags = false; // the rows carry UPDATED or PERSONAL_DB
     qint64 changed = -1;      // stored row of the record the user changed last, -1 for none
     ListModel::LoadError loadError;
+    mutable ranks::KeptRanks keptRanks; // the sort keys of the columns sorted last
 
     // The cell's text as shown, and its value as the numeric sort reads that text.
     void cellText(size_t src, int col, QString& out) const;
