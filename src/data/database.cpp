@@ -173,6 +173,7 @@ void Database::open(const QString& connectionText) {
     // A version-6 file of an older program gets the columns added since (schema.h) before anything
     // reads it; one that cannot take them (read-only) opens as it is.
     schema::EnsureAddedColumns(h);
+    schema::EnsureAddedIndexes(h);
     m_db = h;
     m_pool = std::make_unique<Pool>();
     m_connectionText = connectionText;
@@ -188,6 +189,7 @@ void Database::close() {
     m_pool.reset();
     sqlite3_close_v2(m_db);
     m_db = nullptr;
+    ++m_generation;
     m_connectionText.clear();
     m_file.clear();
 }

@@ -4,6 +4,7 @@
 #include "lists/listmodel.h"
 #include "lists/liststore.h"
 
+#include <memory>
 #include <vector>
 
 namespace listflags {
@@ -11,6 +12,8 @@ constexpr uint8_t Checked = 1, Updated = 2, Personal = 4, RowBold = 8;
 }
 
 struct ListModel::Impl {
+    Impl();
+    ~Impl();
     std::vector<liststore::Column> cols;
     liststore::ChunkedVector<uint8_t> flags; // per stored row
     size_t rows = 0;
@@ -27,6 +30,17 @@ struct ListModel::Impl {
     qint64 changed = -1;      // stored row of the record the user changed last, -1 for none
     ListModel::LoadError loadError;
     mutable ranks::KeptRanks keptRanks; // the sort keys of the columns sorted last
+    struct Load;
+    std::unique_ptr<Load> loading; // while rows are still to be read
+    size_t shownUpTo = 0;          // stored rows [shownUpTo, rows) are read but not yet in the view
+
+    // Loading (listload.cpp): the columns of a result set; its rows until the end (true) or until the
+    // budget is spent (false; a negative budget has none); the end of loading; the view order of the
+    // rows read at first.
+    void prepare(Recordset& rs, const ListColors& rowColors);
+    bool readRows(qint64 budgetNs, Progress* progress);
+    void finishColumns();
+    void showFirstRows();
 
     // The cell's text as shown, and its value as the numeric sort reads that text.
     void cellText(size_t src, int col, QString& out) const;
