@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cmath>
 
 namespace ranks {
 
@@ -10,19 +11,40 @@ void ColumnRanks::cover(RankSource& source, size_t n) {
     const size_t m = m_rank.size();
     if (n <= m)
         return;
-    std::vector<uint32_t> fresh(n - m);
-    const uint32_t freshGroups = source.rank(m, n, fresh.data());
     if (m == 0) {
-        m_rank = std::move(fresh);
-        m_groups = freshGroups;
+        m_rank.resize(n);
+        m_groups = source.rank(Rows{nullptr, 0, n}, m_rank.data());
         return;
     }
-    merge(source, std::move(fresh), freshGroups);
+    // The new rows are merged in one of two ways. Ranked together with one row standing for each
+    // value ranked before, when those are few beside the new rows (the rest of a long list after its
+    // first slice); or ranked on their own and each new value looked for among the old ones, when
+    // the new rows are few (a slice added to a long list).
+    const double g = m_groups, f = double(n - m);
+    if (g + f <= f * (std::log2(g / f + 1) + 2))
+        mergeByRepresentatives(source, n);
+    else
+        mergeBySearch(source, n);
 }
 
-void ColumnRanks::merge(RankSource& source, std::vector<uint32_t> fresh, uint32_t freshGroups) {
-    const size_t m = m_rank.size();
-    const size_t g = m_groups;
+void ColumnRanks::mergeByRepresentatives(RankSource& source, size_t n) {
+    const size_t m = m_rank.size(), g = m_groups;
+    std::vector<uint32_t> rows(g + (n - m));
+    for (size_t r = 0; r < m; ++r)
+        rows[m_rank[r]] = uint32_t(r);
+    for (size_t r = m; r < n; ++r)
+        rows[g + (r - m)] = uint32_t(r);
+    std::vector<uint32_t> together(rows.size());
+    const uint32_t groups = source.rank(Rows{rows.data(), 0, rows.size()}, together.data());
+    const std::vector<uint32_t> oldMap(together.begin(), together.begin() + ptrdiff_t(g));
+    const std::vector<uint32_t> fresh(together.begin() + ptrdiff_t(g), together.end());
+    renumber(oldMap, fresh, groups);
+}
+
+void ColumnRanks::mergeBySearch(RankSource& source, size_t n) {
+    const size_t m = m_rank.size(), g = m_groups;
+    std::vector<uint32_t> fresh(n - m);
+    const uint32_t freshGroups = source.rank(Rows{nullptr, m, n - m}, fresh.data());
     // One row standing for each value, old and new.
     std::vector<uint32_t> oldRow(g), newRow(freshGroups);
     for (size_t r = 0; r < m; ++r)
@@ -61,21 +83,27 @@ void ColumnRanks::merge(RankSource& source, std::vector<uint32_t> fresh, uint32_
     }
     while (done < g)
         oldMap[done++] = next++;
+    for (uint32_t& r : fresh)
+        r = newMap[r];
+    renumber(oldMap, fresh, next);
+}
 
+void ColumnRanks::renumber(const std::vector<uint32_t>& oldMap, const std::vector<uint32_t>& fresh,
+                           uint32_t groups) {
+    const size_t m = m_rank.size();
     std::vector<uint32_t> merged(m + fresh.size());
     for (size_t r = 0; r < m; ++r)
         merged[r] = oldMap[m_rank[r]];
-    for (size_t r = 0; r < fresh.size(); ++r)
-        merged[m + r] = newMap[fresh[r]];
+    std::copy(fresh.begin(), fresh.end(), merged.begin() + ptrdiff_t(m));
     m_rank = std::move(merged);
-    m_groups = next;
+    m_groups = groups;
 }
 
 std::vector<uint32_t> ColumnRanks::sortFirst(RankSource& source, const std::vector<uint32_t>& order,
                                              bool descending) {
     const size_t n = order.size();
     std::vector<uint64_t> keys;
-    if (!m_rank.empty() || !source.keys(0, n, keys)) {
+    if (!m_rank.empty() || !source.keys(Rows{nullptr, 0, n}, keys)) {
         cover(source, n);
         return SortByRanks(order, *this, descending);
     }

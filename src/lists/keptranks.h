@@ -12,18 +12,27 @@
 
 namespace ranks {
 
+// Rows to rank: [from, from + count), or list[0, count) when a list is given.
+struct Rows {
+    const uint32_t* list = nullptr;
+    size_t from = 0;
+    size_t count = 0;
+    size_t operator[](size_t i) const { return list ? list[i] : from + i; }
+    size_t size() const { return count; }
+};
+
 // What a column's rows are ordered by, for one kind of key.
 class RankSource {
 public:
     virtual ~RankSource() = default;
-    // Ranks rows [from, to) among themselves (out[r - from]); returns the number of distinct values.
-    virtual uint32_t rank(size_t from, size_t to, uint32_t* out) = 0;
+    // Ranks the rows among themselves (out[i] for rows[i]); returns the number of distinct values.
+    virtual uint32_t rank(const Rows& rows, uint32_t* out) = 0;
     // Orders two rows: < 0, 0 (equal values) or > 0.
     virtual int compare(size_t a, size_t b) = 0;
-    // Numbers whose order is the order of rows [from, to) (out[r - from]), for keys that are numbers;
+    // Numbers whose order is the order of the rows (out[i] for rows[i]), for keys that are numbers;
     // false otherwise.
-    virtual bool keys(size_t from, size_t to, std::vector<uint64_t>& out) {
-        (void)from, (void)to, (void)out;
+    virtual bool keys(const Rows& rows, std::vector<uint64_t>& out) {
+        (void)rows, (void)out;
         return false;
     }
 };
@@ -42,7 +51,9 @@ public:
     size_t bytes() const { return m_rank.capacity() * sizeof(uint32_t); }
 
 private:
-    void merge(RankSource& source, std::vector<uint32_t> fresh, uint32_t freshGroups);
+    void mergeByRepresentatives(RankSource& source, size_t n);
+    void mergeBySearch(RankSource& source, size_t n);
+    void renumber(const std::vector<uint32_t>& oldMap, const std::vector<uint32_t>& fresh, uint32_t groups);
     std::vector<uint32_t> m_rank; // by stored row
     uint32_t m_groups = 0;
 };

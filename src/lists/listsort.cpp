@@ -89,14 +89,15 @@ template <typename Model> class TextSource : public ranks::RankSource {
 public:
     TextSource(const Model& d, int col) : m_d(d), m_col(col), m_c(d.cols[size_t(col)]) {}
 
-    uint32_t rank(size_t from, size_t to, uint32_t* out) override {
+    uint32_t rank(const ranks::Rows& rows, uint32_t* out) override {
         uint32_t groups = 0;
-        if (rankFew(from, to, out, &groups))
+        if (rankFew(rows, out, &groups))
             return groups;
         ranks::FoldedTexts texts;
-        texts.reserve(to - from);
+        texts.reserve(rows.size());
         QString s;
-        for (size_t r = from; r < to; ++r) {
+        for (size_t i = 0; i < rows.size(); ++i) {
+            const size_t r = rows[i];
             if (m_c.cellClass(r) == Cell::Text) {
                 texts.add(m_c.textAt(r));
             } else {
@@ -119,20 +120,21 @@ public:
 private:
     // A column of few distinct texts (types, makers) keeps each text once: its cells are ranked by
     // ranking those. False, having read only the first rows, when the texts are many.
-    bool rankFew(size_t from, size_t to, uint32_t* out, uint32_t* groups) const {
+    bool rankFew(const ranks::Rows& rows, uint32_t* out, uint32_t* groups) const {
         constexpr size_t Most = 4096, Slots = 2 * Most;
         std::vector<const char*> slotText(Slots, nullptr);
         std::vector<uint32_t> slotId(Slots);
         ranks::FoldedTexts texts;
         uint32_t nullId = UINT32_MAX;
-        for (size_t r = from; r < to; ++r) {
+        for (size_t i = 0; i < rows.size(); ++i) {
+            const size_t r = rows[i];
             const Cell cls = m_c.cellClass(r);
             if (cls == Cell::Null) {
                 if (nullId == UINT32_MAX) {
                     nullId = uint32_t(texts.size());
                     texts.addFolded({});
                 }
-                out[r - from] = nullId;
+                out[i] = nullId;
                 continue;
             }
             if (cls != Cell::Text)
@@ -148,12 +150,12 @@ private:
                 slotId[slot] = uint32_t(texts.size());
                 texts.add(t);
             }
-            out[r - from] = slotId[slot];
+            out[i] = slotId[slot];
         }
         std::vector<uint32_t> rankOf(texts.size());
         *groups = ranks::RankTexts(texts, rankOf.data());
-        for (size_t r = from; r < to; ++r)
-            out[r - from] = rankOf[out[r - from]];
+        for (size_t i = 0; i < rows.size(); ++i)
+            out[i] = rankOf[out[i]];
         return true;
     }
 
@@ -181,23 +183,23 @@ template <typename Model> class NumberSource : public ranks::RankSource {
 public:
     NumberSource(const Model& d, int col) : m_d(d), m_col(col) {}
 
-    bool keys(size_t from, size_t to, std::vector<uint64_t>& out) override {
+    bool keys(const ranks::Rows& rows, std::vector<uint64_t>& out) override {
         bool plain = true;
-        out.resize(to - from);
-        for (size_t r = from; r < to; ++r)
-            out[r - from] = key(r, &plain);
+        out.resize(rows.size());
+        for (size_t i = 0; i < rows.size(); ++i)
+            out[i] = key(rows[i], &plain);
         return plain;
     }
 
-    uint32_t rank(size_t from, size_t to, uint32_t* out) override {
+    uint32_t rank(const ranks::Rows& rows, uint32_t* out) override {
         std::vector<uint64_t> keys;
-        if (this->keys(from, to, keys))
+        if (this->keys(rows, keys))
             return ranks::RankKeys(keys.data(), keys.size(), out);
         // Values beyond 30 integer digits or below 30 decimals: the key texts as written.
         keys = {};
         ranks::FoldedTexts texts;
-        for (size_t r = from; r < to; ++r)
-            texts.addFolded(keyText(r));
+        for (size_t i = 0; i < rows.size(); ++i)
+            texts.addFolded(keyText(rows[i]));
         return ranks::RankTexts(texts, out);
     }
 
@@ -236,16 +238,16 @@ template <typename Model> class DateSource : public ranks::RankSource {
 public:
     DateSource(const Model& d, int col) : m_d(d), m_col(col), m_c(d.cols[size_t(col)]) {}
 
-    bool keys(size_t from, size_t to, std::vector<uint64_t>& out) override {
-        out.resize(to - from);
-        for (size_t r = from; r < to; ++r)
-            out[r - from] = key(r);
+    bool keys(const ranks::Rows& rows, std::vector<uint64_t>& out) override {
+        out.resize(rows.size());
+        for (size_t i = 0; i < rows.size(); ++i)
+            out[i] = key(rows[i]);
         return true;
     }
 
-    uint32_t rank(size_t from, size_t to, uint32_t* out) override {
+    uint32_t rank(const ranks::Rows& rows, uint32_t* out) override {
         std::vector<uint64_t> keys;
-        this->keys(from, to, keys);
+        this->keys(rows, keys);
         return ranks::RankKeys(keys.data(), keys.size(), out);
     }
 
