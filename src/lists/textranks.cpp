@@ -64,6 +64,19 @@ private:
     // Sorts a run by its keys and marks where each value starts; runs still equal whose texts go on
     // are left for the next level.
     void split(KeyRow* v, size_t n, size_t at, std::vector<Run>& next) {
+        // A run whose texts share these bytes too (a long common prefix) goes on as it is.
+        size_t same = 1;
+        while (same < n && v[same].key == v[0].key)
+            ++same;
+        if (same == n && n > 1) {
+            const bool goesOn = std::any_of(v, v + n, [](const KeyRow& r) { return (r.row & GoesOn) != 0; });
+            markFirst(at);
+            if (goesOn)
+                next.push_back({at, n});
+            else if (m_texts.hasNul())
+                byLength(v, n, at);
+            return;
+        }
         if (n <= SmallRun)
             insertionSort(v, n);
         else if (!fewKeys(v, n))
