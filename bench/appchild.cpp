@@ -1,0 +1,248 @@
+#include "appchild.h"
+#include "benchutil.h"
+#include "stats.h"
+
+#include "app/frmmain.h"
+#include "app/liststatements.h"
+#include "app/mainsettings.h"
+#include "app/modinit.h"
+#include "app/qtprompt.h"
+#include "app/singleinstance.h"
+#include "core/frmprogress.h"
+#include "core/programfolder.h"
+#include "lists/listmodel.h"
+
+#include <QApplication>
+#include <QBasicTimer>
+#include <QComboBox>
+#include <QDir>
+#include <QTimer>
+#include <QTimerEvent>
+#include <QTreeView>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+
+namespace bench {
+
+namespace {
+
+void print(const char* key, double wall, double cpu = std::nan("")) {
+    const QByteArray line = childLine(QLatin1String(key), wall, cpu);
+    std::fwrite(line.constData(), 1, size_t(line.size()), stdout);
+    std::fflush(stdout);
+}
+
+// A benchmark run has nobody to answer a box: the question is printed and the run ends.
+class UnattendedPrompt : public QtPrompt {
+public:
+    int msgBox(const QString& text, int, const QString& title) override { stop(title, text); }
+    QString inputBox(const QString& prompt, const QString& title, const QString&, bool*) override {
+        stop(title, prompt);
+    }
+
+private:
+    [[noreturn]] static void stop(const QString& title, const QString& text) {
+        std::fprintf(stderr, "the program asked \"%s\": %s\n", qPrintable(title), qPrintable(text));
+        std::_Exit(4);
+    }
+};
+
+// The longest time without a processed event, told by a 1 ms timer: its ticks count as events the
+// main window could take only while no modal window (the progress window) holds the input.
+class GapMeter : public QObject {
+public:
+    void start() {
+        m_last = m_lastAny = monotonicSeconds();
+        m_freeze = m_stall = 0;
+        m_timer.start(1, Qt::PreciseTimer, this);
+    }
+    void stop() {
+        const double now = monotonicSeconds();
+        m_freeze = std::max(m_freeze, now - m_last);
+        m_stall = std::max(m_stall, now - m_lastAny);
+        m_timer.stop();
+    }
+    double freeze() const { return m_freeze; }
+    double stall() const { return m_stall; }
+
+protected:
+    void timerEvent(QTimerEvent* event) override {
+        if (event->timerId() != m_timer.timerId())
+            return QObject::timerEvent(event);
+        const double now = monotonicSeconds();
+        m_stall = std::max(m_stall, now - m_lastAny);
+        m_lastAny = now;
+        if (QApplication::activeModalWidget())
+            return;
+        m_freeze = std::max(m_freeze, now - m_last);
+        m_last = now;
+    }
+
+private:
+    QBasicTimer m_timer;
+    double m_last = 0, m_lastAny = 0, m_freeze = 0, m_stall = 0;
+};
+
+// Follows the program from its start through one category switch, step by step as the paints of the
+// list and the model's loadFinished come in.
+class StartWatch : public QObject {
+public:
+    explicit StartWatch(double launch) : m_launch(launch) {}
+
+    void attach(frmMain* window) {
+        m_window = window;
+        m_model = window->model();
+        m_viewport = window->lstItems->viewport();
+        connect(m_model, &ListModel::loadFinished, this, &StartWatch::loaded);
+    }
+    void painted(QObject* receiver) {
+        if (receiver != m_viewport || m_model->rowCount() == 0 || !screenful())
+            return;
+        const double now = monotonicSeconds();
+        if (m_phase == Phase::Start) {
+            print(FirstScreen, now - m_launch, processCpuSeconds());
+            m_phase = Phase::Loading;
+            m_gaps.start();
+            if (!m_model->isLoading()) // the list was whole before it was shown
+                loaded();
+        } else if (m_phase == Phase::ToSmall && !isEquipment() && !m_model->isLoading()) {
+            m_phase = Phase::Idle;
+            QTimer::singleShot(300, this, &StartWatch::switchBack);
+        } else if (m_phase == Phase::Back && isEquipment()) {
+            print(SwitchScreen, now - m_switched, processCpuSeconds() - m_switchCpu);
+            m_phase = Phase::BackLoading;
+            if (!m_model->isLoading())
+                loaded();
+        }
+    }
+    bool finished() const { return m_phase == Phase::Done; }
+
+private:
+    enum class Phase { Start, Loading, Idle, ToSmall, Back, BackLoading, Done };
+
+    // Rows down to the bottom of the list, or every row there is.
+    bool screenful() const {
+        return !m_model->isLoading() ||
+               m_window->lstItems->indexAt(QPoint(1, m_viewport->height() - 2)).isValid();
+    }
+    bool isEquipment() const { return m_model->columnCount() > 0 && m_model->columnName(0) == m_firstColumn; }
+
+    void loaded() {
+        if (m_phase == Phase::Loading) {
+            print(WholeList, monotonicSeconds() - m_launch, processCpuSeconds());
+            m_gaps.stop();
+            print(StartFreeze, m_gaps.freeze());
+            print(StartStall, m_gaps.stall());
+            print(Rows, m_model->rowCount());
+            m_firstColumn = m_model->columnName(0);
+            m_phase = Phase::Idle;
+            QTimer::singleShot(300, this, &StartWatch::switchAway);
+        } else if (m_phase == Phase::BackLoading) {
+            print(SwitchWhole, monotonicSeconds() - m_switched, processCpuSeconds() - m_switchCpu);
+            m_gaps.stop();
+            print(SwitchFreeze, m_gaps.freeze());
+            print(SwitchStall, m_gaps.stall());
+            m_phase = Phase::Done;
+            QTimer::singleShot(0, m_window, [this] { m_window->close(); });
+        }
+    }
+    // A small category: the list it shows first is the one the switch comes back from.
+    void switchAway() {
+        m_phase = Phase::ToSmall;
+        m_window->cmbData->setCurrentIndex(m_window->cmbData->findText(listcat::Stations));
+    }
+    // As a choice in the box is handled: the switch runs in this event, then the loop goes on.
+    void switchBack() {
+        m_phase = Phase::Back;
+        m_switched = monotonicSeconds();
+        m_switchCpu = processCpuSeconds();
+        m_gaps.start();
+        m_window->cmbData->setCurrentIndex(m_window->cmbData->findText(listcat::Equipment));
+    }
+
+    double m_launch;
+    frmMain* m_window = nullptr;
+    ListModel* m_model = nullptr;
+    QWidget* m_viewport = nullptr;
+    Phase m_phase = Phase::Start;
+    QString m_firstColumn;
+    GapMeter m_gaps;
+    double m_switched = 0, m_switchCpu = 0;
+};
+
+// Sees every paint after it is done.
+class WatchedApplication : public QApplication {
+public:
+    using QApplication::QApplication;
+    StartWatch* watch = nullptr;
+    bool notify(QObject* receiver, QEvent* event) override {
+        const bool paint = event->type() == QEvent::Paint;
+        const bool result = QApplication::notify(receiver, event);
+        if (paint && watch)
+            watch->painted(receiver);
+        return result;
+    }
+};
+
+QString argument(const QStringList& args, const QString& name) {
+    const qsizetype i = args.indexOf(name);
+    return i >= 0 && i + 1 < args.size() ? args.at(i + 1) : QString();
+}
+
+} // namespace
+
+int appChild(int argc, char** argv) {
+    WatchedApplication app(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("VOSK"));
+    const QStringList args = QApplication::arguments();
+    initProgramFolder(args);
+    bool known = false;
+    const double launch = argument(args, QStringLiteral("--launch")).toDouble(&known);
+    if (!known) {
+        std::fprintf(stderr, "--app-child needs --launch SECONDS\n");
+        return 2;
+    }
+    // A copy of the program the developer runs meanwhile keeps its own lock.
+    setInstanceLockPath(QDir(programFolder()).filePath(QStringLiteral("VOSK.instance.lock")));
+    SaveCategory(listcat::Equipment);
+    if (args.contains(QStringLiteral("--seed-name-sort"))) {
+        const QString key = ColumnLayoutKey(listcat::Equipment, allEntry());
+        ColumnLayout layout = LoadColumnLayout(key);
+        layout.sortColumn = QStringLiteral("EQUIPMENT_NAME");
+        layout.sortKey = 0;
+        layout.sortOrder = 0;
+        SaveColumnLayout(key, layout);
+    }
+
+    UnattendedPrompt prompt;
+    setPrompts(&prompt);
+    InstallProgressWindow();
+    StartWatch watch(launch);
+    app.watch = &watch;
+    setMainWindowFactory([&watch] {
+        auto* window = new frmMain;
+        watch.attach(window);
+        return static_cast<QWidget*>(window);
+    });
+    QTimer::singleShot(240000, [] {
+        std::fprintf(stderr, "the program did not get through the start and the switch in 240 s\n");
+        std::_Exit(3);
+    });
+
+    RunVOSK();
+
+    int result = 0;
+    bool showing = false;
+    for (QWidget* w : QApplication::topLevelWidgets())
+        showing = showing || w->isVisible();
+    if (showing)
+        result = QApplication::exec();
+    app.watch = nullptr;
+    setPrompts(nullptr);
+    return watch.finished() ? result : 2;
+}
+
+} // namespace bench
