@@ -16,6 +16,7 @@
 #include <QBasicTimer>
 #include <QComboBox>
 #include <QDir>
+#include <QLabel>
 #include <QTimer>
 #include <QTimerEvent>
 #include <QTreeView>
@@ -96,10 +97,14 @@ public:
         m_window = window;
         m_model = window->model();
         m_viewport = window->lstItems->viewport();
+        m_status = window->findChild<QLabel*>(QStringLiteral("Status"));
         connect(m_model, &ListModel::loadFinished, this, &StartWatch::loaded);
     }
     void painted(QObject* receiver) {
-        if (receiver != m_viewport || m_model->rowCount() == 0 || !screenful())
+        if (m_phase == Phase::Back && receiver == m_status &&
+            m_status->text() == QLatin1String("Refreshing Grid"))
+            m_statusShown = true;
+        if (m_phase == Phase::Done || receiver != m_viewport || m_model->rowCount() == 0 || !screenful())
             return;
         const double now = monotonicSeconds();
         if (m_phase == Phase::Start) {
@@ -145,6 +150,7 @@ private:
             m_gaps.stop();
             print(SwitchFreeze, m_gaps.freeze());
             print(SwitchStall, m_gaps.stall());
+            print(SwitchStatus, m_statusShown ? 1 : 0);
             m_phase = Phase::Done;
             QTimer::singleShot(0, m_window, [this] { m_window->close(); });
         }
@@ -167,6 +173,8 @@ private:
     frmMain* m_window = nullptr;
     ListModel* m_model = nullptr;
     QWidget* m_viewport = nullptr;
+    QLabel* m_status = nullptr;
+    bool m_statusShown = false;
     Phase m_phase = Phase::Start;
     QString m_firstColumn;
     GapMeter m_gaps;

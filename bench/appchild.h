@@ -25,6 +25,8 @@ inline constexpr const char* SwitchScreen = "switch-screen";
 inline constexpr const char* SwitchWhole = "switch-whole";
 inline constexpr const char* SwitchFreeze = "switch-freeze";
 inline constexpr const char* SwitchStall = "switch-stall";
+// 1 when the status bar painted "Refreshing Grid" during the switch, else 0 (as the wall value).
+inline constexpr const char* SwitchStatus = "switch-status";
 
 int appChild(int argc, char** argv);
 
