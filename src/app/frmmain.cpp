@@ -21,10 +21,8 @@
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLineEdit>
-#include <QPainter>
 #include <QStatusBar>
 #include <QVBoxLayout>
-#include <QtMath>
 
 namespace {
 frmMain*& currentMain() {
@@ -40,37 +38,6 @@ const char* const VersionText =
 
 frmMain* mainWindow() {
     return currentMain();
-}
-
-void ItemListView::setBackgroundPicture(const QImage& picture) {
-    m_picture = picture;
-    m_scaled = QImage();
-    viewport()->update();
-}
-
-void ItemListView::paintEvent(QPaintEvent* event) {
-    if (!m_picture.isNull()) {
-        // Painted first, below the rows, anchored in the lower right corner so that its bright
-        // part stays clear of the names in the first columns. A viewport larger than the picture
-        // gets it enlarged to cover it all: no edge and no bare strip beside it.
-        const QRect area = viewport()->rect();
-        const double scale = qMax(
-            1.0, qMax(double(area.width()) / m_picture.width(), double(area.height()) / m_picture.height()));
-        const QSize size(qCeil(m_picture.width() * scale), qCeil(m_picture.height() * scale));
-        if (m_scaled.size() != size)
-            m_scaled = scale == 1.0 ? m_picture
-                                    : m_picture.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-        QPainter p(viewport());
-        p.setOpacity(0.35);
-        p.drawImage(area.right() - size.width() + 1, area.bottom() - size.height() + 1, m_scaled);
-    }
-    QTreeView::paintEvent(event);
-}
-
-void ItemListView::scrollContentsBy(int dx, int dy) {
-    QTreeView::scrollContentsBy(dx, dy);
-    if (!m_picture.isNull())
-        viewport()->update();
 }
 
 frmMain::frmMain(QWidget* parent) : QMainWindow(parent), d(new Impl(this)) {
@@ -156,10 +123,6 @@ void frmMain::buildWidgets() {
     lstItems = list;
     lstItems->setObjectName(QStringLiteral("lstItems"));
     lstItems->setModel(d->model);
-    lstItems->setRootIsDecorated(false);
-    lstItems->setItemsExpandable(false);
-    lstItems->setUniformRowHeights(true);
-    lstItems->setAllColumnsShowFocus(true);
     lstItems->setSelectionMode(QAbstractItemView::SingleSelection);
     lstItems->setSelectionBehavior(QAbstractItemView::SelectRows);
     lstItems->setEditTriggers(QAbstractItemView::NoEditTriggers);
@@ -190,6 +153,12 @@ void frmMain::buildWidgets() {
     resize(960, 600);
 
     connect(d->model, &ListModel::checkToggled, this, &frmMain::lstItems_ItemCheck);
+    connect(d->model, &ListModel::loadProgress, this, [this] { showLoadProgress(); });
+    connect(d->model, &ListModel::loadFinished, this, [this] {
+        // A list read in one go is finished inside RefreshGrid, which does the rest itself.
+        if (!d->refreshing)
+            listLoaded();
+    });
     AttachListSearch(txtSearch, lstItems, d->model, [this](int shown) {
         setPanelText(QStringLiteral("ItemCount"), QStringLiteral("Items: ") + QString::number(shown));
     });

@@ -1,10 +1,12 @@
 #pragma once
 // The program's one main window: categories, filters, the record list, status bar and menus.
+#include "app/itemlistview.h"
 #include "app/liststatements.h"
 
 #include <QMainWindow>
 #include <QString>
 #include <functional>
+#include <memory>
 
 class QAction;
 class QColor;
@@ -12,10 +14,8 @@ class QComboBox;
 class QLineEdit;
 class QMenu;
 class QStatusBar;
-class QTreeView;
 class QUrl;
 class ListModel;
-class Progress;
 class Recordset;
 class frmFind;
 
@@ -28,7 +28,12 @@ public:
 
     // Makes sure that at least one game character is recorded.
     void CheckCharacters();
+    // Reads the list again from the category's statement. A long list keeps coming in after this
+    // returns (the first rows are shown at once); whenListLoaded runs work after its last row.
     void RefreshGrid();
+    // Runs work at once when the list has all its rows, else after the last one. A refresh begun
+    // before then drops it: the rows it was meant for are gone.
+    void whenListLoaded(std::function<void()> work);
     // Fills the filter lists again from the open database (after a restore), keeping the choices it has.
     void ReloadFilterLists();
 
@@ -78,7 +83,7 @@ public:
     QComboBox* cmbSubType = nullptr;
     QComboBox* cmbCL = nullptr;
     QComboBox* cmbRace = nullptr;
-    QTreeView* lstItems = nullptr;
+    ItemListView* lstItems = nullptr;
     QLineEdit* txtSearch = nullptr; // narrows the list to the names that contain its text
     QStatusBar* statBar = nullptr;
     QMenu* mnuPopup = nullptr;
@@ -114,7 +119,9 @@ private:
     void fillSubTypes();
     void showFiltersFor(const QString& category);
     void setToolTips();
-    void SetRStoList(Recordset& rs, Progress* progress = nullptr);
+    void SetRStoList(std::unique_ptr<Recordset> rs);
+    void showLoadProgress();
+    void listLoaded();
     void showLegend(const QColor& updated, const QColor& personal);
     void fitWindowToColumns();
     void openRecord(bool editor);

@@ -3,7 +3,6 @@
 
 #include "app/mainsettings.h"
 #include "core/inifile.h"
-#include "core/progress.h"
 #include "core/prompt.h"
 #include "core/settings.h"
 #include "data/database.h"
@@ -15,10 +14,10 @@
 #include "views/modmain.h"
 #include "views/openviews.h"
 
-#include <QApplication>
 #include <QElapsedTimer>
 #include <QHeaderView>
 #include <QItemSelectionModel>
+#include <QScopedValueRollback>
 
 namespace {
 const QString Container = QStringLiteral("Form frmMain");
@@ -27,72 +26,104 @@ const QString Container = QStringLiteral("Form frmMain");
 void frmMain::RefreshGrid() {
     const QString cat = category();
     const QString layoutKey = ColumnLayoutKey(cat, currentFilters().equipType);
-    QElapsedTimer timer;
-    QApplication::setOverrideCursor(Qt::WaitCursor);
+    // Work waiting for the rows of the list being replaced is not for this one.
+    d->afterLoad.clear();
     try {
         const QModelIndex current = lstItems->currentIndex();
         if (current.isValid())
             d->rememberedRow = current.row();
         showStatus(QStringLiteral("Refreshing Grid"));
-        timer.start();
+        d->loadClock.start();
         // The layout of the list as the user left it belongs to the list it was made for.
         if (!d->listLayout.isEmpty() && d->model->columnCount() > 0)
             SaveColumnInfo();
 
         const QString sql = ListStatement(cat, currentFilters());
-        Recordset rs;
+        auto rs = std::make_unique<Recordset>();
         // Another list's rows must not be sorted by this one's column first; its own saved sort
-        // is applied once the rows are in.
+        // is applied once its columns are known.
         if (layoutKey != d->listLayout)
             d->model->setSort(-1, ListModel::Ascending);
         d->model->clear();
         d->listCategory.clear();
         d->listLayout.clear();
-        // A large list takes a while to read: the progress window shows if it lasts.
-        std::unique_ptr<Progress> progress = StartProgress(QStringLiteral("Refreshing Grid"), false, 500);
-        progress->setText(cat);
-        rs.open(sql);
-        SetRStoList(rs, progress.get());
-        rs.close();
+        rs->open(sql);
+        const QScopedValueRollback<bool> inRefresh(d->refreshing, true);
+        // The first rows are in when this returns; a long list reads the rest from the event loop,
+        // the window painting and answering in between.
+        SetRStoList(std::move(rs));
         d->listCategory = cat;
         d->listLayout = layoutKey;
-
-        setPanelText(QStringLiteral("ItemCount"),
-                     QStringLiteral("Items: ") + QString::number(d->model->rowCount()));
-        setPanelText(QStringLiteral("Status"), QStringLiteral("Ready"));
         LoadColumnInfo();
+        d->refreshing = false;
         const int row = d->rememberedRow;
         if (row >= 0 && row < d->model->rowCount()) {
             const QModelIndex index = d->model->index(row, 0);
             lstItems->setCurrentIndex(index);
             lstItems->scrollTo(index, QAbstractItemView::PositionAtCenter);
         }
-        setPanelText(QStringLiteral("LoadTime"),
-                     QString::number(timer.nsecsElapsed() / 1e9, 'f', 2) + QStringLiteral(" Seconds"));
+        if (d->model->isLoading()) {
+            lstItems->viewport()->setCursor(Qt::BusyCursor);
+            showLoadProgress();
+        } else {
+            listLoaded();
+        }
     } catch (const VbError& e) {
-        QApplication::restoreOverrideCursor();
         setPanelText(QStringLiteral("Status"), QStringLiteral("Ready"));
         setPanelText(QStringLiteral("ItemCount"),
                      QStringLiteral("Items: ") + QString::number(d->model->rowCount()));
         ReportDBError(e, QStringLiteral("RefreshGrid"), Container);
         updateMenuState();
-        return;
     } catch (const std::exception& e) {
-        QApplication::restoreOverrideCursor();
         setPanelText(QStringLiteral("Status"), QStringLiteral("Ready"));
         ReportDBError(e, QStringLiteral("RefreshGrid"), Container);
         updateMenuState();
-        return;
     }
-    QApplication::restoreOverrideCursor();
-    updateMenuState();
 }
 
-void frmMain::SetRStoList(Recordset& rs, Progress* progress) {
+void frmMain::showLoadProgress() {
+    // The rows read so far, and how long it has taken: the list grows under the user's eyes.
+    setPanelText(QStringLiteral("ItemCount"),
+                 QStringLiteral("Items: ") + QString::number(d->model->rowCount()));
+    setPanelText(QStringLiteral("LoadTime"),
+                 QString::number(d->loadClock.nsecsElapsed() / 1e9, 'f', 2) + QStringLiteral(" Seconds"));
+}
+
+void frmMain::listLoaded() {
+    lstItems->viewport()->unsetCursor();
+    setPanelText(QStringLiteral("ItemCount"),
+                 QStringLiteral("Items: ") + QString::number(d->model->rowCount()));
+    setPanelText(QStringLiteral("Status"), QStringLiteral("Ready"));
+    // A remembered row beyond the first rows read is reached only now.
+    const int row = d->rememberedRow;
+    if (!lstItems->currentIndex().isValid() && row >= 0 && row < d->model->rowCount()) {
+        const QModelIndex index = d->model->index(row, 0);
+        lstItems->setCurrentIndex(index);
+        lstItems->scrollTo(index, QAbstractItemView::PositionAtCenter);
+    }
+    setPanelText(QStringLiteral("LoadTime"),
+                 QString::number(d->loadClock.nsecsElapsed() / 1e9, 'f', 2) + QStringLiteral(" Seconds"));
+    updateMenuState();
+    const ListModel::LoadError error = d->model->loadError();
+    if (error.number != 0)
+        ReportDBError(VbError(error.number, error.description), QStringLiteral("RefreshGrid"), Container);
+    const auto work = std::exchange(d->afterLoad, {});
+    for (const auto& w : work)
+        w();
+}
+
+void frmMain::whenListLoaded(std::function<void()> work) {
+    if (d->model->isLoading())
+        d->afterLoad.push_back(std::move(work));
+    else
+        work();
+}
+
+void frmMain::SetRStoList(std::unique_ptr<Recordset> rs) {
     ListColors colors;
     colors.updated = colorFromVbColorText(ReadVoskIni(QStringLiteral("COLORS"), QStringLiteral("UPDATED")));
     colors.personal = colorFromVbColorText(ReadVoskIni(QStringLiteral("COLORS"), QStringLiteral("PERSONAL")));
-    d->model->load(rs, colors, progress);
+    d->model->startLoad(std::move(rs), colors);
     // A list whose rows carry no change flags has no coloured rows to explain.
     showLegend(d->model->hasColourFlags() ? colors.updated : QColor(),
                d->model->hasColourFlags() ? colors.personal : QColor());

@@ -3,32 +3,13 @@
 #include "app/frmmain.h"
 #include "lists/finditem.h"
 
+#include <QElapsedTimer>
 #include <QHash>
 #include <QImage>
 #include <QLabel>
 #include <QPointer>
-#include <QTreeView>
 
 class ListViewSort;
-
-// The record list: a tree view in report style that can paint the program's background picture
-// behind its rows.
-class ItemListView : public QTreeView {
-public:
-    using QTreeView::QTreeView;
-    void setBackgroundPicture(const QImage& picture);
-    const QImage& backgroundPicture() const { return m_picture; }
-
-protected:
-    void paintEvent(QPaintEvent* event) override;
-    // The picture stays put while the rows scroll over it, so a scroll repaints the whole viewport
-    // instead of moving the pixels already shown.
-    void scrollContentsBy(int dx, int dy) override;
-
-private:
-    QImage m_picture;
-    QImage m_scaled; // the picture at the size the viewport last needed
-};
 
 struct frmMain::Impl : FindStatus {
     explicit Impl(frmMain* w) : window(w) {}
@@ -48,6 +29,9 @@ struct frmMain::Impl : FindStatus {
     QString listCategory; // the category whose columns the list shows now
     QString listLayout;   // the name its column layout is kept under (ColumnLayoutKey)
     int rememberedRow = -1;
+    bool refreshing = false;                      // inside RefreshGrid
+    QElapsedTimer loadClock;                      // since the refresh began
+    std::vector<std::function<void()>> afterLoad; // whenListLoaded's work for the list coming in
 };
 
 // Selects the entry with that text, or the first entry when the list no longer offers it.

@@ -12,7 +12,6 @@
 #include <QComboBox>
 #include <QItemSelectionModel>
 #include <QPointer>
-#include <QTreeView>
 
 namespace {
 // The list is read again (it keeps its sort) and the saved record selected, when the list shows its
@@ -21,18 +20,20 @@ void showSaved(frmMain& w, const QString& kind, const QString& name) {
     if (w.category() != kind)
         return;
     w.RefreshGrid();
-    ListModel* model = w.model();
-    for (int r = 0; r < model->rowCount(); ++r) {
-        if (model->name(r).compare(name, Qt::CaseInsensitive) != 0)
-            continue;
-        const QModelIndex at = model->index(r, 0);
-        model->markChanged(r); // a sort that follows keeps the saved record in sight
-        w.lstItems->setCurrentIndex(at);
-        w.lstItems->selectionModel()->select(at,
-                                             QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
-        w.lstItems->scrollTo(at, QAbstractItemView::PositionAtCenter);
-        return;
-    }
+    w.whenListLoaded([&w, name] {
+        ListModel* model = w.model();
+        for (int r = 0; r < model->rowCount(); ++r) {
+            if (model->name(r).compare(name, Qt::CaseInsensitive) != 0)
+                continue;
+            const QModelIndex at = model->index(r, 0);
+            model->markChanged(r); // a sort that follows keeps the saved record in sight
+            w.lstItems->setCurrentIndex(at);
+            w.lstItems->selectionModel()->select(at, QItemSelectionModel::ClearAndSelect |
+                                                         QItemSelectionModel::Rows);
+            w.lstItems->scrollTo(at, QAbstractItemView::PositionAtCenter);
+            return;
+        }
+    });
 }
 } // namespace
 

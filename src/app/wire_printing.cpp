@@ -6,7 +6,7 @@
 #include "lists/frmprintlist.h"
 #include "lists/listmodel.h"
 
-#include <QTreeView>
+#include <QHeaderView>
 
 void wirePrinting(frmMain& w) {
     w.setMenuHandler(QStringLiteral("mnuPrintPrintFilteredList"), [&w] {

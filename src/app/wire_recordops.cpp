@@ -7,22 +7,22 @@
 #include "lists/listmodel.h"
 #include "views/modmain.h"
 
-#include <QTreeView>
-
 namespace {
 
 // After a copy or rename the list shows the record under its new name, selected.
 void refreshAndSelect(frmMain& w, const QString& name) {
     w.RefreshGrid();
-    ListModel* model = w.model();
-    for (int row = 0; row < model->rowCount(); ++row)
-        if (model->name(row) == name) {
-            const QModelIndex at = model->index(row, 0);
-            model->markChanged(row); // a sort that follows keeps the new record in sight
-            w.lstItems->setCurrentIndex(at);
-            w.lstItems->scrollTo(at);
-            return;
-        }
+    w.whenListLoaded([&w, name] {
+        ListModel* model = w.model();
+        for (int row = 0; row < model->rowCount(); ++row)
+            if (model->name(row) == name) {
+                const QModelIndex at = model->index(row, 0);
+                model->markChanged(row); // a sort that follows keeps the new record in sight
+                w.lstItems->setCurrentIndex(at);
+                w.lstItems->scrollTo(at);
+                return;
+            }
+    });
 }
 
 void copyOrRename(frmMain& w, bool rename) {

@@ -188,6 +188,7 @@ void Database::close() {
     m_pool.reset();
     sqlite3_close_v2(m_db);
     m_db = nullptr;
+    ++m_generation;
     m_connectionText.clear();
     m_file.clear();
 }

@@ -75,6 +75,8 @@ public:
     bool isOpen() const { return m_db != nullptr; }
     QString connectionString() const { return m_connectionText; }
     QString fileName() const { return m_file; }
+    // Changes with every close: a reader that outlived its connection can tell.
+    quint64 generation() const { return m_generation; }
 
     // Runs one INSERT, UPDATE or DELETE. Throws VbError on failure. Returns the rows affected.
     // Like opening a result set, it first clears the error records of an earlier failure.
@@ -119,6 +121,7 @@ private:
     sqlite3* m_db = nullptr;
     QString m_connectionText;
     QString m_file;
+    quint64 m_generation = 0;
     QList<ErrorRecord> m_errors;
     std::unique_ptr<Pool> m_pool;
 };

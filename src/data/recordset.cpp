@@ -85,6 +85,7 @@ void Recordset::open(const QString& sql, Database& cn, CursorType cursor) {
         known = std::make_shared<ShapeColumns>(ShapeColumns{d->cols, d->tables});
     }
     d->cn = &cn; // open from here on; a failure above leaves the result set closed
+    d->generation = cn.generation();
     if (cursor == ForwardOnly) {
         d->stmt = std::move(st);
         d->moved = false;
@@ -190,6 +191,12 @@ void Recordset::moveNext() {
         throw ObjectClosed();
     if (d->cursor == ForwardOnly) {
         d->requireCurrent();
+        // A reader kept across the closing of its connection (a list still loading while a backup is
+        // restored) must not step a statement of the connection that is gone.
+        if (d->generation != d->cn->generation()) {
+            close();
+            throw ObjectClosed();
+        }
         d->moved = true;
         moveNextRaw();
         return;
@@ -336,6 +343,10 @@ QString Recordset::textValue(int i) const {
         return t ? fromUtf8(t, sqlite3_column_bytes(d->stmt.get(), i)) : QString();
     }
     return value(i).toString();
+}
+
+sqlite3_stmt* Recordset::currentStatement() const {
+    return isOpen() && d->cursor == ForwardOnly ? d->stmt.get() : nullptr;
 }
 
 QByteArrayView Recordset::textUtf8(int i) const {

@@ -61,6 +61,9 @@ public:
     QString textValue(int i) const;
     // The text as the engine holds it (UTF-8), valid until the next move or read of this result set.
     QByteArrayView textUtf8(int i) const;
+    // ForwardOnly: the engine's statement standing on the current row, for a reader of many rows that
+    // reads its columns itself (valid until the next move); nullptr otherwise.
+    sqlite3_stmt* currentStatement() const;
 
     // Dynamic only. Throws VbError on a failed write, which leaves nothing written and keeps the
     // pending values (the row can be corrected and updated again). Values are converted to the field's

@@ -24,6 +24,7 @@ struct ColumnInfo {
 
 struct Recordset::Impl {
     Database* cn = nullptr;
+    quint64 generation = 0; // the connection's, when opened
     CursorType cursor = ForwardOnly;
     QList<ColumnInfo> cols; // shared by every result set of the same shape: never changed here
     QVarLengthArray<FieldKind, 32> computed; // computed columns' kinds, from this result's first row

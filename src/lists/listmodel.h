@@ -14,6 +14,7 @@
 #include <vector>
 
 class Progress;
+class QTimer;
 class Recordset;
 
 // The row colours of the list. An invalid colour leaves the view's own text colour.
@@ -51,13 +52,17 @@ public:
     // The same in steps, for a list on screen: the first rows are read at once, the rest in short slices
     // from the event loop, so that the window paints and takes input while a long list comes in. The
     // model owns the result set until the last row. Sorting, find and ticks work on the rows read so
-    // far; a kept sort orders the rows as they come. loadProgress reports the rows read after each
+    // far. A kept sort orders the first rows; later rows come in below the rows shown, and the sort
+    // is applied to the whole list after the last one. loadProgress reports the rows read after each
     // slice; loadFinished follows the last row, or a read error (loadError() then tells it, and the
     // rows read before it stay).
     void startLoad(std::unique_ptr<Recordset> rs, const ListColors& colors);
     // Stops a load in progress; the rows read so far stay. clear(), load() and startLoad() cancel too.
     void cancelLoad();
     bool isLoading() const;
+    // How long the first slice and each later one read (nanoseconds; at least 256 rows a slice).
+    // The defaults keep a window answering; tests make them small to get many slices.
+    static void setSliceBudget(qint64 firstNs, qint64 laterNs);
     struct LoadError {
         long number = 0; // 0: none
         QString description;
@@ -143,6 +148,8 @@ Q_SIGNALS:
     void loadFinished();
 
 private:
+    void loadSlice();
     struct Impl;
     std::unique_ptr<Impl> d;
+    QTimer* m_slicer;
 };

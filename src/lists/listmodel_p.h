@@ -3,6 +3,7 @@
 #include "lists/listmodel.h"
 #include "lists/liststore.h"
 
+#include <memory>
 #include <vector>
 
 namespace listflags {
@@ -10,6 +11,8 @@ constexpr uint8_t Checked = 1, Updated = 2, Personal = 4, RowBold = 8;
 }
 
 struct ListModel::Impl {
+    Impl();
+    ~Impl();
     std::vector<liststore::Column> cols;
     liststore::ChunkedVector<uint8_t> flags; // per stored row
     size_t rows = 0;
@@ -25,6 +28,16 @@ struct ListModel::Impl {
     bool colourFlags = false; // the rows carry UPDATED or PERSONAL_DB
     qint64 changed = -1;      // stored row of the record the user changed last, -1 for none
     ListModel::LoadError loadError;
+    struct Load;
+    std::unique_ptr<Load> loading; // while rows are still to be read
+
+    // Loading (listload.cpp): the columns of a result set; its rows until the end (true) or until the
+    // budget is spent (false; a negative budget has none); the end of loading; the view order of the
+    // rows read at first.
+    void prepare(Recordset& rs, const ListColors& rowColors);
+    bool readRows(qint64 budgetNs, Progress* progress);
+    void finishColumns();
+    void showFirstRows();
 
     // The cell's text as shown, and its value as the numeric sort reads that text.
     void cellText(size_t src, int col, QString& out) const;

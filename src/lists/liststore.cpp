@@ -64,7 +64,7 @@ std::string_view TextStore::at(uint32_t ref) const {
     return {reinterpret_cast<const char*>(p), len};
 }
 
-void Column::note(Cell c) {
+void Column::noteOther(Cell c) {
     if (m_mixed) {
         m_cls.push_back(uint8_t(c));
         return;
@@ -101,26 +101,6 @@ void Column::appendNull() {
     ++m_rows;
 }
 
-void Column::appendInt(qint64 v) {
-    note(Cell::Int);
-    m_num.fill(m_rows, 0);
-    m_num.push_back(v);
-    if (!m_textRef.empty())
-        m_textRef.fill(m_rows + 1, 0);
-    ++m_rows;
-}
-
-void Column::appendReal(double v) {
-    note(Cell::Real);
-    qint64 bits;
-    std::memcpy(&bits, &v, sizeof bits);
-    m_num.fill(m_rows, 0);
-    m_num.push_back(bits);
-    if (!m_textRef.empty())
-        m_textRef.fill(m_rows + 1, 0);
-    ++m_rows;
-}
-
 void Column::appendText(const QString& s) {
     // ASCII, by far the common case, narrows in one pass; anything else goes through the codec.
     const qsizetype n = s.size();
@@ -141,10 +121,16 @@ void Column::appendText(const QString& s) {
 void Column::appendUtf8(const char* data, size_t len) {
     note(Cell::Text);
     if (asciiOnly) {
-        unsigned char orAll = 0;
-        for (size_t i = 0; i < len; ++i)
+        uint64_t orAll = 0;
+        size_t i = 0;
+        for (; i + 8 <= len; i += 8) {
+            uint64_t w;
+            std::memcpy(&w, data + i, 8);
+            orAll |= w;
+        }
+        for (; i < len; ++i)
             orAll |= static_cast<unsigned char>(data[i]);
-        asciiOnly = orAll < 0x80;
+        asciiOnly = (orAll & 0x8080808080808080ull) == 0;
     }
     uint32_t ref = 0;
     if (m_dedup) {

@@ -8,6 +8,7 @@
 #include <QString>
 
 #include <cstdint>
+#include <cstring>
 #include <memory>
 #include <string_view>
 #include <vector>
@@ -20,9 +21,13 @@ public:
     static constexpr size_t ChunkSize = size_t(1) << Shift;
 
     void push_back(T v) {
-        if (m_size % ChunkSize == 0)
+        if (m_left == 0) {
             m_chunks.emplace_back(new T[ChunkSize]);
-        m_chunks.back()[m_size % ChunkSize] = v;
+            m_next = m_chunks.back().get();
+            m_left = ChunkSize;
+        }
+        *m_next++ = v;
+        --m_left;
         ++m_size;
     }
     void fill(size_t n, T v) {
@@ -38,6 +43,8 @@ public:
 private:
     std::vector<std::unique_ptr<T[]>> m_chunks;
     size_t m_size = 0;
+    T* m_next = nullptr; // where the next value goes, m_left places before the chunk ends
+    size_t m_left = 0;
 };
 
 // Texts as length-prefixed UTF-8 in 1 MB chunks; a reference is (chunk << 20) | position.
@@ -75,8 +82,26 @@ public:
     bool asciiOnly = true;
 
     void appendNull();
-    void appendInt(qint64 v);
-    void appendReal(double v);
+    void appendInt(qint64 v) {
+        note(Cell::Int);
+        if (m_num.size() != m_rows)
+            m_num.fill(m_rows, 0);
+        m_num.push_back(v);
+        if (!m_textRef.empty())
+            m_textRef.fill(m_rows + 1, 0);
+        ++m_rows;
+    }
+    void appendReal(double v) {
+        qint64 bits;
+        std::memcpy(&bits, &v, sizeof bits);
+        note(Cell::Real);
+        if (m_num.size() != m_rows)
+            m_num.fill(m_rows, 0);
+        m_num.push_back(bits);
+        if (!m_textRef.empty())
+            m_textRef.fill(m_rows + 1, 0);
+        ++m_rows;
+    }
     void appendText(const QString& s);
     void appendUtf8(const char* data, size_t len);
     void finish(); // ends loading: drops the table of equal texts
@@ -90,7 +115,13 @@ public:
     size_t bytes() const;
 
 private:
-    void note(Cell c);
+    // Records the class of the next cell. Inline for the common case: a column of one class.
+    void note(Cell c) {
+        if (c == m_uniform && c != Cell::Null && !m_mixed)
+            return;
+        noteOther(c);
+    }
+    void noteOther(Cell c);
     size_t m_rows = 0;
     Cell m_uniform = Cell::Null;
     bool m_mixed = false;
