@@ -3,6 +3,7 @@
 #include "stats.h"
 
 #include "app/frmmain.h"
+#include "app/itemlistview.h"
 #include "app/liststatements.h"
 #include "app/mainsettings.h"
 #include "app/modinit.h"
@@ -16,10 +17,10 @@
 #include <QBasicTimer>
 #include <QComboBox>
 #include <QDir>
+#include <QHeaderView>
 #include <QLabel>
 #include <QTimer>
 #include <QTimerEvent>
-#include <QTreeView>
 
 #include <algorithm>
 #include <cmath>

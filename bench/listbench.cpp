@@ -128,9 +128,8 @@ void fillList(ListModel& model, const QString& jetSql) {
 
 ShownList::ShownList() {
     view.setModel(&model);
-    view.setUniformRowHeights(true);
-    view.setRootIsDecorated(false);
-    view.setAllColumnsShowFocus(true);
+    view.setSelectionMode(QAbstractItemView::SingleSelection);
+    view.setSelectionBehavior(QAbstractItemView::SelectRows);
     view.header()->setStretchLastSection(false);
     view.resize(1280, 800);
     sorter.setListView(&view);

@@ -2,11 +2,11 @@
 // The pieces the benchmark measures: the bare statement loop (the limit), the list filled as the main
 // window fills it (into a list view on screen) and plainly, and the memory of a loaded list in a fresh
 // process.
+#include "app/itemlistview.h"
 #include "lists/listmodel.h"
 #include "lists/listviewsort.h"
 
 #include <QString>
-#include <QTreeView>
 
 namespace bench {
 
@@ -24,12 +24,12 @@ qint64 bareLoop(const QString& jetSql);
 // Opens the statement through Recordset and fills the model at once (ListModel::load).
 void fillList(ListModel& model, const QString& jetSql);
 
-// The list as the main window shows it: the model in a shown list view with uniform row heights and
-// a header that sorts on a click, as big as a window's list.
+// The list as the main window shows it: the model in the window's own list view, shown, with a header
+// that sorts on a click, as big as a window's list.
 struct ShownList {
     ShownList();
     ListModel model;
-    QTreeView view;
+    ItemListView view;
     ListViewSort sorter;
 };
 // Loads the statement as the window does: ListModel::startLoad, the event loop run until
