@@ -151,7 +151,6 @@ void loadShown(ShownList& list, const QString& jetSql) {
     if (!finished)
         loop.exec();
     QObject::disconnect(done);
-    QApplication::processEvents();
     const ListModel::LoadError error = list.model.loadError();
     if (error.number != 0)
         throw VbError(error.number, error.description);

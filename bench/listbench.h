@@ -33,8 +33,9 @@ struct ShownList {
     ListViewSort sorter;
 };
 // Loads the statement as the window does: ListModel::startLoad, the event loop run until
-// loadFinished, then the events the view has left pending (its layout, its paint). Works whether
-// startLoad reads everything at once or in steps. Throws VbError when the load fails.
+// loadFinished (what the view does meanwhile counts; what it leaves pending after the last row is the
+// caller's). Works whether startLoad reads everything at once or in steps. Throws VbError when the
+// load fails.
 void loadShown(ShownList& list, const QString& jetSql);
 // Lets the view handle what the model told it and paints its first screenful now.
 void paintShown(ShownList& list);
