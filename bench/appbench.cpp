@@ -87,15 +87,15 @@ void printCase(const StartCase& c) {
            timingOf(r, FirstScreen), 0.4);
     info(QStringLiteral("    from then until the whole list is in [wall]"), restOf(r, FirstScreen, WholeList),
          QStringLiteral("s"));
-    reportWall(QStringLiteral("    the window's longest freeze meanwhile"), wallOf(r, StartFreeze), 0.1);
+    report(QStringLiteral("    the window's longest freeze meanwhile"), timingOf(r, StartFreeze), 0.1);
     info(stall + QStringLiteral(" [wall]"), wallOf(r, StartStall), QStringLiteral("s"));
     info(QStringLiteral("program start to the whole list"), timingOf(r, WholeList));
     report(QStringLiteral("switch back from Stations to the first screenful painted"),
            timingOf(r, SwitchScreen), 0.4);
     info(QStringLiteral("    from then until the whole list is in [wall]"),
          restOf(r, SwitchScreen, SwitchWhole), QStringLiteral("s"));
-    reportWall(QStringLiteral("    the window's longest freeze from the switch on"), wallOf(r, SwitchFreeze),
-               0.1);
+    report(QStringLiteral("    the window's longest freeze from the switch on"), timingOf(r, SwitchFreeze),
+           0.1);
     info(stall + QStringLiteral(" [wall]"), wallOf(r, SwitchStall), QStringLiteral("s"));
     info(QStringLiteral("switch back to the whole list"), timingOf(r, SwitchWhole));
     const std::vector<double> status = r.wall.value(QLatin1String(SwitchStatus));

@@ -13,9 +13,9 @@ namespace bench {
 // The keys the child prints: wall seconds from launch and CPU seconds of the process so far...
 inline constexpr const char* FirstScreen = "first-screen"; // ...at the first screenful of rows painted
 inline constexpr const char* WholeList = "whole-list";     // ...when the list had every row
-// Wall seconds only: the longest the main window went without processing an event it could take
-// (Freeze), and without processing any event (Stall, a modal window's included), from the first
-// screenful until the list was whole.
+// The longest the main window went without processing an event it could take (Freeze), and without
+// processing any event (Stall, a modal window's included), from the first screenful until the list
+// was whole: the longest such gap by the wall clock, and the most CPU time spent in one.
 inline constexpr const char* StartFreeze = "start-freeze";
 inline constexpr const char* StartStall = "start-stall";
 inline constexpr const char* Rows = "rows"; // the rows of the whole list, as the wall value

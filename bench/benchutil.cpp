@@ -125,10 +125,6 @@ void info(const QString& what, const Timing& t) {
     info(QStringLiteral("    the same by the wall clock"), t.wallRuns, QStringLiteral("s"));
 }
 
-void reportWall(const QString& what, const Summary& wall, double goal) {
-    report(what + QStringLiteral(" [wall]"), wall, QStringLiteral("s"), goal);
-}
-
 void report(const QString& what, const Summary& s, const QString& unit, double goal) {
     printLine(what, withSpread(s, unit), verdict(s.median, goal));
 }

@@ -59,7 +59,5 @@ void info(const QString& what, const Summary& s, const QString& unit);
 // A timed figure: CPU seconds against the goal, the wall clock on the line below; both with spread.
 void report(const QString& what, const Timing& t, double goal);
 void info(const QString& what, const Timing& t);
-// A figure the wall clock alone can tell (a wait, a freeze), against its goal.
-void reportWall(const QString& what, const Summary& wall, double goal);
 
 } // namespace bench
