@@ -17,6 +17,9 @@ ItemListView::ItemListView(QWidget* parent) : QTableView(parent) {
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     horizontalHeader()->setHighlightSections(false);
     horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    // Fitting a column to its texts measures the rows in sight and this many more: enough to size
+    // it well, few enough that a list of a million rows opens at once.
+    horizontalHeader()->setResizeContentsPrecision(250);
     fitRowHeight();
 }
 

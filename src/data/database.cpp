@@ -173,6 +173,7 @@ void Database::open(const QString& connectionText) {
     // A version-6 file of an older program gets the columns added since (schema.h) before anything
     // reads it; one that cannot take them (read-only) opens as it is.
     schema::EnsureAddedColumns(h);
+    schema::EnsureAddedIndexes(h);
     m_db = h;
     m_pool = std::make_unique<Pool>();
     m_connectionText = connectionText;

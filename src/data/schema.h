@@ -94,6 +94,12 @@ inline const QString OwnedTable = QStringLiteral("OWNED_QUANTITIES");
 // Creates the added tables that the database lacks (with the same constraint names as the others).
 // False with a message in *error when one cannot be made (a read-only file, for instance).
 bool EnsureAddedTables(sqlite3* db, QString* error = nullptr);
+// Indexes added later: LVL of the four levelled tables, so that the main window's level list (the
+// highest level in use) and the level filter do not read every row of a large table. A new database
+// has them; EnsureAddedIndexes gives them to a version-6 file that lacks them (once: on a table of a
+// million rows that takes a moment). False with a message in *error when one cannot be made.
+QStringList addedIndexDdl();
+bool EnsureAddedIndexes(sqlite3* db, QString* error = nullptr);
 
 } // namespace schema
 

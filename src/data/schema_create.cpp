@@ -210,6 +210,30 @@ bool EnsureAddedTables(sqlite3* db, QString* error) {
     return true;
 }
 
+QStringList addedIndexDdl() {
+    QStringList out;
+    for (const char* table : {"EQUIPMENTS", "COMPONENTS", "RAW_MATERIALS", "ITEMS"})
+        out << QStringLiteral("CREATE INDEX IF NOT EXISTS %1 ON %2 (LVL)")
+                   .arg(q(QStringLiteral("IX_%1_LVL").arg(QLatin1String(table))), q(QLatin1String(table)));
+    return out;
+}
+
+bool EnsureAddedIndexes(sqlite3* db, QString* error) {
+    if (firstValue(db, QStringLiteral("SELECT MAX(VERSION) FROM DB_VERSION")).toString() !=
+        QString::number(Version))
+        return true;
+    const QVariant present = firstValue(
+        db,
+        QStringLiteral("SELECT COUNT(*) FROM sqlite_master WHERE type = 'index' AND name IN "
+                       "('IX_EQUIPMENTS_LVL', 'IX_COMPONENTS_LVL', 'IX_RAW_MATERIALS_LVL', 'IX_ITEMS_LVL')"));
+    if (present.toInt() == int(addedIndexDdl().size()))
+        return true;
+    for (const QString& s : addedIndexDdl())
+        if (!exec(db, s, error))
+            return false;
+    return true;
+}
+
 bool CreateSchema(sqlite3* db, QString* error) {
     RegisterSqlFunctions(db);
     QStringList statements;
@@ -217,6 +241,7 @@ bool CreateSchema(sqlite3* db, QString* error) {
         statements << tableDdl(t);
     for (const AddedColumn& a : addedColumns())
         statements << addColumnDdl(a);
+    statements << addedIndexDdl();
     for (const LookupUse& u : lookupUses())
         statements << triggerDdl(u);
     statements << QStringLiteral("INSERT INTO DB_VERSION (VERSION) VALUES (%1)").arg(Version);

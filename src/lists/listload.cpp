@@ -19,13 +19,15 @@ using liststore::Display;
 namespace {
 // The first slice shows the first screenful; the later ones leave the event loop free often enough
 // that the window never seems to hang.
-qint64 FirstSliceNs = 30'000'000;
-qint64 SliceNs = 40'000'000;
+qint64 FirstSliceNs = 10'000'000;
+qint64 SliceNs = 25'000'000;
+qint64 ShowEveryNs = 250'000'000;
 } // namespace
 
-void ListModel::setSliceBudget(qint64 firstNs, qint64 laterNs) {
+void ListModel::setSliceBudget(qint64 firstNs, qint64 laterNs, qint64 showEveryNs) {
     FirstSliceNs = firstNs;
     SliceNs = laterNs;
+    ShowEveryNs = showEveryNs;
 }
 
 namespace {
@@ -59,6 +61,7 @@ struct ListModel::Impl::Load {
     Recordset* rs = nullptr;
     std::vector<int> source;
     int checkField = -1, updatedField = -1, personalField = -1;
+    QElapsedTimer sinceShown; // since the view last heard of new rows
 };
 
 ListModel::Impl::Impl() = default;
@@ -272,6 +275,9 @@ void ListModel::Impl::finishColumns() {
 }
 
 void ListModel::Impl::showFirstRows() {
+    shownUpTo = rows;
+    if (loading)
+        loading->sinceShown.start();
     order.resize(rows);
     for (size_t r = 0; r < rows; ++r)
         order[r] = uint32_t(r);
@@ -329,7 +335,6 @@ void ListModel::startLoad(std::unique_ptr<Recordset> rs, const ListColors& color
 void ListModel::loadSlice() {
     if (!d->loading)
         return;
-    const size_t before = d->rows;
     bool done = false;
     try {
         done = d->readRows(SliceNs, nullptr);
@@ -337,22 +342,10 @@ void ListModel::loadSlice() {
         d->loadError = {e.number, e.description};
         done = true;
     }
-    // The new rows go below those shown (the name filter picks among them); a kept sort is applied
-    // to the whole list once the last row is in.
-    std::vector<uint32_t> fresh(d->rows - before);
-    for (size_t k = 0; k < fresh.size(); ++k)
-        fresh[k] = uint32_t(before + k);
-    if (!d->nameFilter.isEmpty()) {
-        d->all.insert(d->all.end(), fresh.begin(), fresh.end());
-        fresh = d->matching(fresh, NameMatcher(d->nameFilter));
-    }
-    if (!fresh.empty()) {
-        const int first = int(d->order.size());
-        beginInsertRows(QModelIndex(), first, first + int(fresh.size()) - 1);
-        d->order.insert(d->order.end(), fresh.begin(), fresh.end());
-        d->inverse.clear();
-        endInsertRows();
-    }
+    // The view hears of new rows a few times a second, not after every slice: each time it lays out
+    // and paints again, which would cost as much as reading.
+    if (done || d->loading->sinceShown.nsecsElapsed() >= ShowEveryNs)
+        showReadRows();
     Q_EMIT loadProgress(qint64(d->rows));
     if (!done) {
         m_slicer->start();
@@ -364,10 +357,35 @@ void ListModel::loadSlice() {
     Q_EMIT loadFinished();
 }
 
+void ListModel::showReadRows() {
+    // The rows read since go below those shown (the name filter picks among them); a kept sort is
+    // applied to the whole list once the last row is in.
+    const size_t from = d->shownUpTo;
+    d->shownUpTo = d->rows;
+    if (d->loading)
+        d->loading->sinceShown.start();
+    std::vector<uint32_t> fresh(d->rows - from);
+    for (size_t k = 0; k < fresh.size(); ++k)
+        fresh[k] = uint32_t(from + k);
+    if (!d->nameFilter.isEmpty()) {
+        d->all.insert(d->all.end(), fresh.begin(), fresh.end());
+        fresh = d->matching(fresh, NameMatcher(d->nameFilter));
+    }
+    if (fresh.empty())
+        return;
+    const int first = int(d->order.size());
+    beginInsertRows(QModelIndex(), first, first + int(fresh.size()) - 1);
+    d->order.insert(d->order.end(), fresh.begin(), fresh.end());
+    d->inverse.clear();
+    endInsertRows();
+}
+
 void ListModel::cancelLoad() {
     m_slicer->stop();
-    if (d->loading)
-        d->finishColumns();
+    if (!d->loading)
+        return;
+    showReadRows();
+    d->finishColumns();
 }
 
 bool ListModel::isLoading() const {

@@ -60,9 +60,10 @@ public:
     // Stops a load in progress; the rows read so far stay. clear(), load() and startLoad() cancel too.
     void cancelLoad();
     bool isLoading() const;
-    // How long the first slice and each later one read (nanoseconds; at least 256 rows a slice).
-    // The defaults keep a window answering; tests make them small to get many slices.
-    static void setSliceBudget(qint64 firstNs, qint64 laterNs);
+    // How long the first slice and each later one read (nanoseconds; at least 256 rows a slice), and
+    // how often the rows read are added to those shown. The defaults keep a window answering; tests
+    // make them small to get many slices.
+    static void setSliceBudget(qint64 firstNs, qint64 laterNs, qint64 showEveryNs);
     struct LoadError {
         long number = 0; // 0: none
         QString description;
@@ -149,6 +150,7 @@ Q_SIGNALS:
 
 private:
     void loadSlice();
+    void showReadRows();
     struct Impl;
     std::unique_ptr<Impl> d;
     QTimer* m_slicer;

@@ -30,6 +30,7 @@ struct ListModel::Impl {
     ListModel::LoadError loadError;
     struct Load;
     std::unique_ptr<Load> loading; // while rows are still to be read
+    size_t shownUpTo = 0;          // stored rows [shownUpTo, rows) are read but not yet in the view
 
     // Loading (listload.cpp): the columns of a result set; its rows until the end (true) or until the
     // budget is spent (false; a negative budget has none); the end of loading; the view order of the

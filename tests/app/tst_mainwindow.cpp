@@ -22,6 +22,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QScopeGuard>
+#include <QSignalSpy>
 #include <QStatusBar>
 #include <QTest>
 #include <QTreeView>
@@ -437,6 +438,42 @@ private Q_SLOTS:
         for (const planner::ShoppingLine& l : list->session().list().lines)
             QVERIFY(l.ref.name != "Basic Logic Board" || !l.checked);
         QCOMPARE(f.prompt().count(), 0);
+    }
+
+    // A list longer than one slice: the window shows it growing, then "Ready"; work that waits for the
+    // whole list runs once it is in, and a refresh before then drops it.
+    void aLongListComesInWhileTheWindowAnswers() {
+        {
+            auto t = transaction();
+            for (int i = 0; i < 1200; ++i)
+                db().execute(
+                    QString("INSERT INTO EQUIPMENTS (EQUIPMENT_NAME, LVL) VALUES ('Zz Bulk %1', 3)").arg(i));
+            db().commitTrans();
+        }
+        const int total = count("SELECT * FROM EQUIPMENTS");
+        ListModel::setSliceBudget(0, 0, 0); // 256 rows a slice
+        auto defaults = qScopeGuard([] { ListModel::setSliceBudget(10'000'000, 25'000'000, 250'000'000); });
+        frmMain& m = open();
+        QVERIFY(m.model()->isLoading());
+        QCOMPARE(m.panelText("Status"), "Refreshing Grid");
+        QVERIFY(m.model()->rowCount() < total);
+        QStringList ran;
+        m.whenListLoaded([&] { ran << "first"; });
+        QSignalSpy finished(m.model(), &ListModel::loadFinished);
+        QVERIFY(finished.wait());
+        QCOMPARE(ran, QStringList{"first"});
+        QCOMPARE(m.panelText("Status"), "Ready");
+        QCOMPARE(m.panelText("ItemCount"), "Items: " + QString::number(total));
+        QVERIFY(m.panelText("LoadTime").endsWith(" Seconds"));
+
+        m.RefreshGrid();
+        m.whenListLoaded([&] { ran << "dropped"; });
+        m.RefreshGrid();
+        m.whenListLoaded([&] { ran << "kept"; });
+        QVERIFY(finished.wait());
+        QTest::qWait(20);
+        QCOMPARE(ran, (QStringList{"first", "kept"}));
+        QCOMPARE(m.model()->rowCount(), total);
     }
 
 private:

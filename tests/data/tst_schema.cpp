@@ -369,6 +369,26 @@ private Q_SLOTS:
         for (const schema::Column& c : schema::findTable("COMPONENTS")->columns)
             QVERIFY(c.name != "COST_TO_MANUFACTURE");
     }
+    void anOlderFileGetsTheLevelIndexesWhenOpened() {
+        // How the engine finds the highest level: by reading every row, or through the index.
+        const auto plan = [](RawDb& raw, const char* table) {
+            QString text;
+            for (const auto& r : raw.rows(QString("EXPLAIN QUERY PLAN SELECT MAX(LVL) FROM %1").arg(table)))
+                text += r.last().toString();
+            return text;
+        };
+        {
+            RawDb raw(m_file);
+            for (const char* table : {"EQUIPMENTS", "COMPONENTS", "RAW_MATERIALS", "ITEMS"})
+                QVERIFY2(raw.exec(QString("DROP INDEX IX_%1_LVL").arg(table)), qPrintable(raw.error()));
+            QVERIFY(!plan(raw, "EQUIPMENTS").contains("INDEX"));
+        }
+        db().open(enginedb::connectionFor(m_file));
+        db().close();
+        RawDb raw(m_file);
+        for (const char* table : {"EQUIPMENTS", "COMPONENTS", "RAW_MATERIALS", "ITEMS"})
+            QVERIFY2(plan(raw, table).contains(QString("IX_%1_LVL").arg(table)), table);
+    }
     // A file of another version, one without the table, or one that cannot be written is left as it is
     // and still opens.
     void otherFilesAreLeftAsTheyAre_data() {

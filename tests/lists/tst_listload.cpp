@@ -51,8 +51,8 @@ bool waitForLoad(ListModel& m) {
 class TestListLoad : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void init() { ListModel::setSliceBudget(0, 0); } // 256 rows a slice
-    void cleanup() { ListModel::setSliceBudget(30'000'000, 40'000'000); }
+    void init() { ListModel::setSliceBudget(0, 0, 0); } // 256 rows a slice, each shown at once
+    void cleanup() { ListModel::setSliceBudget(10'000'000, 25'000'000, 250'000'000); }
 
     void inSlicesEndsAsAtOnce_data() {
         QTest::addColumn<int>("sortKey"); // -1: none
