@@ -9,6 +9,8 @@
 #include "listbench.h"
 #include "stats.h"
 
+#include "data/database.h"
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
@@ -106,6 +108,12 @@ void printCase(const StartCase& c) {
 void appFigures(const Context& context) {
     QString error;
     const QString file = ensureDatabase(context.dataFolder, 1000000, false, &error);
+    if (!file.isEmpty()) {
+        // A file the program has opened once: what it adds to an older file is then in the copy, as in
+        // a returning player's.
+        openDatabase(file);
+        db().close();
+    }
     QTemporaryDir root;
     const QString folder = root.filePath(QStringLiteral("program"));
     // Start-up may write beside the database (its journal, the error log, the lock): the program gets
