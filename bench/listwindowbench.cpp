@@ -15,7 +15,6 @@
 #include <QCheckBox>
 #include <QHeaderView>
 #include <QLineEdit>
-#include <QTreeView>
 
 #include <cstdio>
 
@@ -33,9 +32,9 @@ void listWindowFigures(const bench::Context& context) {
     ScriptedPrompt prompt; // a search that finds nothing answers its box without a screen
     ListModel model;
     fillList(model, equipmentListSql());
-    QTreeView view;
+    ItemListView view; // the main window's own list view
     view.setModel(&model);
-    view.setUniformRowHeights(true);
+    view.setSelectionBehavior(QAbstractItemView::SelectRows);
     view.header()->setStretchLastSection(false);
     view.resize(1280, 800);
     view.show();

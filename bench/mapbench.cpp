@@ -11,7 +11,6 @@
 #include "maps/ctlmap.h"
 
 #include <QDir>
-#include <QElapsedTimer>
 #include <QFileInfo>
 #include <QImage>
 #include <QPainter>
@@ -19,10 +18,8 @@
 
 #include <sqlite3.h>
 
-#include <algorithm>
 #include <cmath>
 #include <cstdio>
-#include <ctime>
 #include <functional>
 #include <vector>
 
@@ -78,33 +75,22 @@ QString ensureMapDatabase(const QString& dir, QString* error) {
     return file;
 }
 
-double processCpuSeconds() {
-    timespec ts{};
-    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &ts);
-    return double(ts.tv_sec) + double(ts.tv_nsec) / 1e9;
-}
-
-// Qt's raster engine hands parts of large fills to helper threads, which the measuring thread's own
-// CPU time does not see: the frames are timed by the CPU time of the whole process, every thread of
-// it, which is the dearer of the two and what the goal is judged by.
+// Qt's raster engine hands parts of large fills to helper threads: the frames are timed by the CPU
+// time of the whole process, every thread of it (as every figure is), divided by the frames drawn.
 bench::Timing medianProcessSeconds(int runs, const std::function<void()>& body, int frames = 1) {
     std::vector<double> cpu, wall;
     for (int i = 0; i <= runs; ++i) {
-        QElapsedTimer t;
-        const double c0 = processCpuSeconds();
-        t.start();
-        body();
-        if (i == 0)
-            continue; // the warm-up
-        wall.push_back(double(t.nsecsElapsed()) / 1e9 / frames);
-        cpu.push_back((processCpuSeconds() - c0) / frames);
+        bench::timeOnce(body, cpu, wall);
+        if (i == 0) { // the warm-up
+            cpu.clear();
+            wall.clear();
+        }
     }
-    auto median = [](std::vector<double>& v) {
-        std::sort(v.begin(), v.end());
-        const size_t n = v.size();
-        return n % 2 ? v[n / 2] : (v[n / 2 - 1] + v[n / 2]) / 2;
-    };
-    return {median(cpu), median(wall)};
+    for (double& v : cpu)
+        v /= frames;
+    for (double& v : wall)
+        v /= frames;
+    return bench::timingOf(cpu, wall);
 }
 
 // Draws one picture of the map as the screen would get it.

@@ -13,7 +13,6 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFileInfo>
-#include <QTreeView>
 
 #include <cstdio>
 
@@ -97,10 +96,8 @@ void searchFigures(const Context& c) {
          }()),
          QStringLiteral("rows"));
 
-    // The same keys with the list view attached, laying its rows out again as on screen.
-    QTreeView view;
-    view.setUniformRowHeights(true);
-    view.setRootIsDecorated(false);
+    // The same keys with the main window's list view attached, laying its rows out again as on screen.
+    ItemListView view;
     view.setModel(&model);
     view.resize(900, 600);
     view.show();

@@ -26,7 +26,9 @@ public:
     bool matchesAscii(std::string_view name) const;
 
 private:
+    bool foldedContains(std::string_view name) const;
     QString m_folded;
+    QByteArray m_utf8;  // the folded text as UTF-8
     QByteArray m_ascii; // the folded text when it is ASCII (lower case bytes)
     bool m_asciiNeedle = true;
     unsigned char m_first = 0;

@@ -51,6 +51,45 @@ private Q_SLOTS:
             QCOMPARE(NameMatcher(text).matches(n), text.isEmpty() || shown.contains(n));
     }
 
+    // The stored (UTF-8) names are matched without a QString; every pair of these texts, as needle and
+    // as name, must come out as folding both QStrings would have it.
+    void utf8MatchingAgreesWithFoldedStrings() {
+        const QStringList texts = {"Ion",
+                                   "ion d",
+                                   "Café Noir",
+                                   "NOIR",
+                                   "CAFÉ",
+                                   "é",
+                                   "Ω",
+                                   "ω",
+                                   "σ",
+                                   "ς",
+                                   "ΣΊΣΥΦΟΣ",
+                                   "KELVIN \u212A",
+                                   "k",
+                                   "vin k",
+                                   "\u017Ftrange",
+                                   "STRANGE",
+                                   "\U00010400x",
+                                   "\U00010428",
+                                   "ß",
+                                   "SS",
+                                   "Звезда",
+                                   "зВ",
+                                   "星舰 Reactor",
+                                   "舰 r",
+                                   ""};
+        for (const QString& needle : texts) {
+            const NameMatcher matcher(needle);
+            for (const QString& name : texts) {
+                const QByteArray utf8 = name.toUtf8();
+                const bool want = name.toCaseFolded().contains(needle.toCaseFolded());
+                QVERIFY2(matcher.matchesUtf8(std::string_view(utf8.constData(), size_t(utf8.size()))) == want,
+                         qPrintable(needle + " in " + name));
+            }
+        }
+    }
+
     void sortingWhileFilteredSortsEveryRow() {
         LOAD_LIST(m, QStringLiteral("SELECT NAME, POS FROM N"), nameTable(kNames));
         m.setNameFilter(QStringLiteral("e"));
