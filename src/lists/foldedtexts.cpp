@@ -134,30 +134,17 @@ void FoldUtf8(std::string_view utf8, std::string& out) {
     out.append(f.constData(), size_t(f.size()));
 }
 
-char* FoldedTexts::room(size_t bytes) {
-    // The record (length and text) and the eight bytes chunkAt() may read past the text's end.
-    const size_t need = 4 + bytes + 8;
-    if (m_used + need > m_size) {
-        if (m_chunks.size() >= (size_t(1) << (32 - PlaceBits)))
-            throw std::length_error("folded texts beyond 16 GB");
-        const size_t size = std::max(need, ChunkBytes);
-        m_chunks.push_back(std::make_unique_for_overwrite<char[]>(size));
-        m_size = size;
-        m_used = 0;
-    }
-    return m_chunks.back().get() + m_used + 4;
-}
-
-void FoldedTexts::close(size_t length) {
-    char* r = m_chunks.back().get() + m_used;
-    const uint32_t len = uint32_t(length);
-    std::memcpy(r, &len, 4);
-    std::memset(r + 4 + length, 0, 8);
-    m_pos.push_back(uint32_t(((m_chunks.size() - 1) << PlaceBits) | (m_used / 4)));
-    // A text longer than a chunk has a chunk of its own.
-    m_used = std::min(m_size, m_used + ((4 + length + 3) & ~size_t(3)));
-    if (m_size > ChunkBytes)
-        m_used = m_size;
+void FoldedTexts::newChunk(size_t need) {
+    // Positions address 1024 chunks; a text longer than a chunk has one of its own size.
+    if (m_chunks.size() >= (size_t(1) << (32 - PlaceBits)))
+        throw std::length_error("folded texts beyond 4 GB");
+    if (!m_chunks.empty())
+        m_ends.push_back(m_used);
+    m_size = std::max(need, ChunkBytes);
+    m_chunks.push_back(std::make_unique_for_overwrite<char[]>(m_size));
+    m_last = m_chunks.back().get();
+    m_used = 0;
+    m_full = m_size > ChunkBytes; // a text longer than a chunk: the next one starts another
 }
 
 void FoldedTexts::add(std::string_view utf8) {

@@ -94,7 +94,6 @@ public:
         if (rankFew(rows, out, &groups))
             return groups;
         ranks::FoldedTexts texts;
-        texts.reserve(rows.size());
         QString s;
         for (size_t i = 0; i < rows.size(); ++i) {
             const size_t r = rows[i];

@@ -29,13 +29,25 @@ public:
             return 0;
         auto items = std::make_unique_for_overwrite<KeyRow[]>(n);
         KeyRow* v = items.get();
-        for (size_t i = 0; i < n; ++i) {
-            const uint32_t pos = m_texts.position(i);
-            v[i] = {m_texts.chunkAt(pos, 0), uint32_t(i) | (m_texts.lengthAt(pos) > 8 ? GoesOn : 0), pos};
-        }
         m_first.assign(n / 64 + 1, 0);
-        std::vector<Run> runs{{0, n}}, next;
-        for (size_t depth = 0; !runs.empty(); depth += 8) {
+        m_more.assign(n / 64 + 1, 0);
+        std::vector<Run> runs, next;
+        size_t depth = 8;
+        if (!firstLevelByCounting(v, runs)) {
+            // The first eight bytes of every text, and the next eight while the text is at hand.
+            m_level = std::make_unique_for_overwrite<uint64_t[]>(n);
+            m_levelDepth = 8;
+            m_texts.forEach([&](size_t i, uint32_t pos) {
+                const size_t len = m_texts.lengthAt(pos);
+                v[i] = {m_texts.chunkAt(pos, 0), uint32_t(i) | (len > 8 ? GoesOn : 0), pos};
+                m_level[i] = m_texts.chunkAt(pos, 8);
+                if (len > 16)
+                    m_more[i / 64] |= uint64_t(1) << (i % 64);
+            });
+            runs = {{0, n}};
+            depth = 0;
+        }
+        for (; !runs.empty(); depth += 8) {
             next.clear();
             for (const Run& r : runs)
                 split(v + r.start, r.size, r.start, next);
@@ -60,6 +72,72 @@ private:
     };
 
     void markFirst(size_t p) { m_first[p / 64] |= uint64_t(1) << (p % 64); }
+
+    // The first level when the texts' first eight bytes take few values (names that begin with a few
+    // words): those values are counted in one walk through the texts, and a second walk puts each
+    // text's item straight in its place. False, having read only the first texts, when the values
+    // are many. Otherwise the runs of texts that go on are in runs.
+    bool firstLevelByCounting(KeyRow* v, std::vector<Run>& runs) {
+        const size_t n = m_texts.size();
+        const size_t most = std::min<size_t>(2048, n / 8);
+        if (most < 4)
+            return false;
+        const int bits = std::bit_width(2 * most - 1);
+        const size_t mask = (size_t(1) << bits) - 1;
+        m_slots.assign(mask + 1, 0);
+        m_values.clear();
+        std::vector<uint8_t> longer; // per value: a text of it goes on past eight bytes
+        auto ids = std::make_unique_for_overwrite<uint16_t[]>(n);
+        bool few = true;
+        m_texts.forEach([&](size_t i, uint32_t pos) {
+            const uint64_t k = m_texts.chunkAt(pos, 0);
+            size_t s = size_t((k * 0x9E3779B97F4A7C15ull) >> (64 - bits));
+            while (m_slots[s] != 0 && m_values[m_slots[s] - 1] != k)
+                s = (s + 1) & mask;
+            if (m_slots[s] == 0) {
+                if (m_values.size() == most)
+                    return few = false;
+                m_values.push_back(k);
+                longer.push_back(0);
+                m_slots[s] = uint16_t(m_values.size());
+            }
+            const uint16_t id = uint16_t(m_slots[s] - 1);
+            ids[i] = id;
+            longer[id] |= m_texts.lengthAt(pos) > 8;
+            return true;
+        });
+        if (!few)
+            return false;
+        const size_t values = m_values.size();
+        m_byValue.resize(values);
+        for (size_t i = 0; i < values; ++i)
+            m_byValue[i] = uint32_t(i);
+        std::sort(m_byValue.begin(), m_byValue.end(),
+                  [&](uint32_t a, uint32_t b) { return m_values[a] < m_values[b]; });
+        // Each value's first place in the sorted order.
+        m_head.assign(values, 0);
+        for (size_t i = 0; i < n; ++i)
+            ++m_head[ids[i]];
+        size_t at = 0;
+        for (const uint32_t id : m_byValue) {
+            const size_t count = m_head[id];
+            m_head[id] = at;
+            markFirst(at);
+            if (count > 1 && longer[id])
+                runs.push_back({at, count});
+            else if (count > 1 && m_texts.hasNul())
+                m_lengthRuns.push_back({at, count});
+            at += count;
+        }
+        // The items in their places, keyed by their next eight bytes.
+        m_texts.forEach([&](size_t i, uint32_t pos) {
+            const size_t len = m_texts.lengthAt(pos);
+            v[m_head[ids[i]]++] = {m_texts.chunkAt(pos, 8), uint32_t(i) | (len > 16 ? GoesOn : 0), pos};
+        });
+        for (const Run& r : m_lengthRuns)
+            byLength(v + r.start, r.size, r.start);
+        return true;
+    }
 
     // Sorts a run by its keys and marks where each value starts; runs still equal whose texts go on
     // are left for the next level.
@@ -100,36 +178,35 @@ private:
 
     // The keys at depth for the items of the runs.
     void keys(KeyRow* v, const std::vector<Run>& runs, size_t depth) {
-        size_t pending = 0;
-        for (const Run& r : runs)
-            pending += r.size;
-        const size_t n = m_texts.size();
-        if (pending < n / 16) {
-            // Few: read each where it lies, asking for it a little ahead.
-            constexpr size_t Ahead = 16;
-            for (const Run& r : runs) {
-                KeyRow* w = v + r.start;
-                for (size_t i = 0; i < r.size; ++i) {
-                    if (i + Ahead < r.size)
-                        m_texts.prefetch(w[i + Ahead].aux, depth);
-                    setKey(w[i], m_texts.chunkAt(w[i].aux, depth), m_texts.lengthAt(w[i].aux) > depth + 8);
+        if (m_levelDepth != depth) {
+            size_t pending = 0;
+            for (const Run& r : runs)
+                pending += r.size;
+            const size_t n = m_texts.size();
+            if (pending < n / 16) {
+                // Few: read each where it lies, asking for it a little ahead.
+                constexpr size_t Ahead = 16;
+                for (const Run& r : runs) {
+                    KeyRow* w = v + r.start;
+                    for (size_t i = 0; i < r.size; ++i) {
+                        if (i + Ahead < r.size)
+                            m_texts.prefetch(w[i + Ahead].aux, depth);
+                        setKey(w[i], m_texts.chunkAt(w[i].aux, depth),
+                               m_texts.lengthAt(w[i].aux) > depth + 8);
+                    }
                 }
+                return;
             }
-            return;
-        }
-        // Many: one sweep through the texts (those long enough to need it), then each item picks up
-        // its text's key.
-        if (!m_level) {
-            m_level = std::make_unique_for_overwrite<uint64_t[]>(n);
-            m_more.resize(n / 64 + 1);
-        }
-        std::fill(m_more.begin(), m_more.end(), 0);
-        for (size_t i = 0; i < n; ++i) {
-            const uint32_t pos = m_texts.position(i);
-            const size_t len = m_texts.lengthAt(pos);
-            m_level[i] = m_texts.chunkAt(pos, depth);
-            if (len > depth + 8)
-                m_more[i / 64] |= uint64_t(1) << (i % 64);
+            // Many: one sweep through the texts, then each item picks up its text's key.
+            if (!m_level)
+                m_level = std::make_unique_for_overwrite<uint64_t[]>(n);
+            std::fill(m_more.begin(), m_more.end(), 0);
+            m_texts.forEach([&](size_t i, uint32_t pos) {
+                m_level[i] = m_texts.chunkAt(pos, depth);
+                if (m_texts.lengthAt(pos) > depth + 8)
+                    m_more[i / 64] |= uint64_t(1) << (i % 64);
+            });
+            m_levelDepth = depth;
         }
         for (const Run& r : runs) {
             KeyRow* w = v + r.start;
@@ -230,8 +307,10 @@ private:
     const FoldedTexts& m_texts;
     uint32_t* m_out;
     std::vector<uint64_t> m_first;       // by place in the sorted order: a new value starts here
-    std::unique_ptr<uint64_t[]> m_level; // by text: its key at this level
-    std::vector<uint64_t> m_more;        // by text: whether it goes on past this level
+    std::vector<Run> m_lengthRuns;       // texts alike in the bytes they have, told apart by length
+    std::unique_ptr<uint64_t[]> m_level; // by text: its key at the depth m_levelDepth (0: none yet)
+    size_t m_levelDepth = 0;
+    std::vector<uint64_t> m_more; // by text: whether it goes on past that depth
     radix::Scratch<KeyRow> m_tmp;
     // fewKeys: the hash table (value number + 1, 0 free), the values, the values in order and each
     // value's place in it, and each place's next free slot and end.

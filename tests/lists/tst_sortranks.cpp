@@ -168,9 +168,39 @@ private Q_SLOTS:
         t.add(in);
         t.add(QString::fromUtf8(utf8));
         QCOMPARE(t.size(), size_t(2));
-        for (size_t i = 0; i < 2; ++i)
-            QCOMPARE(QByteArray(t.at(i).data(), qsizetype(t.at(i).size())), expected);
+        t.forEach([&](size_t, uint32_t pos) {
+            const std::string_view got = t.textAt(pos);
+            QCOMPARE(QByteArray(got.data(), qsizetype(got.size())), expected);
+        });
         QCOMPARE(t.hasNul(), expected.contains('\0'));
+    }
+
+    // Texts of every length among short ones: 254 and 255 bytes (the head grows), and a text longer
+    // than a storage chunk, which the walk through the texts steps over.
+    void rankTextsOfEveryLength() {
+        const std::vector<std::string> raw = {"b",
+                                              std::string(254, 'a'),
+                                              std::string(5 << 20, 'A') + "x",
+                                              std::string(255, 'a'),
+                                              "a",
+                                              std::string(255, 'a') + "B",
+                                              "",
+                                              "c"};
+        ranks::FoldedTexts t;
+        std::vector<std::string> reference;
+        for (const std::string& s : raw) {
+            t.add(s);
+            reference.push_back(folded(QString::fromStdString(s)));
+        }
+        std::vector<std::string> walked;
+        t.forEach([&](size_t i, uint32_t pos) {
+            QCOMPARE(i, walked.size());
+            walked.emplace_back(t.textAt(pos));
+        });
+        QVERIFY(walked == reference);
+        std::vector<uint32_t> got(raw.size());
+        QCOMPARE(ranks::RankTexts(t, got.data()), 8u);
+        QCOMPARE(got, referenceRanks(reference));
     }
 
     // Random bytes: valid letters of every alphabet above, capitals, and stray bytes that make the
