@@ -8,7 +8,7 @@
 namespace radix {
 
 namespace {
-// LSD passes over digits of `width` bits of what key(item) gives, stable; the result ends in v.
+// LSD passes over the low `bits` of what key(item) gives, stable; the result ends in v.
 template <typename T, typename Key> void digitPasses(T* v, size_t n, T* scratch, int bits, Key key) {
     if (bits <= 0)
         return;
@@ -50,7 +50,8 @@ void sortKeyRows(KeyRow* v, size_t n, Scratch<KeyRow>& tmp) {
         std::stable_sort(v, v + n, [](const KeyRow& a, const KeyRow& b) { return a.key < b.key; });
         return;
     }
-    // Which bytes vary, and how often each of those takes each value.
+    // Which bytes vary, and how often each of those takes each value: one pass for each of them, and
+    // none for the bytes every key shares.
     uint64_t differ = 0;
     for (size_t i = 1; i < n; ++i)
         differ |= v[i].key ^ v[0].key;
@@ -67,59 +68,23 @@ void sortKeyRows(KeyRow* v, size_t n, Scratch<KeyRow>& tmp) {
         for (size_t j = 0; j < varyingBytes; ++j)
             ++counts[j * 256 + ((k >> (8 * varying[j])) & 0xFF)];
     }
-    KeyRow* scratch = tmp.get(n);
-
-    // Keys of texts use few values per byte (letters, digits, blanks). Replacing each byte by its
-    // place among the values it takes keeps the order and packs the key into fewer bits: when that
-    // saves passes, the keys are sorted packed.
-    int bits = 0;
-    std::array<int, 8> width{};
+    KeyRow* src = v;
+    KeyRow* dst = tmp.get(n);
     for (size_t j = 0; j < varyingBytes; ++j) {
-        const auto values = unsigned(
-            std::count_if(&counts[j * 256], &counts[j * 256] + 256, [](uint32_t c) { return c != 0; }));
-        width[j] = std::bit_width(values - 1);
-        bits += width[j];
-    }
-    const int packedPasses = (bits + 10) / 11;
-    if (size_t(packedPasses) >= varyingBytes) {
-        // Byte by byte, with the counts at hand.
-        KeyRow* src = v;
-        KeyRow* dst = scratch;
-        for (size_t j = 0; j < varyingBytes; ++j) {
-            uint32_t* c = &counts[j * 256];
-            uint32_t sum = 0;
-            for (size_t x = 0; x < 256; ++x) {
-                const uint32_t t = c[x];
-                c[x] = sum;
-                sum += t;
-            }
-            const int shift = 8 * int(varying[j]);
-            for (size_t i = 0; i < n; ++i)
-                dst[c[(src[i].key >> shift) & 0xFF]++] = src[i];
-            std::swap(src, dst);
+        uint32_t* c = &counts[j * 256];
+        uint32_t sum = 0;
+        for (size_t x = 0; x < 256; ++x) {
+            const uint32_t t = c[x];
+            c[x] = sum;
+            sum += t;
         }
-        if (src != v)
-            std::copy(src, src + n, v);
-        return;
+        const int shift = 8 * int(varying[j]);
+        for (size_t i = 0; i < n; ++i)
+            dst[c[(src[i].key >> shift) & 0xFF]++] = src[i];
+        std::swap(src, dst);
     }
-    // Packed: a table per byte gives its place already shifted where it goes.
-    std::vector<uint64_t> table(varyingBytes * 256, 0);
-    int at = 0;
-    for (size_t j = 0; j < varyingBytes; ++j) {
-        uint64_t place = 0;
-        for (size_t x = 0; x < 256; ++x)
-            if (counts[j * 256 + x])
-                table[j * 256 + x] = place++ << at;
-        at += width[j];
-    }
-    for (size_t i = 0; i < n; ++i) {
-        const uint64_t k = v[i].key;
-        uint64_t p = 0;
-        for (size_t j = 0; j < varyingBytes; ++j)
-            p |= table[j * 256 + ((k >> (8 * varying[j])) & 0xFF)];
-        v[i].key = p;
-    }
-    digitPasses(v, n, scratch, bits, [](const KeyRow& r) { return r.key; });
+    if (src != v)
+        std::copy(src, src + n, v);
 }
 
 void sortByHighWord(uint64_t* v, size_t n, int bits, Scratch<uint64_t>& tmp) {

@@ -30,9 +30,7 @@ private:
     size_t m_size = 0;
 };
 
-// Sorts by key, stable. The keys may come back as other numbers in the same order, equal where they
-// were equal: bytes that take few values (letters, digits, blanks) are replaced by their places among
-// those values, which packs the keys into fewer bits and so fewer passes.
+// Sorts by key, stable: one pass for each byte in which the keys differ.
 void sortKeyRows(KeyRow* v, size_t n, Scratch<KeyRow>& tmp);
 
 // Sorts values by their high 32 bits, stable; only the low `bits` of those may be set. The low 32

@@ -113,7 +113,7 @@ std::vector<uint64_t> numbers(const QString& kind, int count, quint32 seed) {
             out.push_back(42);
         else if (kind == QLatin1String("few"))
             out.push_back((r % 7) << 40);
-        else if (kind == QLatin1String("wide")) // two bytes taking every value: sorted byte by byte
+        else if (kind == QLatin1String("wide")) // two bytes apart taking every value
             out.push_back(r & 0xFF00FF00ull);
         else if (kind == QLatin1String("digits")) // ASCII digits in the low bytes, like text keys
             out.push_back(0x3030303030303030ull + ((r % 10) << 8) + ((r >> 8) % 10) +
@@ -275,7 +275,7 @@ private Q_SLOTS:
         QCOMPARE(got, referenceRanks(keys));
     }
 
-    // The radix sort keeps equal keys in the order they came in, byte by byte and packed alike.
+    // The radix sort keeps equal keys in the order they came in, whichever bytes differ.
     void radixSortIsStable_data() { rankKeys_data(); }
     void radixSortIsStable() {
         QFETCH(QString, kind);
@@ -289,7 +289,7 @@ private Q_SLOTS:
         for (size_t i = 1; i < v.size(); ++i) {
             const uint64_t a = keys[v[i - 1].row], b = keys[v[i].row];
             QVERIFY2(a < b || (a == b && v[i - 1].row < v[i].row), qPrintable(QString::number(i)));
-            QCOMPARE(v[i - 1].key == v[i].key, a == b); // keys may be renumbered, never merged
+            QCOMPARE(v[i].key, b);
         }
     }
 
