@@ -77,6 +77,20 @@ size_t foldInto(std::string_view in, char* out, bool* nul) {
             ++p;
             continue;
         }
+        if (!bmp)
+            bmp = bmpFolding();
+        if (b >= 0xC2 && b <= 0xDF && end - p >= 2 && (p[1] & 0xC0) == 0x80) {
+            // Two bytes (Latin, Greek, Cyrillic letters) that fold to two bytes, the common case.
+            const char16_t f = bmp[char32_t(b & 0x1F) << 6 | (p[1] & 0x3F)];
+            p += 2;
+            if (f >= 0x80 && f < 0x800) {
+                *o++ = char(0xC0 | (f >> 6));
+                *o++ = char(0x80 | (f & 0x3F));
+            } else {
+                o = put(o, f);
+            }
+            continue;
+        }
         char32_t c;
         int len;
         if (b >= 0xC2 && b <= 0xDF) {
@@ -103,8 +117,6 @@ size_t foldInto(std::string_view in, char* out, bool* nul) {
             return Malformed;
         p += len;
         if (c < 0x10000) {
-            if (!bmp)
-                bmp = bmpFolding();
             if (const char16_t f = bmp[c]) {
                 o = put(o, f);
                 continue;
