@@ -169,7 +169,12 @@ struct TextSorter {
 } // namespace
 
 std::vector<uint32_t> ListModel::Impl::sortedOrder(int col, int direction) const {
-    const size_t n = order.size();
+    return sortRows(col, direction, order);
+}
+
+std::vector<uint32_t> ListModel::Impl::sortRows(int col, int direction,
+                                                const std::vector<uint32_t>& base) const {
+    const size_t n = base.size();
     const bool descending = direction == ListModel::Descending;
     const QString tag = cols[size_t(col)].tag.toUpper();
     const Column& c = cols[size_t(col)];
@@ -178,7 +183,7 @@ std::vector<uint32_t> ListModel::Impl::sortedOrder(int col, int direction) const
     std::vector<KeyPos> tmp;
     auto finish = [&] {
         for (size_t p = 0; p < n; ++p)
-            result[p] = order[items[p].pos];
+            result[p] = base[items[p].pos];
         return result;
     };
 
@@ -187,7 +192,7 @@ std::vector<uint32_t> ListModel::Impl::sortedOrder(int col, int direction) const
         bool plain = true;
         for (size_t p = 0; p < n; ++p) {
             double v = 0;
-            if (cellNumber(order[p], col, &v)) {
+            if (cellNumber(base[p], col, &v)) {
                 const double a = std::fabs(v);
                 plain = plain && (a == 0.0 || (a >= 1e-15 && a < 1e30));
             } else {
@@ -204,7 +209,7 @@ std::vector<uint32_t> ListModel::Impl::sortedOrder(int col, int direction) const
         std::vector<std::string> keys(n);
         QString s;
         for (size_t p = 0; p < n; ++p) {
-            cellText(order[p], col, s);
+            cellText(base[p], col, s);
             keys[p] = NumberSortText(s).toStdString();
         }
         for (size_t p = 0; p < n; ++p)
@@ -216,7 +221,7 @@ std::vector<uint32_t> ListModel::Impl::sortedOrder(int col, int direction) const
     }
 
     if (tag == ListModel::DateTag) {
-        // Keys are read in storage order (the texts lie in that order) and then placed by view row.
+        // Keys are read in storage base (the texts lie in that base) and then placed by view row.
         std::vector<qint64> byStored(n);
         QString scratch;
         const bool ascii = c.asciiOnly;
@@ -229,7 +234,7 @@ std::vector<uint32_t> ListModel::Impl::sortedOrder(int col, int direction) const
             }
         }
         for (size_t p = 0; p < n; ++p) {
-            const uint64_t k = orderedInt(byStored[order[p]]);
+            const uint64_t k = orderedInt(byStored[base[p]]);
             items[p] = {descending ? ~k : k, uint32_t(p)};
         }
         radixSort(items.data(), n, tmp);
@@ -244,7 +249,7 @@ std::vector<uint32_t> ListModel::Impl::sortedOrder(int col, int direction) const
     std::vector<std::pair<size_t, size_t>> writtenAt;
     QString s;
     for (size_t p = 0; p < n; ++p) {
-        const size_t src = order[p];
+        const size_t src = base[p];
         if (c.cellClass(src) == Cell::Text) {
             const std::string_view t = c.textAt(src);
             bool ascii = true;
@@ -281,8 +286,14 @@ void ListModel::setSort(int key, int order) {
     d->sorted = key >= 0;
     if (key < 0 || size_t(key) >= d->cols.size() || d->rows == 0)
         return;
-    std::vector<uint32_t> next = d->sortedWithFilter(key, d->sortOrder);
+    // While the whole list is being sorted on another thread the choice is only noted: that sort
+    // is redone for it when it ends.
+    if (m_background)
+        return;
+    showOrder(d->sortedWithFilter(key, d->sortOrder));
+}
 
+void ListModel::showOrder(std::vector<uint32_t> next) {
     Q_EMIT layoutAboutToBeChanged({}, QAbstractItemModel::VerticalSortHint);
     const QModelIndexList before = persistentIndexList();
     std::vector<uint32_t> sources;
