@@ -269,5 +269,6 @@ qint64 ListModel::memoryUsed() const {
         bytes += c.bytes();
     for (const auto& b : d->cellBold)
         bytes += b.capacity() * 8;
+    bytes += d->keptRanks.bytes();
     return qint64(bytes);
 }

@@ -1,5 +1,6 @@
 #pragma once
 // The inside of ListModel, shared by its loading, display and sorting sources.
+#include "lists/keptranks.h"
 #include "lists/listmodel.h"
 #include "lists/liststore.h"
 
@@ -28,6 +29,7 @@ struct ListModel::Impl {
     bool colourFlags = false; // the rows carry UPDATED or PERSONAL_DB
     qint64 changed = -1;      // stored row of the record the user changed last, -1 for none
     ListModel::LoadError loadError;
+    mutable ranks::KeptRanks keptRanks; // the sort keys of the columns sorted last
     struct Load;
     std::unique_ptr<Load> loading; // while rows are still to be read
     size_t shownUpTo = 0;          // stored rows [shownUpTo, rows) are read but not yet in the view

@@ -1,14 +1,19 @@
 // The list's column-click sort. Numeric and date cells are ordered as their fixed-width key texts
 // (sortkeys.h) would order them; the keys are computed as numbers, which gives that order over the
 // range the texts can express, and the rare values beyond it are sorted by the key texts themselves.
+// Texts are ordered without case. A column's keys are turned into ranks once and kept with the model
+// (keptranks.h): sorting the column again, in either direction, only reorders the rows by rank.
 #include "lists/cellformat.h"
+#include "lists/keptranks.h"
 #include "lists/listmodel_p.h"
 #include "lists/sortkeys.h"
+#include "lists/textranks.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstring>
 #include <limits>
+#include <memory>
 #include <string>
 
 using liststore::Cell;
@@ -64,14 +69,6 @@ qint64 ListModel::Impl::cellDate(size_t src, int col, QString& scratch) const {
 }
 
 namespace {
-// A sort key and the row's current view position. Keys are unsigned numbers whose order is the sort
-// order (descending keys are inverted), and the radix sort below is stable, so equal keys keep the
-// current view order: the sort is stable in both directions.
-struct KeyPos {
-    uint64_t key;
-    uint32_t pos;
-};
-
 uint64_t orderedDouble(double v) {
     uint64_t u;
     std::memcpy(&u, &v, sizeof u);
@@ -83,88 +80,194 @@ uint64_t orderedInt(qint64 v) {
     return uint64_t(v) ^ (uint64_t(1) << 63);
 }
 
-void radixSort(KeyPos* v, size_t n, std::vector<KeyPos>& tmp) {
-    if (n < 64) {
-        std::stable_sort(v, v + n, [](const KeyPos& a, const KeyPos& b) { return a.key < b.key; });
-        return;
-    }
-    if (tmp.size() < n)
-        tmp.resize(n);
-    std::vector<size_t> counts(8 * 256, 0);
-    for (size_t i = 0; i < n; ++i) {
-        const uint64_t k = v[i].key;
-        for (int b = 0; b < 8; ++b)
-            ++counts[size_t(b) * 256 + ((k >> (8 * b)) & 0xFF)];
-    }
-    KeyPos* src = v;
-    KeyPos* dst = tmp.data();
-    for (int b = 0; b < 8; ++b) {
-        size_t* c = &counts[size_t(b) * 256];
-        if (c[(src[0].key >> (8 * b)) & 0xFF] == n)
-            continue; // every key has the same byte here
-        size_t sum = 0;
-        for (int i = 0; i < 256; ++i) {
-            const size_t t = c[i];
-            c[i] = sum;
-            sum += t;
+enum KeyKind { TextKey, NumberKey, DateKey };
+
+// The keys of each kind, read through the model's cells (Model is ListModel::Impl).
+
+// Texts without case: every cell as shown, case-folded. Stored texts are folded where they lie.
+template <typename Model> class TextSource : public ranks::RankSource {
+public:
+    TextSource(const Model& d, int col) : m_d(d), m_col(col), m_c(d.cols[size_t(col)]) {}
+
+    uint32_t rank(const ranks::Rows& rows, uint32_t* out) override {
+        uint32_t groups = 0;
+        if (rankFew(rows, out, &groups))
+            return groups;
+        ranks::FoldedTexts texts;
+        QString s;
+        for (size_t i = 0; i < rows.size(); ++i) {
+            const size_t r = rows[i];
+            if (m_c.cellClass(r) == Cell::Text) {
+                texts.add(m_c.textAt(r));
+            } else {
+                m_d.cellText(r, m_col, s);
+                texts.add(s);
+            }
         }
-        for (size_t i = 0; i < n; ++i)
-            dst[c[(src[i].key >> (8 * b)) & 0xFF]++] = src[i];
-        std::swap(src, dst);
-    }
-    if (src != v)
-        std::copy(src, src + n, v);
-}
-
-// Texts without case: ASCII folded to lower case byte by byte (other texts arrive case-folded), sorted
-// 8 bytes at a time, going deeper only inside runs that are still equal.
-struct TextSorter {
-    std::vector<std::string_view> texts; // by current view position
-    bool descending = false;
-    std::vector<KeyPos> tmp;
-
-    static unsigned char fold(char ch) {
-        const unsigned char c = static_cast<unsigned char>(ch);
-        return (c >= 'A' && c <= 'Z') ? static_cast<unsigned char>(c + 32) : c;
+        return ranks::RankTexts(texts, out);
     }
 
-    static uint64_t chunk(std::string_view s, size_t from) {
-        uint64_t k = 0;
-        for (size_t i = 0; i < 8; ++i)
-            k = (k << 8) | (from + i < s.size() ? fold(s[from + i]) : 0);
-        return k;
+    int compare(size_t a, size_t b) override {
+        fold(a, m_a);
+        if (b != m_bRow) { // a merge compares one new row with many old ones
+            fold(b, m_b);
+            m_bRow = b;
+        }
+        return m_a.compare(m_b);
     }
 
-    void sort(KeyPos* items, size_t n, size_t offset) {
-        // Skip what all texts of the range have in common.
-        const std::string_view first = texts[items[0].pos];
-        size_t common = first.size() > offset ? first.size() - offset : 0;
-        size_t longest = first.size();
-        for (size_t i = 1; i < n; ++i) {
-            const std::string_view t = texts[items[i].pos];
-            longest = std::max(longest, t.size());
-            size_t k = 0;
-            while (k < common && offset + k < t.size() && fold(t[offset + k]) == fold(first[offset + k]))
-                ++k;
-            common = k;
+private:
+    // A column of few distinct texts (types, makers) keeps each text once: its cells are ranked by
+    // ranking those. False, having read only the first rows, when the texts are many.
+    bool rankFew(const ranks::Rows& rows, uint32_t* out, uint32_t* groups) const {
+        constexpr size_t Most = 4096, Slots = 2 * Most;
+        std::vector<const char*> slotText(Slots, nullptr);
+        std::vector<uint32_t> slotId(Slots);
+        ranks::FoldedTexts texts;
+        uint32_t nullId = UINT32_MAX;
+        for (size_t i = 0; i < rows.size(); ++i) {
+            const size_t r = rows[i];
+            const Cell cls = m_c.cellClass(r);
+            if (cls == Cell::Null) {
+                if (nullId == UINT32_MAX) {
+                    nullId = uint32_t(texts.size());
+                    texts.addFolded({});
+                }
+                out[i] = nullId;
+                continue;
+            }
+            if (cls != Cell::Text)
+                return false;
+            const std::string_view t = m_c.textAt(r);
+            size_t slot = (uintptr_t(t.data()) * 0x9E3779B97F4A7C15ull) >> 51; // 13 bits: Slots
+            while (slotText[slot] && slotText[slot] != t.data())
+                slot = (slot + 1) % Slots;
+            if (!slotText[slot]) {
+                if (texts.size() == Most)
+                    return false;
+                slotText[slot] = t.data();
+                slotId[slot] = uint32_t(texts.size());
+                texts.add(t);
+            }
+            out[i] = slotId[slot];
         }
-        offset += common;
-        if (longest <= offset)
-            return; // all equal: they stay in view order
-        for (size_t i = 0; i < n; ++i) {
-            const uint64_t k = chunk(texts[items[i].pos], offset);
-            items[i].key = descending ? ~k : k;
-        }
-        radixSort(items, n, tmp);
-        for (size_t i = 0; i < n;) {
-            size_t j = i + 1;
-            while (j < n && items[j].key == items[i].key)
-                ++j;
-            if (j - i > 1)
-                sort(items + i, j - i, offset + 8);
-            i = j;
+        std::vector<uint32_t> rankOf(texts.size());
+        *groups = ranks::RankTexts(texts, rankOf.data());
+        for (size_t i = 0; i < rows.size(); ++i)
+            out[i] = rankOf[out[i]];
+        return true;
+    }
+
+    void fold(size_t r, std::string& out) {
+        out.clear();
+        if (m_c.cellClass(r) == Cell::Text) {
+            ranks::FoldUtf8(m_c.textAt(r), out);
+        } else {
+            m_d.cellText(r, m_col, m_scratch);
+            const QByteArray f = m_scratch.toCaseFolded().toUtf8();
+            out.assign(f.constData(), size_t(f.size()));
         }
     }
+
+    const Model& m_d;
+    const int m_col;
+    const Column& m_c;
+    QString m_scratch;
+    std::string m_a, m_b;
+    size_t m_bRow = size_t(-1);
+};
+
+// Numbers by value; cells that are not numbers (an empty key) first.
+template <typename Model> class NumberSource : public ranks::RankSource {
+public:
+    NumberSource(const Model& d, int col) : m_d(d), m_col(col) {}
+
+    bool keys(const ranks::Rows& rows, std::vector<uint64_t>& out) override {
+        bool plain = true;
+        out.resize(rows.size());
+        for (size_t i = 0; i < rows.size(); ++i)
+            out[i] = key(rows[i], &plain);
+        return plain;
+    }
+
+    uint32_t rank(const ranks::Rows& rows, uint32_t* out) override {
+        std::vector<uint64_t> keys;
+        if (this->keys(rows, keys))
+            return ranks::RankKeys(keys.data(), keys.size(), out);
+        // Values beyond 30 integer digits or below 30 decimals: the key texts as written.
+        keys = {};
+        ranks::FoldedTexts texts;
+        for (size_t i = 0; i < rows.size(); ++i)
+            texts.addFolded(keyText(rows[i]));
+        return ranks::RankTexts(texts, out);
+    }
+
+    int compare(size_t a, size_t b) override {
+        bool plain = true;
+        const uint64_t ka = key(a, &plain), kb = key(b, &plain);
+        if (plain)
+            return ka < kb ? -1 : ka > kb ? 1 : 0;
+        return keyText(a).compare(keyText(b));
+    }
+
+private:
+    uint64_t key(size_t r, bool* plain) const {
+        double v = 0;
+        if (m_d.cellNumber(r, m_col, &v)) {
+            const double a = std::fabs(v);
+            *plain = *plain && (a == 0.0 || (a >= 1e-15 && a < 1e30));
+        } else {
+            v = -std::numeric_limits<double>::infinity();
+        }
+        return orderedDouble(v == 0.0 ? 0.0 : v); // -0 sorts as 0
+    }
+
+    std::string keyText(size_t r) {
+        m_d.cellText(r, m_col, m_scratch);
+        return NumberSortText(m_scratch).toStdString();
+    }
+
+    const Model& m_d;
+    const int m_col;
+    QString m_scratch;
+};
+
+// Dates by time; cells that are not dates first.
+template <typename Model> class DateSource : public ranks::RankSource {
+public:
+    DateSource(const Model& d, int col) : m_d(d), m_col(col), m_c(d.cols[size_t(col)]) {}
+
+    bool keys(const ranks::Rows& rows, std::vector<uint64_t>& out) override {
+        out.resize(rows.size());
+        for (size_t i = 0; i < rows.size(); ++i)
+            out[i] = key(rows[i]);
+        return true;
+    }
+
+    uint32_t rank(const ranks::Rows& rows, uint32_t* out) override {
+        std::vector<uint64_t> keys;
+        this->keys(rows, keys);
+        return ranks::RankKeys(keys.data(), keys.size(), out);
+    }
+
+    int compare(size_t a, size_t b) override {
+        const uint64_t ka = key(a), kb = key(b);
+        return ka < kb ? -1 : ka > kb ? 1 : 0;
+    }
+
+private:
+    uint64_t key(size_t r) {
+        if (m_c.asciiOnly && m_c.cellClass(r) == Cell::Text) {
+            const std::string_view t = m_c.textAt(r);
+            return orderedInt(DateSortKey(QLatin1StringView(t.data(), qsizetype(t.size()))));
+        }
+        return orderedInt(m_d.cellDate(r, m_col, m_scratch));
+    }
+
+    const Model& m_d;
+    const int m_col;
+    const Column& m_c;
+    QString m_scratch;
 };
 } // namespace
 
@@ -174,103 +277,23 @@ std::vector<uint32_t> ListModel::Impl::sortedOrder(int col, int direction) const
 
 std::vector<uint32_t> ListModel::Impl::sortRows(int col, int direction,
                                                 const std::vector<uint32_t>& base) const {
-    const size_t n = base.size();
-    const bool descending = direction == ListModel::Descending;
     const QString tag = cols[size_t(col)].tag.toUpper();
-    const Column& c = cols[size_t(col)];
-    std::vector<uint32_t> result(n);
-    std::vector<KeyPos> items(n);
-    std::vector<KeyPos> tmp;
-    auto finish = [&] {
-        for (size_t p = 0; p < n; ++p)
-            result[p] = base[items[p].pos];
-        return result;
-    };
-
-    if (tag == ListModel::NumberTag) {
-        // Non-numbers (an empty key) first, then by value.
-        bool plain = true;
-        for (size_t p = 0; p < n; ++p) {
-            double v = 0;
-            if (cellNumber(base[p], col, &v)) {
-                const double a = std::fabs(v);
-                plain = plain && (a == 0.0 || (a >= 1e-15 && a < 1e30));
-            } else {
-                v = -std::numeric_limits<double>::infinity();
-            }
-            const uint64_t k = orderedDouble(v == 0.0 ? 0.0 : v); // -0 sorts as 0
-            items[p] = {descending ? ~k : k, uint32_t(p)};
-        }
-        if (plain) {
-            radixSort(items.data(), n, tmp);
-            return finish();
-        }
-        // Values beyond 30 integer digits or below 30 decimals: sort the key texts as written.
-        std::vector<std::string> keys(n);
-        QString s;
-        for (size_t p = 0; p < n; ++p) {
-            cellText(base[p], col, s);
-            keys[p] = NumberSortText(s).toStdString();
-        }
-        for (size_t p = 0; p < n; ++p)
-            items[p].pos = uint32_t(p);
-        std::stable_sort(items.begin(), items.end(), [&](const KeyPos& a, const KeyPos& b) {
-            return descending ? keys[b.pos] < keys[a.pos] : keys[a.pos] < keys[b.pos];
-        });
-        return finish();
+    const KeyKind kind = tag == ListModel::NumberTag ? NumberKey
+                         : tag == ListModel::DateTag ? DateKey
+                                                     : TextKey;
+    std::unique_ptr<ranks::RankSource> source;
+    switch (kind) {
+    case NumberKey:
+        source = std::make_unique<NumberSource<Impl>>(*this, col);
+        break;
+    case DateKey:
+        source = std::make_unique<DateSource<Impl>>(*this, col);
+        break;
+    case TextKey:
+        source = std::make_unique<TextSource<Impl>>(*this, col);
+        break;
     }
-
-    if (tag == ListModel::DateTag) {
-        // Keys are read in storage base (the texts lie in that base) and then placed by view row.
-        std::vector<qint64> byStored(n);
-        QString scratch;
-        const bool ascii = c.asciiOnly;
-        for (size_t src = 0; src < n; ++src) {
-            if (ascii && c.cellClass(src) == Cell::Text) {
-                const std::string_view t = c.textAt(src);
-                byStored[src] = DateSortKey(QLatin1StringView(t.data(), qsizetype(t.size())));
-            } else {
-                byStored[src] = cellDate(src, col, scratch);
-            }
-        }
-        for (size_t p = 0; p < n; ++p) {
-            const uint64_t k = orderedInt(byStored[base[p]]);
-            items[p] = {descending ? ~k : k, uint32_t(p)};
-        }
-        radixSort(items.data(), n, tmp);
-        return finish();
-    }
-
-    // Text: stored ASCII texts are compared where they lie; other cells are written out first.
-    TextSorter sorter;
-    sorter.descending = descending;
-    sorter.texts.resize(n);
-    std::vector<std::string> written; // texts that are not stored as they are compared
-    std::vector<std::pair<size_t, size_t>> writtenAt;
-    QString s;
-    for (size_t p = 0; p < n; ++p) {
-        const size_t src = base[p];
-        if (c.cellClass(src) == Cell::Text) {
-            const std::string_view t = c.textAt(src);
-            bool ascii = true;
-            for (size_t k = 0; !c.asciiOnly && ascii && k < t.size(); ++k)
-                ascii = static_cast<unsigned char>(t[k]) < 0x80;
-            if (ascii) {
-                sorter.texts[p] = t;
-                continue;
-            }
-        }
-        cellText(src, col, s);
-        written.push_back(s.toCaseFolded().toStdString());
-        writtenAt.emplace_back(p, written.size() - 1);
-    }
-    for (const auto& [p, w] : writtenAt)
-        sorter.texts[p] = written[w];
-    for (size_t p = 0; p < n; ++p)
-        items[p] = {0, uint32_t(p)};
-    if (n > 1)
-        sorter.sort(items.data(), n, 0);
-    return finish();
+    return keptRanks.sorted(col, kind, *source, rows, base, direction == ListModel::Descending);
 }
 
 void ListModel::sortByColumn(int col) {

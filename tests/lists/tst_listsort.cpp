@@ -1,8 +1,13 @@
 #include "listfixture.h"
+#include "mixedtexts.h"
+
+#include "data/recordset.h"
 #include "lists/listviewsort.h"
 #include "lists/sortkeys.h"
 
 #include <QRandomGenerator>
+#include <QScopeGuard>
+#include <QSignalSpy>
 #include <QTest>
 #include <QtWidgets>
 
@@ -114,6 +119,31 @@ private Q_SLOTS:
         for (const char* s : {"0010", "0002", "00010", "0001", "", "A", "a0", "0002"})
             prefixed << QStringLiteral("'Synthetic Equipment Beam %1'").arg(QLatin1String(s));
         row("long common prefixes", "VAL VARCHAR(80)", prefixed.join('|'), asc, "43217056");
+        // Beyond ASCII: each text by its case-folded code points, the same rules as for ASCII.
+        const QString latin = "'émile'|'Zoe'|'Élan'|'elan'|'Ørsted'|'örn'|'Šárka'|'sarka'";
+        row("Latin with diacritics, mixed case", "VAL VARCHAR(50)", latin, asc, "37120546");
+        row("Latin with diacritics, descending", "VAL VARCHAR(50)", latin, desc, "64502173");
+        // Final sigma folds to sigma: three spellings of one word tie and keep their order.
+        const QString greek = "'ΣΟΦΟΣ'|'αλφα'|'σοφος'|'Σοφός'|'σοφοσ'|'Άλφα'";
+        row("Greek, final sigma", "VAL VARCHAR(50)", greek, asc, "510243");
+        row("Greek, final sigma, descending", "VAL VARCHAR(50)", greek, desc, "302415");
+        // Code point order: a Deseret letter (beyond the BMP) after a fullwidth one, though UTF-16
+        // would put its surrogates first.
+        const QString scripts = QStringLiteral("'%1b'|'Ａ'|'星舰'|'Звезда'|'%2a'|'ЗВЕЗДА'")
+                                    .arg(QString::fromUcs4(U"\U00010400"), QString::fromUcs4(U"\U00010428"));
+        row("Cyrillic, CJK, fullwidth, beyond the BMP", "VAL VARCHAR(50)", scripts, asc, "352140");
+        row("Cyrillic, CJK, fullwidth, beyond the BMP, descending", "VAL VARCHAR(50)", scripts, desc,
+            "041235");
+        // The Kelvin sign folds to k and long s to s; sharp s stays one letter after every s.
+        row("Kelvin sign, sharp and long s", "VAL VARCHAR(50)",
+            "'\u212Aelvin'|'straße'|'STRASSE'|'kelvin'|'ſtrasse'|'ẞ'", asc, "032415");
+        // Empty texts and NULLs alike first; a text before the longer ones it begins.
+        const QString prefixes = "'abc'|''|'AB'|NULL|'a'|'ab '|'A'";
+        row("prefixes of each other, empty and NULL", "VAL VARCHAR(50)", prefixes, asc, "1346250");
+        row("prefixes of each other, descending", "VAL VARCHAR(50)", prefixes, desc, "0524613");
+        // A column without a declared type holds texts, whole numbers and fractions: all by their
+        // shown texts.
+        row("texts and numbers in one text column", "VAL", "'b'|10|'a'|9|2.5|NULL", asc, "514320");
     }
 
     void order() {
@@ -261,6 +291,150 @@ private Q_SLOTS:
             }
         }
         QVERIFY(ties > 10);
+    }
+
+    // Thousands of names from mixed alphabets (repeats, prefixes of each other, empty texts and
+    // NULLs among them) come out as a plain stable sort of the view order by folded code points
+    // orders them, in both directions, also while the name filter hides some.
+    void mixedAlphabetsAsAPlainSort_data() {
+        QTest::addColumn<int>("order");
+        QTest::addColumn<QString>("filter");
+        for (int order : {int(ListModel::Ascending), int(ListModel::Descending)})
+            for (const char* filter : {"", "a"})
+                QTest::addRow("order %d, filter '%s'", order, filter) << order << QString::fromUtf8(filter);
+    }
+    void mixedAlphabetsAsAPlainSort() {
+        QFETCH(int, order);
+        QFETCH(QString, filter);
+        LOAD_LIST(m, QStringLiteral("SELECT VAL, N FROM T"), mixedTable(3000, 1312));
+        m.setSort(1, ListModel::Descending); // some other order to start from
+        m.setNameFilter(filter);
+        const std::vector<int> before = sourceRows(m);
+        m.setSort(0, order);
+        QCOMPARE(sourceRows(m), plainSort(m, before, 0, order));
+        m.setNameFilter(QString()); // the rows the filter hid are in order too
+        QCOMPARE(m.rowCount(), 3000);
+        for (int r = 1; r < m.rowCount(); ++r) {
+            const std::string a = mixedtexts::folded(m.text(r - 1, 0)), b = mixedtexts::folded(m.text(r, 0));
+            QVERIFY2(order == ListModel::Ascending ? a <= b : b <= a, qPrintable(QString::number(r)));
+        }
+    }
+
+    // Sorting a column again, in either direction, after others: the same order a first sort gives.
+    // The keys of the two columns sorted last are kept, 4 bytes a row each, and a reload drops them.
+    void keptKeysAcrossSorts() {
+        LOAD_LIST(m, QStringLiteral("SELECT VAL, N, D FROM T"), mixedTable(2000, 77));
+        const qint64 bare = m.memoryUsed();
+        const int rows = m.rowCount();
+        struct Step {
+            int col, order;
+            qint64 keptBytes;
+        };
+        const Step steps[] = {{0, 0, 4}, {1, 1, 8}, {0, 1, 8}, {2, 0, 8}, {1, 0, 8}, {0, 0, 8}, {0, 1, 8}};
+        for (const Step& step : steps) {
+            const std::vector<int> before = sourceRows(m);
+            m.setSort(step.col, step.order);
+            QCOMPARE(sourceRows(m), plainSort(m, before, step.col, step.order));
+            QCOMPARE(m.memoryUsed() - bare, step.keptBytes * rows);
+        }
+        // Reloaded, the list is sorted again by its kept sort: that column's keys alone.
+        m_db.load(m, QStringLiteral("SELECT VAL, N, D FROM T"));
+        QCOMPARE(m.memoryUsed() - bare, 4 * rows);
+    }
+
+    // A column sorted as text and then tagged as a number sorts by value: its keys are made afresh.
+    void retaggedColumnSortsByItsNewKind() {
+        LOAD_LIST(m, QStringLiteral("SELECT * FROM T"),
+                  valueTable(QStringLiteral("VAL VARCHAR(9)"), {"'10'", "'9'", "'100'", "'-1'"}));
+        m.setSort(1, ListModel::Ascending);
+        QCOMPARE(column(m, 1), (QStringList{"-1", "10", "100", "9"}));
+        m.setColumnTag(1, ListModel::NumberTag);
+        m.setSort(1, ListModel::Ascending);
+        QCOMPARE(column(m, 1), (QStringList{"-1", "9", "10", "100"}));
+        m.setColumnTag(1, QString());
+        m.setSort(1, ListModel::Descending);
+        QCOMPARE(column(m, 1), (QStringList{"9", "100", "10", "-1"}));
+    }
+
+    // A list read in slices: the user sorts while rows still come in (the kept keys extended with the
+    // rows read since, each time), and the list is sorted once more after the last row.
+    void sortsWhileRowsComeIn() {
+        ListModel::setSliceBudget(0, 0, 0); // 256 rows a slice, each shown at once
+        const auto restore =
+            qScopeGuard([] { ListModel::setSliceBudget(10'000'000, 25'000'000, 250'000'000); });
+        const QString sql = QStringLiteral("SELECT VAL, N FROM T");
+        LOAD_LIST(m, sql, mixedTable(3000, 2024));
+        struct Click {
+            int afterRows, col, order;
+        };
+        // Early clicks merge many new rows into few old values, late ones few new rows into many.
+        const Click clicks[] = {{512, 0, 0},  {1024, 1, 1}, {1280, 0, 1},
+                                {2048, 0, 0}, {2560, 0, 1}, {2816, 0, 0}};
+        size_t next = 0;
+        QString failure;
+        std::vector<int> lastShown; // the view order after each slice
+        connect(&m, &ListModel::loadProgress, this, [&](qint64 read) {
+            if (next < std::size(clicks) && read >= clicks[next].afterRows && failure.isEmpty()) {
+                const Click c = clicks[next++];
+                const std::vector<int> before = sourceRows(m);
+                m.setSort(c.col, c.order);
+                if (sourceRows(m) != plainSort(m, before, c.col, c.order))
+                    failure = QStringLiteral("after %1 rows").arg(read);
+            }
+            lastShown = sourceRows(m);
+        });
+        auto rs = std::make_unique<Recordset>();
+        rs->open(sql);
+        QSignalSpy finished(&m, &ListModel::loadFinished);
+        m.startLoad(std::move(rs), ListColors());
+        QVERIFY(finished.wait(20000));
+        QVERIFY2(failure.isEmpty(), qPrintable(failure));
+        QCOMPARE(next, std::size(clicks));
+        QCOMPARE(m.rowCount(), 3000);
+        // The last click's sort over every row, stable against the rows as they were shown.
+        QCOMPARE(sourceRows(m), plainSort(m, lastShown, 0, ListModel::Ascending));
+    }
+
+private:
+    // T(VAL, N, D): seeded random names from mixed alphabets (a few NULLs), numbers with many ties,
+    // dates.
+    static QStringList mixedTable(int n, quint32 seed) {
+        QRandomGenerator rng(seed);
+        QStringList s{"CREATE TABLE T (VAL VARCHAR(120), N INTEGER, D DATETIME)", "BEGIN"};
+        for (int i = 0; i < n; ++i) {
+            QString name = mixedtexts::randomText(rng);
+            name.replace(QLatin1Char('\''), QLatin1String("''"));
+            s << QStringLiteral("INSERT INTO T VALUES (%1, %2, '2024-%3-10 10:00:00')")
+                     .arg(i % 101 == 0 ? QStringLiteral("NULL") : u'\'' + name + u'\'')
+                     .arg(rng.bounded(50))
+                     .arg(1 + rng.bounded(12), 2, 10, QLatin1Char('0'));
+        }
+        s << "COMMIT";
+        return s;
+    }
+
+    static std::vector<int> sourceRows(const ListModel& m) {
+        std::vector<int> out;
+        for (int r = 0; r < m.rowCount(); ++r)
+            out.push_back(m.sourceRow(r));
+        return out;
+    }
+
+    // The stored rows of a view order stably sorted by a column: texts by their folded code points,
+    // numbers and dates by their key texts.
+    static std::vector<int> plainSort(const ListModel& m, std::vector<int> rows, int col, int order) {
+        QHash<int, std::string> key;
+        for (int r = 0; r < m.rowCount(); ++r) {
+            const QString t = m.text(r, col);
+            const QString tag = m.columnTag(col);
+            key.insert(m.sourceRow(r), tag == ListModel::NumberTag ? NumberSortText(t).toStdString()
+                                       : tag == ListModel::DateTag ? DateSortText(t).toStdString()
+                                                                   : mixedtexts::folded(t));
+        }
+        std::stable_sort(rows.begin(), rows.end(), [&](int a, int b) {
+            return order == ListModel::Ascending ? key[a] < key[b] : key[b] < key[a];
+        });
+        return rows;
     }
 };
 
