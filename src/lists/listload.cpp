@@ -67,14 +67,6 @@ struct ListModel::Impl::Load {
 ListModel::Impl::Impl() = default;
 ListModel::Impl::~Impl() = default;
 
-ListModel::ListModel(QObject* parent) : QAbstractTableModel(parent), d(new Impl), m_slicer(new QTimer(this)) {
-    m_slicer->setSingleShot(true);
-    m_slicer->setInterval(0);
-    connect(m_slicer, &QTimer::timeout, this, &ListModel::loadSlice);
-}
-
-ListModel::~ListModel() = default;
-
 std::unique_ptr<ListModel::Impl> ListModel::Impl::emptyKeepingSort() const {
     auto fresh = std::make_unique<Impl>();
     fresh->sortKey = sortKey;
@@ -85,9 +77,8 @@ std::unique_ptr<ListModel::Impl> ListModel::Impl::emptyKeepingSort() const {
 }
 
 void ListModel::clear() {
-    m_slicer->stop();
     beginResetModel();
-    d = d->emptyKeepingSort();
+    replaceImpl(d->emptyKeepingSort());
     endResetModel();
 }
 
@@ -290,25 +281,23 @@ void ListModel::Impl::showFirstRows() {
 }
 
 void ListModel::load(Recordset& rs, const ListColors& colors, Progress* progress) {
-    m_slicer->stop();
     auto next = d->emptyKeepingSort();
     next->prepare(rs, colors);
     beginResetModel();
     try {
         next->readRows(-1, progress);
     } catch (...) {
-        d = d->emptyKeepingSort();
+        replaceImpl(d->emptyKeepingSort());
         endResetModel();
         throw;
     }
     next->finishColumns();
     next->showFirstRows();
-    d = std::move(next);
+    replaceImpl(std::move(next));
     endResetModel();
 }
 
 void ListModel::startLoad(std::unique_ptr<Recordset> rs, const ListColors& colors) {
-    m_slicer->stop();
     auto next = d->emptyKeepingSort();
     next->prepare(*rs, colors);
     next->loading->owned = std::move(rs);
@@ -323,7 +312,7 @@ void ListModel::startLoad(std::unique_ptr<Recordset> rs, const ListColors& color
     if (done)
         next->finishColumns();
     next->showFirstRows();
-    d = std::move(next);
+    replaceImpl(std::move(next));
     endResetModel();
     Q_EMIT loadProgress(qint64(d->rows));
     if (done)
@@ -346,14 +335,18 @@ void ListModel::loadSlice() {
     // and paints again, which would cost as much as reading.
     if (done || d->loading->sinceShown.nsecsElapsed() >= ShowEveryNs)
         showReadRows();
-    Q_EMIT loadProgress(qint64(d->rows));
     if (!done) {
+        Q_EMIT loadProgress(qint64(d->rows));
         m_slicer->start();
         return;
     }
     d->finishColumns();
-    if (d->sorted && d->sortKey >= 0)
-        setSort(d->sortKey, d->sortOrder);
+    if (d->sorted && d->sortKey >= 0 && size_t(d->sortKey) < d->cols.size() && d->rows > 1) {
+        startBackgroundSort(); // loadFinished follows once its order is shown
+        Q_EMIT loadProgress(qint64(d->rows));
+        return;
+    }
+    Q_EMIT loadProgress(qint64(d->rows));
     Q_EMIT loadFinished();
 }
 
@@ -389,7 +382,7 @@ void ListModel::cancelLoad() {
 }
 
 bool ListModel::isLoading() const {
-    return d->loading != nullptr;
+    return d->loading != nullptr || m_background != nullptr;
 }
 
 ListModel::LoadError ListModel::loadError() const {

@@ -59,7 +59,7 @@ public:
     void startLoad(std::unique_ptr<Recordset> rs, const ListColors& colors);
     // Stops a load in progress; the rows read so far stay. clear(), load() and startLoad() cancel too.
     void cancelLoad();
-    bool isLoading() const;
+    bool isLoading() const; // also while the kept sort orders the whole list after the last row
     // How long the first slice and each later one read (nanoseconds; at least 256 rows a slice), and
     // how often the rows read are added to those shown. The defaults keep a window answering; tests
     // make them small to get many slices.
@@ -149,9 +149,18 @@ Q_SIGNALS:
     void loadFinished();
 
 private:
+    struct Impl;
     void loadSlice();
     void showReadRows();
-    struct Impl;
+    void showOrder(std::vector<uint32_t> next); // the rows in a new order, selection kept
+    // After a load the kept sort orders the whole list on another thread, the window answering
+    // meanwhile (listbackground.cpp).
+    struct Background;
+    void startBackgroundSort();
+    void backgroundSortDone(Background* done);
+    void replaceImpl(std::unique_ptr<Impl> next);
     std::unique_ptr<Impl> d;
     QTimer* m_slicer;
+    std::unique_ptr<Background> m_background;
+    std::vector<std::unique_ptr<Background>> m_abandoned; // sorts of lists replaced since, still running
 };

@@ -49,6 +49,10 @@ struct ListModel::Impl {
     // Reorders the rows by a column in the given order, stable against the current view order.
     // Returns the new view-to-stored index.
     std::vector<uint32_t> sortedOrder(int col, int direction) const;
+    // The rows of base (stored rows) sorted by a column, stable against base's order. Reads only the
+    // columns and changes only the kept sort keys: it may run on another thread while this one reads
+    // the list, as long as nothing else sorts meanwhile.
+    std::vector<uint32_t> sortRows(int col, int direction, const std::vector<uint32_t>& base) const;
     // The view row of a stored row; Hidden when the name filter leaves it out.
     static constexpr uint32_t Hidden = 0xFFFFFFFFu;
     uint32_t viewOf(uint32_t src) const;

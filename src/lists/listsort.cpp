@@ -272,6 +272,11 @@ private:
 } // namespace
 
 std::vector<uint32_t> ListModel::Impl::sortedOrder(int col, int direction) const {
+    return sortRows(col, direction, order);
+}
+
+std::vector<uint32_t> ListModel::Impl::sortRows(int col, int direction,
+                                                const std::vector<uint32_t>& base) const {
     const QString tag = cols[size_t(col)].tag.toUpper();
     const KeyKind kind = tag == ListModel::NumberTag ? NumberKey
                          : tag == ListModel::DateTag ? DateKey
@@ -288,7 +293,7 @@ std::vector<uint32_t> ListModel::Impl::sortedOrder(int col, int direction) const
         source = std::make_unique<TextSource<Impl>>(*this, col);
         break;
     }
-    return keptRanks.sorted(col, kind, *source, rows, order, direction == ListModel::Descending);
+    return keptRanks.sorted(col, kind, *source, rows, base, direction == ListModel::Descending);
 }
 
 void ListModel::sortByColumn(int col) {
@@ -304,8 +309,14 @@ void ListModel::setSort(int key, int order) {
     d->sorted = key >= 0;
     if (key < 0 || size_t(key) >= d->cols.size() || d->rows == 0)
         return;
-    std::vector<uint32_t> next = d->sortedWithFilter(key, d->sortOrder);
+    // While the whole list is being sorted on another thread the choice is only noted: that sort
+    // is redone for it when it ends.
+    if (m_background)
+        return;
+    showOrder(d->sortedWithFilter(key, d->sortOrder));
+}
 
+void ListModel::showOrder(std::vector<uint32_t> next) {
     Q_EMIT layoutAboutToBeChanged({}, QAbstractItemModel::VerticalSortHint);
     const QModelIndexList before = persistentIndexList();
     std::vector<uint32_t> sources;

@@ -116,6 +116,48 @@ private Q_SLOTS:
         QCOMPARE(contents(m), want);
     }
 
+    // After the last row the kept sort runs on another thread; what the user does meanwhile wins.
+    void whileTheWholeListIsSorted_data() {
+        QTest::addColumn<QString>("meanwhile");
+        QTest::newRow("another column chosen") << "sort";
+        QTest::newRow("names narrowed") << "filter";
+        QTest::newRow("list cleared") << "clear";
+        QTest::newRow("list read again") << "reload";
+    }
+    void whileTheWholeListIsSorted() {
+        QFETCH(QString, meanwhile);
+        LOAD_LIST(expected, Sql, bigTable());
+        ListModel m;
+        m.load(*opened(), ListColors());
+        m.setSort(0, ListModel::Ascending);
+        bool acted = false;
+        connect(&m, &ListModel::loadProgress, &m, [&](qint64 rows) {
+            if (rows < Rows || acted)
+                return;
+            acted = true; // the last slice is in and the sort has started
+            QVERIFY(m.isLoading());
+            if (meanwhile == "sort")
+                m.setSort(1, ListModel::Descending);
+            else if (meanwhile == "filter")
+                m.setNameFilter(QStringLiteral("zeta"));
+            else if (meanwhile == "clear")
+                m.clear();
+            else
+                m.startLoad(opened(), ListColors());
+        });
+        m.startLoad(opened(), ListColors());
+        QTRY_VERIFY(acted);
+        QTRY_VERIFY(!m.isLoading());
+        QTest::qWait(50); // the dropped sort, if any, ends without touching the list
+        expected.setSort(0, ListModel::Ascending);
+        if (meanwhile == "sort") // after the kept sort, as a click just after a quick one would be
+            expected.setSort(1, ListModel::Descending);
+        if (meanwhile == "filter")
+            expected.setNameFilter(QStringLiteral("zeta"));
+        QCOMPARE(contents(m), meanwhile == "clear" ? QStringList() : contents(expected));
+        QVERIFY(!m.isLoading());
+    }
+
     void aNewLoadOrAClearDropsTheOneUnderWay() {
         LOAD_LIST(small, QStringLiteral("SELECT NAME FROM B WHERE NUM = 5"), bigTable());
         const QStringList fives = names(small);
