@@ -143,22 +143,23 @@ std::vector<uint32_t> KeptRanks::sorted(int column, int kind, RankSource& source
         std::rotate(m_entries.begin(), it, it + 1);
     }
     ColumnRanks& r = m_entries.front().ranks;
-    if (r.rows() == 0 && order.size() == n)
-        return r.sortFirst(source, order, descending);
-    r.cover(source, n);
-    return SortByRanks(order, r, descending);
+    std::vector<uint32_t> result;
+    if (r.rows() == 0 && order.size() == n) {
+        result = r.sortFirst(source, order, descending);
+    } else {
+        r.cover(source, n);
+        result = SortByRanks(order, r, descending);
+    }
+    size_t b = 0;
+    for (const Entry& e : m_entries)
+        b += e.ranks.bytes();
+    m_bytes.store(b, std::memory_order_relaxed);
+    return result;
 }
 
 bool KeptRanks::has(int column, int kind) const {
     return std::any_of(m_entries.begin(), m_entries.end(),
                        [&](const Entry& e) { return e.column == column && e.kind == kind; });
-}
-
-size_t KeptRanks::bytes() const {
-    size_t b = 0;
-    for (const Entry& e : m_entries)
-        b += e.ranks.bytes();
-    return b;
 }
 
 std::vector<uint32_t> SortByRanks(const std::vector<uint32_t>& order, const ColumnRanks& ranks,

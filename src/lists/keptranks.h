@@ -5,6 +5,7 @@
 // their own and merged in: the rows ranked before are renumbered, never read again.
 //
 // Only the columns sorted last keep their ranks (4 bytes a row each).
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -68,7 +69,8 @@ public:
     std::vector<uint32_t> sorted(int column, int kind, RankSource& source, size_t n,
                                  const std::vector<uint32_t>& order, bool descending);
     bool has(int column, int kind) const;
-    size_t bytes() const;
+    // May be asked from another thread while a sort runs.
+    size_t bytes() const { return m_bytes.load(std::memory_order_relaxed); }
 
 private:
     struct Entry {
@@ -77,6 +79,7 @@ private:
         ColumnRanks ranks;
     };
     std::vector<Entry> m_entries; // the most recently used first
+    std::atomic<size_t> m_bytes = 0;
 };
 
 // The rows of order sorted by their ranks, stable: equal ranks keep their order.
