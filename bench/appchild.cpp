@@ -258,14 +258,7 @@ int appChild(int argc, char** argv) {
         std::_Exit(3);
     });
 
-    RunVOSK();
-
-    int result = 0;
-    bool showing = false;
-    for (QWidget* w : QApplication::topLevelWidgets())
-        showing = showing || w->isVisible();
-    if (showing)
-        result = QApplication::exec();
+    const int result = ExecVOSK();
     app.watch = nullptr;
     setPrompts(nullptr);
     return watch.finished() ? result : 2;

@@ -6,7 +6,6 @@
 #include "core/programfolder.h"
 
 #include <QApplication>
-#include <QWidget>
 
 int main(int argc, char** argv) {
     QApplication app(argc, argv);
@@ -18,14 +17,7 @@ int main(int argc, char** argv) {
     InstallProgressWindow();
     setMainWindowFactory([] { return static_cast<QWidget*>(new frmMain); });
 
-    RunVOSK();
-
-    int result = 0;
-    bool showing = false;
-    for (QWidget* w : QApplication::topLevelWidgets())
-        showing = showing || w->isVisible();
-    if (showing)
-        result = QApplication::exec();
+    const int result = ExecVOSK();
     setPrompts(nullptr);
     return result;
 }

@@ -213,3 +213,11 @@ void RunVOSK() {
                QStringLiteral(") in procedure RunVOSK of Module modInit") + help());
     }
 }
+
+int ExecVOSK() {
+    RunVOSK();
+    bool showing = false;
+    for (QWidget* w : QApplication::topLevelWidgets())
+        showing = showing || w->isVisible();
+    return showing ? QApplication::exec() : 0;
+}

@@ -8,6 +8,9 @@ class QWidget;
 
 // The start-up sequence. When it returns with a window showing, the program runs; otherwise it ends.
 void RunVOSK();
+// RunVOSK, then the event loop for as long as a window it showed is open. Returns the loop's exit code
+// (0 when start-up showed no window).
+int ExecVOSK();
 
 // What the start-up message adds when the database file is missing or cannot be opened: the full
 // path looked for and how to make a database there. fileExists: a file is there but is no database.
