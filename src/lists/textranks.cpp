@@ -73,27 +73,49 @@ private:
 
     void markFirst(size_t p) { m_first[p / 64] |= uint64_t(1) << (p % 64); }
 
+    // Counting few values: a small open-addressing table of the values met so far, room for `most`
+    // of them (returned; 0 when n is too small to be worth it).
+    size_t startCounting(size_t n) {
+        const size_t most = std::min<size_t>(2048, n / 8);
+        if (most < 4)
+            return 0;
+        m_bits = std::bit_width(2 * most - 1);
+        m_mask = (size_t(1) << m_bits) - 1;
+        m_slots.assign(m_mask + 1, 0);
+        m_values.clear();
+        return most;
+    }
+    // The slot holding the value, or the free slot where it goes.
+    size_t slotOf(uint64_t k) const {
+        size_t s = size_t((k * 0x9E3779B97F4A7C15ull) >> (64 - m_bits));
+        while (m_slots[s] != 0 && m_values[m_slots[s] - 1] != k)
+            s = (s + 1) & m_mask;
+        return s;
+    }
+    // The values met, in order: m_byValue[place] is the value's number.
+    void sortValues() {
+        m_byValue.resize(m_values.size());
+        for (size_t i = 0; i < m_values.size(); ++i)
+            m_byValue[i] = uint32_t(i);
+        std::sort(m_byValue.begin(), m_byValue.end(),
+                  [&](uint32_t a, uint32_t b) { return m_values[a] < m_values[b]; });
+    }
+
     // The first level when the texts' first eight bytes take few values (names that begin with a few
     // words): those values are counted in one walk through the texts, and a second walk puts each
     // text's item straight in its place. False, having read only the first texts, when the values
     // are many. Otherwise the runs of texts that go on are in runs.
     bool firstLevelByCounting(KeyRow* v, std::vector<Run>& runs) {
         const size_t n = m_texts.size();
-        const size_t most = std::min<size_t>(2048, n / 8);
-        if (most < 4)
+        const size_t most = startCounting(n);
+        if (most == 0)
             return false;
-        const int bits = std::bit_width(2 * most - 1);
-        const size_t mask = (size_t(1) << bits) - 1;
-        m_slots.assign(mask + 1, 0);
-        m_values.clear();
         std::vector<uint8_t> longer; // per value: a text of it goes on past eight bytes
         auto ids = std::make_unique_for_overwrite<uint16_t[]>(n);
         bool few = true;
         m_texts.forEach([&](size_t i, uint32_t pos) {
             const uint64_t k = m_texts.chunkAt(pos, 0);
-            size_t s = size_t((k * 0x9E3779B97F4A7C15ull) >> (64 - bits));
-            while (m_slots[s] != 0 && m_values[m_slots[s] - 1] != k)
-                s = (s + 1) & mask;
+            const size_t s = slotOf(k);
             if (m_slots[s] == 0) {
                 if (m_values.size() == most)
                     return few = false;
@@ -109,11 +131,7 @@ private:
         if (!few)
             return false;
         const size_t values = m_values.size();
-        m_byValue.resize(values);
-        for (size_t i = 0; i < values; ++i)
-            m_byValue[i] = uint32_t(i);
-        std::sort(m_byValue.begin(), m_byValue.end(),
-                  [&](uint32_t a, uint32_t b) { return m_values[a] < m_values[b]; });
+        sortValues();
         // Each value's first place in the sorted order.
         m_head.assign(values, 0);
         for (size_t i = 0; i < n; ++i)
@@ -248,19 +266,13 @@ private:
     // sorted: one pass through a small hash table, then the items moved to their places where they
     // lie. False when there are too many values for that.
     bool fewKeys(KeyRow* v, size_t n) {
-        const size_t most = std::min<size_t>(2048, n / 8);
-        if (most < 4)
+        const size_t most = startCounting(n);
+        if (most == 0)
             return false;
-        const int bits = std::bit_width(2 * most - 1);
-        const size_t mask = (size_t(1) << bits) - 1;
-        m_slots.assign(mask + 1, 0);
-        m_values.clear();
         // Each item's key becomes the number of its value for now.
         for (size_t i = 0; i < n; ++i) {
             const uint64_t k = v[i].key;
-            size_t s = size_t((k * 0x9E3779B97F4A7C15ull) >> (64 - bits));
-            while (m_slots[s] != 0 && m_values[m_slots[s] - 1] != k)
-                s = (s + 1) & mask;
+            const size_t s = slotOf(k);
             if (m_slots[s] == 0) {
                 if (m_values.size() == most) {
                     for (size_t j = 0; j < i; ++j)
@@ -274,11 +286,7 @@ private:
         }
         const size_t values = m_values.size();
         // The values in order; each item's key becomes its value's place in that order.
-        m_byValue.resize(values);
-        for (size_t i = 0; i < values; ++i)
-            m_byValue[i] = uint32_t(i);
-        std::sort(m_byValue.begin(), m_byValue.end(),
-                  [&](uint32_t a, uint32_t b) { return m_values[a] < m_values[b]; });
+        sortValues();
         m_placeOf.resize(values);
         for (size_t p = 0; p < values; ++p)
             m_placeOf[m_byValue[p]] = uint32_t(p);
@@ -315,6 +323,8 @@ private:
     // fewKeys: the hash table (value number + 1, 0 free), the values, the values in order and each
     // value's place in it, and each place's next free slot and end.
     std::vector<uint16_t> m_slots;
+    int m_bits = 0;
+    size_t m_mask = 0;
     std::vector<uint64_t> m_values;
     std::vector<uint32_t> m_byValue, m_placeOf;
     std::vector<size_t> m_head, m_end;
